@@ -1,0 +1,48 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <utility>
+
+namespace vorc {
+
+/// Objects that scripts hold by number. Handle 0 is failure; numbers start at 1, and a freed
+/// number is never given out again, so a stale handle stays a bad handle for the whole run.
+template <typename T>
+class HandleTable {
+ public:
+  static constexpr int32_t kSlotCount = 4096;
+
+  /// Takes over `object` and answers its number, or 0 once every number has been used.
+  int32_t Add(std::unique_ptr<T> object) {
+    if (next_ >= kSlotCount) return 0;
+    slots_[static_cast<size_t>(next_)] = std::move(object);
+    return next_++;
+  }
+
+  template <typename... Args>
+  int32_t Create(Args&&... args) {
+    return next_ >= kSlotCount ? 0 : Add(std::make_unique<T>(std::forward<Args>(args)...));
+  }
+
+  /// The object behind a number, or null for a bad, freed or never created one.
+  T* Find(int32_t handle) const {
+    if (handle < 1 || handle >= kSlotCount) return nullptr;
+    return slots_[static_cast<size_t>(handle)].get();
+  }
+
+  /// Releases the object. False for a bad handle.
+  bool Free(int32_t handle) {
+    if (Find(handle) == nullptr) return false;
+    slots_[static_cast<size_t>(handle)].reset();
+    return true;
+  }
+
+ private:
+  std::array<std::unique_ptr<T>, kSlotCount> slots_{};
+  int32_t next_ = 1;
+};
+
+}  // namespace vorc
