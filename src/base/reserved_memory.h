@@ -1,0 +1,25 @@
+#pragma once
+
+#include <cstddef>
+
+namespace vorc {
+
+/// A stretch of address space. Pages read as zero and cost memory only once they are written.
+class ReservedMemory {
+ public:
+  /// Reserves `size` bytes, at `wanted_address` if that is not null and free.
+  explicit ReservedMemory(size_t size, void* wanted_address = nullptr);
+  ~ReservedMemory();
+  ReservedMemory(const ReservedMemory&) = delete;
+  ReservedMemory& operator=(const ReservedMemory&) = delete;
+
+  /// The first byte, or null if the host refused.
+  char* data() const { return data_; }
+  size_t size() const { return size_; }
+
+ private:
+  char* data_ = nullptr;
+  size_t size_ = 0;
+};
+
+}  // namespace vorc

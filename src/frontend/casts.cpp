@@ -1,0 +1,239 @@
+#include <algorithm>
+
+#include "base/format.h"
+#include "frontend/layout.h"
+#include "frontend/parser.h"
+
+namespace vorc {
+
+namespace {
+
+constexpr TokenList kTags = {Tok::struct_, Tok::class_, Tok::union_};
+constexpr TokenList kBinary = {Tok::OR,   Tok::AND,   Tok::LT,  Tok::GT,        Tok::NE,         Tok::LE,   Tok::GE,
+                               Tok::EQ,   Tok::BITAND, Tok::BITOR, Tok::XOR,     Tok::LEFTSHIFT,  Tok::RIGHTSHIFT,
+                               Tok::PLUS, Tok::MINUS, Tok::STAR, Tok::SLASH,    Tok::DIV,        Tok::MOD};
+constexpr int64_t kIntSize = 4;
+constexpr int64_t kDoubleSize = 8;
+
+}  // namespace
+
+bool Parser::AtCastType(const ExprContext& context) const {
+  if (scan_.TokenIn(BasicTypeList) || scan_.TokenIn(kTags)) return true;
+  switch (Token()) {
+    case Tok::void_:
+    case Tok::enum_:
+    case Tok::const_:
+    case Tok::volatile_: return true;
+    case Tok::IDENTIFIER:
+      return FindFactorIdentifier(slot_, context.proc, context.statement, context.block, scan_.WordName()).IsType();
+    default: return false;
+  }
+}
+
+// Reads a type and its stars, up to the `)` or to a function pointer's `(`.
+bool Parser::ParseCastType(const ExprContext& context, CAST* cast) {
+  TypeSpec type;
+  if (scan_.TokenIn(kTags)) {
+    Next();
+    if (!AtName()) return Fail(0, "Missing: struct/class/union name");
+    type.Struct = FindFactorIdentifier(slot_, context.proc, context.statement, context.block, scan_.WordName()).Struct();
+    if (type.Struct == nullptr) {
+      return Fail(54, Format("'%s' is not a struct/class/union", scan_.ClipTok().c_str()));
+    }
+    type.BasicType = type.Struct->DeclType;
+    Next();
+  } else {
+    Scope scope;
+    scope.kind = Scope::Kind::kBlock;
+    scope.header = &slot_.Globals;
+    scope.proc = context.proc;
+    scope.block = context.block;
+    if (!ParseSpecifiers(scope, &type)) return false;
+  }
+  for (; At(Tok::STAR); Next()) ++cast->PointerDepth;
+  cast->TypeToken = type.BasicType == Tok::int_ && (type.StorageType & UNSIGNED_VAR) != 0 ? Tok::UINT32 : type.BasicType;
+  cast->Typedef = type.Typedef;
+  cast->Struct = type.Struct;
+  for (const TYPEDEF_REC* at = type.Typedef; at != nullptr; at = at->Typedef) {
+    if (at->Struct != nullptr) cast->Struct = at->Struct;
+    cast->PointerDepth = static_cast<int16_t>(cast->PointerDepth + at->PointerDepth);
+  }
+  cast->CastType = cast->Struct != nullptr ? CAST_TYPE_STRUCT : CAST_BASIC_TYPE;
+  if (!At(Tok::LPAREN)) return true;
+  Next();
+  if (!Expect(Tok::STAR, 0, "Syntax error.")) return false;
+  if (!Expect(Tok::RPAREN, 0, "Missing ')' in funcion pointer cast")) return false;
+  if (!At(Tok::LPAREN)) return Fail(0, "Missing '(' in funcion pointer cast");
+  cast->CastType = CAST_FUNC_PTR_TYPE;
+  cast->Function = InsertFuncName(slot_, nullptr, slot_.Names.Intern(""), type);
+  return ParseProcedureArgs(cast->Function, MainScope());
+}
+
+bool Parser::ParseTypeCastNew(const ExprContext& context, ExprChain* chain) {
+  CAST* cast = slot_.New(slot_.Casts, "casts");
+  if (!ParseCastType(context, cast)) return false;
+  if (!At(Tok::RPAREN)) return Fail(7, Format("Cast error near '%s'", scan_.ClipTok().c_str()));
+  Next();
+  switch (Token()) {
+    case Tok::SEMICOLON:
+    case Tok::COMMA:
+    case Tok::RPAREN:
+    case Tok::END_OF_FILE: return Fail(1, Format("Cast item error. '%s'", scan_.ClipTok().c_str()));
+    default: break;
+  }
+  if (!CTerm(context, chain)) return false;
+  AddOperator(context, chain, Tok::TYPE_CAST)->Cast = cast;
+  return true;
+}
+
+bool Parser::ParseSizeof(const ExprContext& context, int64_t* size) {
+  Next();
+  if (!At(Tok::LPAREN)) return Fail(53, "Missing '('  ");
+  const auto saved = scan_.SaveToken();
+  Next();
+  if (At(Tok::IDENTIFIER)) {
+    const ConflictResult found =
+        FindFactorIdentifier(slot_, context.proc, context.statement, context.block, scan_.WordName());
+    if (!found && !slot_.Services->IsBuiltin(scan_.WordName())) {
+      return Fail(55, Format("'%s' is not a data type or a variable name", scan_.ClipTok().c_str()));
+    }
+  }
+  if (!AtCastType(context)) {
+    scan_.RestoreToken(saved);
+    Next();
+    return SizeofExpression(context, size);
+  }
+  CAST cast;
+  if (!ParseCastType(context, &cast)) return false;
+  std::vector<int64_t> dimensions;
+  Scope scope = MainScope();
+  scope.proc = context.proc;
+  if (At(Tok::LBRACKET) && !ParseArrayDimension(scope, &dimensions)) return false;
+  TypeSpec type;
+  type.BasicType = cast.TypeToken;
+  type.Typedef = cast.Typedef;
+  type.Struct = cast.Struct;
+  const bool pointer = cast.PointerDepth > 0 || cast.CastType == CAST_FUNC_PTR_TYPE;
+  *size = pointer ? slot_.Target.ADDRSIZE / 8 : GetTypeSize(slot_, type);
+  for (const int64_t dimension : dimensions) *size *= dimension;
+  return Expect(Tok::RPAREN, 79, "Missing ')' . ");
+}
+
+bool Parser::SizeofExpression(const ExprContext& context, int64_t* size) {
+  EXPR_NODE* head = nullptr;
+  if (!ParseFullExpression(context, &head)) return false;
+  if (head == nullptr) return Fail(56, "Improper sizeof operand.");
+  *size = StaticSize(head);
+  return Expect(Tok::RPAREN, 79, "Missing ')' . ");
+}
+
+namespace {
+
+/// What is known of an operand's type without evaluating it.
+struct StaticType {
+  const SYM_REC* symbol = nullptr;
+  int used_dimensions = 0;
+  int used_pointers = 0;
+  int64_t plain_size = 0;      ///< size where no symbol stands behind the operand
+
+  void Dereference(int levels) {
+    const int dimensions = symbol == nullptr ? 0 : symbol->Shape.DimensionCount - used_dimensions;
+    const int arrays = levels < dimensions ? levels : dimensions;
+    used_dimensions += arrays;
+    used_pointers += levels - arrays;
+  }
+};
+
+int CountIndices(const EXPR_NODE* node) {
+  int count = 0;
+  for (const EXPR_NODE* index = node->IndexExpression; index != nullptr; index = index->NextDimension) ++count;
+  return count;
+}
+
+int64_t SizeOf(C_SLOT& slot, const StaticType& type) {
+  if (type.symbol == nullptr) return type.plain_size;
+  const SYM_REC* symbol = type.symbol;
+  int64_t size = slot.Target.ADDRSIZE / 8;
+  if (type.used_pointers > 0 && type.used_pointers >= symbol->TotalDepth) {
+    SYM_REC pointee = *symbol;
+    pointee.TotalDepth = 0;
+    size = GetObjectSize(slot, &pointee);
+  } else if (type.used_pointers == 0) {
+    size = GetObjectSize(slot, symbol);
+  }
+  for (int i = type.used_dimensions; i < symbol->Shape.DimensionCount; ++i) size *= symbol->Shape.Dimensions[i];
+  return size;
+}
+
+}  // namespace
+
+int64_t Parser::StaticSize(const EXPR_NODE* head) {
+  std::vector<StaticType> stack;
+  for (const EXPR_NODE* node = head; node != nullptr; node = node->Next) {
+    StaticType type;
+    switch (node->Token) {
+      case Tok::IDENTIFIER:
+      case Tok::DOLLAR_IDENTIFIER:
+        type.symbol = node->Symbol;
+        type.plain_size = slot_.Target.ADDRSIZE / 8;
+        if (node->IsMember && !stack.empty() && stack.back().symbol != nullptr && stack.back().symbol->Struct != nullptr) {
+          type.symbol = FindStructMember(slot_, stack.back().symbol->Struct, node->name).Symbol;
+        }
+        type.Dereference(CountIndices(node));
+        stack.push_back(type);
+        break;
+      case Tok::STRING:
+        type.plain_size = static_cast<int64_t>(std::string_view(node->Literal).size()) + 1;
+        stack.push_back(type);
+        break;
+      case Tok::REAL_NUMBER:
+        type.plain_size = kDoubleSize;
+        stack.push_back(type);
+        break;
+      case Tok::NUMBER:
+      case Tok::HEXNUMBER:
+      case Tok::FUNCTION_CALL:
+        type.plain_size = node->NumberSize == 8 ? kDoubleSize : kIntSize;
+        if (node->Function != nullptr) {
+          type.plain_size = node->Function->ReturnType.PointerDepth > 0
+                                ? slot_.Target.ADDRSIZE / 8
+                                : GetTypeSize(slot_, node->Function->ReturnType);
+        }
+        stack.push_back(type);
+        break;
+      case Tok::LPAREN:
+        type.plain_size = StaticSize(node->SubExpression);
+        stack.push_back(type);
+        break;
+      case Tok::STAR_REF:
+        if (!stack.empty()) stack.back().Dereference(node->StarRefCount);
+        break;
+      case Tok::BITAND_ADDRESS:
+        if (!stack.empty()) stack.back() = {nullptr, 0, 0, slot_.Target.ADDRSIZE / 8};
+        break;
+      case Tok::TYPE_CAST:
+        if (!stack.empty()) {
+          TypeSpec target;
+          target.BasicType = node->Cast->TypeToken;
+          target.Typedef = node->Cast->Typedef;
+          target.Struct = node->Cast->Struct;
+          stack.back() = {nullptr, 0, 0,
+                          node->Cast->PointerDepth > 0 ? slot_.Target.ADDRSIZE / 8 : GetTypeSize(slot_, target)};
+        }
+        break;
+      case Tok::DOT:
+      case Tok::POINTER:
+        if (stack.size() >= 2) stack.erase(stack.end() - 2);
+        break;
+      default:
+        if (kBinary.Has(node->Token) && stack.size() >= 2) {
+          const int64_t size = std::max(SizeOf(slot_, stack[stack.size() - 2]), SizeOf(slot_, stack.back()));
+          stack.pop_back();
+          stack.back() = {nullptr, 0, 0, std::max(size, kIntSize)};
+        }
+    }
+  }
+  return stack.empty() ? 0 : SizeOf(slot_, stack.back());
+}
+
+}  // namespace vorc

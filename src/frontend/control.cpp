@@ -1,0 +1,221 @@
+#include <unordered_set>
+
+#include "base/format.h"
+#include "frontend/parser.h"
+
+namespace vorc {
+
+namespace {
+
+bool IsLoop(const STATEMENT_BLOCK* statement) {
+  const StatementKind kind = statement->StatementType;
+  return kind == STATEMENT_TYPE_WHILE || kind == STATEMENT_TYPE_DO || kind == STATEMENT_TYPE_FOR;
+}
+
+const STATEMENT_BLOCK* Enclosing(const STATEMENT_BLOCK* statement) {
+  if (statement->ParentStatement != nullptr) return statement->ParentStatement;
+  return statement->ParentCodeBlock == nullptr ? nullptr : statement->ParentCodeBlock->ParentStatement;
+}
+
+const STATEMENT_BLOCK* FindLoopStatement(const STATEMENT_BLOCK* statement) {
+  do statement = Enclosing(statement);
+  while (statement != nullptr && !IsLoop(statement));
+  return statement;
+}
+
+const STATEMENT_BLOCK* FindLoopSwitchStatement(const STATEMENT_BLOCK* statement) {
+  do statement = Enclosing(statement);
+  while (statement != nullptr && !IsLoop(statement) && statement->StatementType != STATEMENT_TYPE_SWITCH);
+  return statement;
+}
+
+const STATEMENT_BLOCK* FindParentSwitchStatement(const STATEMENT_BLOCK* statement) {
+  do statement = Enclosing(statement);
+  while (statement != nullptr && statement->StatementType != STATEMENT_TYPE_SWITCH);
+  return statement;
+}
+
+constexpr TokenList kNoValue = {Tok::SEMICOLON, Tok::RSECONDBRACKET, Tok::END_OF_FILE};
+
+}  // namespace
+
+bool Parser::ParseCondition(STATEMENT_BLOCK* statement, const char* word) {
+  if (!At(Tok::LPAREN)) return Fail(0, Format("Missing '(' in '%s' statement.", word));
+  Next();
+  if (!ParseFullExpression(ContextOf(statement), &statement->Expression)) return false;
+  if (!At(Tok::RPAREN)) return Fail(0, Format("Missing ')' in '%s' statement.", word));
+  Next();
+  return true;
+}
+
+bool Parser::ParseIF(STATEMENT_BLOCK* statement) {
+  Next();
+  if (!ParseCondition(statement, "if")) return false;
+  STATEMENT_BLOCK* arm = NewDerivedStatementBlock(slot_, statement, "derived as THEN of IF statement");
+  if (!ParseArm(arm, "Syntax error in 'if' statement.", 0)) return false;
+  while (At(Tok::POUND)) scan_.ParsePound();
+  if (!At(Tok::else_)) return true;
+  Next();
+  arm = NewDerivedStatementBlock(slot_, statement, "derived as ELSE of IF statement");
+  return ParseArm(arm, "Syntax error in 'if' statement.", 0);
+}
+
+bool Parser::ParseWHILE(STATEMENT_BLOCK* statement) {
+  Next();
+  if (!ParseCondition(statement, "while")) return false;
+  STATEMENT_BLOCK* body =
+      NewDerivedStatementBlock(slot_, statement, "derived as all statements for  the while loop");
+  return ParseArm(body, "Misuse of '%s' in 'while' statement.", 70);
+}
+
+bool Parser::ParseDO(STATEMENT_BLOCK* statement) {
+  Next();
+  STATEMENT_BLOCK* body = NewDerivedStatementBlock(slot_, statement, "derived as all statements for  the do loop");
+  if (!ParseArm(body, "Misuse of '%s' in 'do' statement.", 70)) return false;
+  while (At(Tok::POUND)) scan_.ParsePound();
+  if (!Expect(Tok::while_, 0, "Missing 'while' in 'do' statement.")) return false;
+  if (!ParseCondition(statement, "while")) return false;
+  return Expect(Tok::SEMICOLON, 0, "Missing ';'.");
+}
+
+bool Parser::ParseFOR(STATEMENT_BLOCK* statement) {
+  STATEMENT_BLOCK* first = NewDerivedStatementBlock(slot_, statement, "derived as first_for_clause_statement");
+  STATEMENT_BLOCK* second = NewDerivedStatementBlock(slot_, statement, "derived as second_for_clause_statement");
+  STATEMENT_BLOCK* third = NewDerivedStatementBlock(slot_, statement, "derived as third_for_clause_statement");
+  Next();
+  if (!Expect(Tok::LPAREN, 0, "Missing '(' in 'for' statement.")) return false;
+  if (!ParseFirstForClause(first)) return false;
+  if (!ParseForClauses(second, first, "SecondForClause expression", Tok::SEMICOLON)) return false;
+  if (!Expect(Tok::SEMICOLON, 0, "Missing ';' in 'for' statement.")) return false;
+  if (!ParseForClauses(third, first, "ThirdForClause expression", Tok::RPAREN)) return false;
+  if (!Expect(Tok::RPAREN, 0, "Missing ')' in 'for' statement.")) return false;
+  STATEMENT_BLOCK* body = NewDerivedStatementBlock(slot_, statement, "derived as all statements for  the for loop");
+  body->ForScope = first;
+  return ParseArm(body, "Misuse of '%s' in 'for' statement.", 69);
+}
+
+// Declarations or expressions up to the first `;`, which is passed.
+bool Parser::ParseFirstForClause(STATEMENT_BLOCK* clause) {
+  clause->StatementType = STATEMENT_TYPE_NEWBLOCK;
+  CODE_BLOCK* block = NewCodeBlock(slot_, clause->OwnerFunction, clause);
+  block->IsForClause = true;
+  Scope scope;
+  scope.kind = Scope::Kind::kForClause;
+  scope.proc = clause->OwnerFunction;
+  scope.block = block;
+  scope.header = &block->LocalsHeader;
+  scope.statements = &block->Statements;
+  if (At(Tok::SEMICOLON)) {
+    Next();
+    return true;
+  }
+  if (AtTypeStart(scope)) return ParseDeclaration(scope);
+  while (true) {
+    STATEMENT_BLOCK* part = NewStatementBlock(slot_, scope.proc, scope.statements, block);
+    if (!ParseFullExpression(ContextOf(part), &part->Expression)) return false;
+    if (Accept(Tok::COMMA)) continue;
+    return Expect(Tok::SEMICOLON, 0, "Missing ';' in 'for' statement.");
+  }
+}
+
+// Comma-separated expressions up to `end`, each in a statement of its own.
+bool Parser::ParseForClauses(STATEMENT_BLOCK* group, STATEMENT_BLOCK* scope, const char* name, Tok end) {
+  group->ForScope = scope;
+  while (!At(end)) {
+    STATEMENT_BLOCK* part = NewDerivedStatementBlock(slot_, group, name);
+    part->ForScope = scope;
+    if (!ParseFullExpression(ContextOf(part), &part->Expression)) return false;
+    if (!Accept(Tok::COMMA)) break;
+  }
+  return true;
+}
+
+bool Parser::ParseSWITCH(STATEMENT_BLOCK* statement) {
+  Next();
+  if (!ParseCondition(statement, "switch")) return false;
+  if (!At(Tok::LSECONDBRACKET)) return Fail(0, "Missing '{' in 'switch' statement.");
+  CODE_BLOCK* block = NewCodeBlock(slot_, statement->OwnerFunction, statement);
+  Next();
+  const long line = scan_.LineNumber();
+  if (!ParseCodeBlock(statement->OwnerFunction, block)) return Fail(0, "Missing '}'");
+  if (block->Statements.First == nullptr) {
+    slot_.ErrorAt(line, 0, "Empty 'switch' statement body not allowed.");
+  }
+  return Expect(Tok::RSECONDBRACKET, 0, "Missing '}'");
+}
+
+bool Parser::ParseCase(const Scope& scope) {
+  STATEMENT_BLOCK* statement = NewStatementBlock(slot_, scope.proc, scope.statements, scope.block);
+  statement->StatementType = STATEMENT_TYPE_CASE;
+  const bool in_switch = FindParentSwitchStatement(statement) != nullptr;
+  if (!in_switch) slot_.Error(68, "Invalid use of 'case'. It must be used in 'switch' statement.");
+  Next();
+  // The value is a constant, but `?` needs its `:` first, so only what stands before one is read.
+  ExprChain chain;
+  if (!BinaryExpression(ContextOf(statement), &chain, 0)) return false;
+  if (At(Tok::QUESTION_MARK) && !ParseQuestionMark(ContextOf(statement), &chain)) return false;
+  statement->Expression = chain.First;
+  if (!Expect(Tok::COLON, 0, "Missing ':' in 'case' statement.")) return false;
+  if (in_switch && slot_.Display.ErrorCount == 0 &&
+      !slot_.Services->EvaluateConstant(statement->Expression, &statement->CaseValue)) {
+    slot_.ErrorAt(statement->Line, 84, "Case value is not a constant");
+  }
+  return true;
+}
+
+bool Parser::ParseDefaultType(const Scope& scope) {
+  STATEMENT_BLOCK* statement = NewStatementBlock(slot_, scope.proc, scope.statements, scope.block);
+  statement->StatementType = STATEMENT_TYPE_DEFAULT;
+  if (FindParentSwitchStatement(statement) == nullptr) {
+    slot_.Error(71, "Invalid use of 'default'. It must be used in 'switch' statement.");
+  }
+  Next();
+  return Expect(Tok::COLON, 0, "Missing ':' ");
+}
+
+bool Parser::ParseGotoType(STATEMENT_BLOCK* statement) {
+  Next();
+  if (!AtName()) return Fail(75, "goto: target label expected.");
+  statement->GotoLabel = scan_.WordName();
+  Next();
+  return Expect(Tok::SEMICOLON, 76, "Missing ';'.");
+}
+
+bool Parser::ParseBreakType(STATEMENT_BLOCK* statement) {
+  if (FindLoopSwitchStatement(statement) == nullptr) {
+    slot_.Error(67, "Invalid use of 'break'. It must be used in for/do/while loops or in 'switch' statements.");
+  }
+  Next();
+  return Expect(Tok::SEMICOLON, 0, "Missing ';' .");
+}
+
+bool Parser::ParseContinueType(STATEMENT_BLOCK* statement) {
+  if (FindLoopStatement(statement) == nullptr) {
+    slot_.Error(66, "Invalid use of 'continue'. It must be used in for/do/while loops.");
+  }
+  Next();
+  return Expect(Tok::SEMICOLON, 0, "Missing ';' .");
+}
+
+bool Parser::ParseReturnType(STATEMENT_BLOCK* statement) {
+  Next();
+  if (!scan_.TokenIn(kNoValue) && !ParseFullExpression(ContextOf(statement), &statement->Expression)) return false;
+  return Expect(Tok::SEMICOLON, 59, "Missing ';'");
+}
+
+void Parser::CheckSwitchStatementDulicateCaseValues(const STATEMENT_BLOCK* statement) {
+  if (statement->Block == nullptr || slot_.Display.ErrorCount > 0) return;
+  std::unordered_set<int64_t> seen;
+  bool has_default = false;
+  for (const STATEMENT_BLOCK* at = statement->Block->Statements.First; at != nullptr; at = at->Next) {
+    if (at->StatementType == STATEMENT_TYPE_DEFAULT) {
+      if (has_default) slot_.ErrorAt(at->Line, 85, "Duplicate case value 'default' ");
+      has_default = true;
+    }
+    if (at->StatementType != STATEMENT_TYPE_CASE) continue;
+    if (seen.insert(at->CaseValue).second) continue;
+    slot_.ErrorAt(at->Line, 85, Format("Duplicate case value '%d' found\n", static_cast<int>(at->CaseValue)));
+  }
+}
+
+}  // namespace vorc

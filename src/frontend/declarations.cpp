@@ -1,0 +1,488 @@
+#include "base/format.h"
+#include "frontend/layout.h"
+#include "frontend/parser.h"
+
+namespace vorc {
+
+namespace {
+
+constexpr int kMostDimensions = 128;
+constexpr int64_t kLargestDimension = int64_t{1} << 30;
+
+struct StorageWord {
+  Tok token;
+  StorageBit bit;
+};
+constexpr StorageWord kStorageWords[] = {
+    {Tok::const_, CONSTANT_VAR}, {Tok::volatile_, VOLATILE_VAR}, {Tok::static_, STATIC_VAR},
+    {Tok::register_, REGISTER_VAR}, {Tok::auto_, AUTO_VAR},      {Tok::extern_, EXTERN_VAR},
+};
+
+constexpr TokenList kUnsignedTypes = {Tok::UINT16, Tok::UINT32, Tok::UINT64, Tok::UINT128,
+                                      Tok::UINT8,  Tok::UINT4,  Tok::UINT256, Tok::UCHAR};
+constexpr TokenList kTags = {Tok::struct_, Tok::class_, Tok::union_};
+
+struct UnsignedForm {
+  Tok word;
+  Tok type;
+};
+// What `unsigned` makes of the word behind it.
+constexpr UnsignedForm kUnsignedForms[] = {
+    {Tok::char_, Tok::UCHAR},   {Tok::short_, Tok::UINT16}, {Tok::long_, Tok::UINT64},
+    {Tok::INT64, Tok::UINT64},  {Tok::INT32, Tok::UINT32},  {Tok::INT16, Tok::UINT16},
+    {Tok::INT8, Tok::UINT8},    {Tok::INT128, Tok::UINT128}, {Tok::INT256, Tok::UINT256},
+    {Tok::INT4, Tok::UINT4},    {Tok::int_, Tok::int_},
+};
+
+bool Reads(const EXPR_NODE* node, const SYM_REC* symbol) {
+  for (; node != nullptr; node = node->Next) {
+    if (node->Symbol == symbol && node->Token == Tok::IDENTIFIER) return true;
+    if (node->Token == Tok::LPAREN && Reads(node->SubExpression, symbol)) return true;
+  }
+  return false;
+}
+
+}  // namespace
+
+bool Parser::AtTypeStart(const Scope& scope) const {
+  if (scan_.TokenIn(BasicTypeList) || scan_.TokenIn(StorageList) || scan_.TokenIn(kTags)) return true;
+  if (Token() == Tok::void_ || Token() == Tok::enum_) return true;
+  if (Token() != Tok::IDENTIFIER) return false;
+  if (scope.proc != nullptr) {
+    if (auto hit = FindLocalIdentifier(slot_, scope.proc, nullptr, scope.block, scan_.WordName())) return hit.IsType();
+  }
+  return FindBasicTypeConflictGlobal(slot_, &slot_.Globals, scan_.WordName()).IsType();
+}
+
+bool Parser::ParseSpecifiers(const Scope& scope, TypeSpec* type) {
+  bool settled = false;
+  bool storage_seen = false;
+  while (true) {
+    if (scan_.TokenIn(StorageList)) {
+      ParseStorageWord(scope, type);
+      storage_seen = true;
+    } else if (settled) {
+      return true;
+    } else if (scan_.TokenIn(BasicTypeList)) {
+      settled = ParseBasicTypeWord(type);
+    } else if (At(Tok::void_)) {
+      type->BasicType = Tok::void_;
+      settled = true;
+      Next();
+    } else if (scan_.TokenIn(kTags)) {
+      if (!ParseStructDecl(scope, type)) return false;
+      settled = true;
+    } else if (At(Tok::enum_)) {
+      if (!ParseEnum(scope, type)) return false;
+      settled = true;
+    } else if (At(Tok::IDENTIFIER) && AtTypeStart(scope)) {
+      settled = ParseUserTypeName(scope, type);
+    } else if (storage_seen && scan_.TokenIn(ValidVarList)) {
+      type->BasicType = Tok::int_;
+      return true;
+    } else if (At(Tok::IDENTIFIER)) {
+      return Fail(0, scope.is_typedef ? "typedef to unknown type"
+                                      : Format("'%s' is not a data type", scan_.ClipTok().c_str()));
+    } else {
+      return Fail(0, "Declaration syntax error.");
+    }
+  }
+}
+
+bool Parser::ParseStorageWord(const Scope& scope, TypeSpec* type) {
+  for (const StorageWord& word : kStorageWords) {
+    if (!At(word.token)) continue;
+    const bool misplaced = scope.kind == Scope::Kind::kMain && (word.bit == AUTO_VAR || word.bit == REGISTER_VAR);
+    if (misplaced) {
+      slot_.Error(0, Format("Invalid storage class '%s' for the scope.", std::string(scan_.Word()).c_str()));
+    } else {
+      type->StorageType |= word.bit;
+    }
+  }
+  Next();
+  return true;
+}
+
+bool Parser::ParseBasicTypeWord(TypeSpec* type) {
+  const Tok word = Token();
+  Next();
+  switch (word) {
+    case Tok::unsigned_: ParseUnsignedWord(type); return true;
+    case Tok::short_:
+      type->BasicType = Tok::INT16;
+      type->StorageType |= SHORT_VAR | SIGNED_VAR;
+      Accept(Tok::int_);
+      return true;
+    case Tok::long_:
+    case Tok::INT64: Accept(Tok::int_); break;
+    default: break;
+  }
+  type->BasicType = word;
+  type->StorageType |= kUnsignedTypes.Has(word) ? UNSIGNED_VAR : SIGNED_VAR;
+  return true;
+}
+
+void Parser::ParseUnsignedWord(TypeSpec* type) {
+  type->BasicType = Tok::int_;
+  type->StorageType |= UNSIGNED_VAR;
+  for (const UnsignedForm& form : kUnsignedForms) {
+    if (!At(form.word)) continue;
+    type->BasicType = form.type;
+    Next();
+    if (form.word == Tok::short_ || form.word == Tok::long_ || form.word == Tok::INT64) Accept(Tok::int_);
+    return;
+  }
+}
+
+bool Parser::ParseUserTypeName(const Scope& scope, TypeSpec* type) {
+  ConflictResult found;
+  if (scope.proc != nullptr) found = FindLocalIdentifier(slot_, scope.proc, nullptr, scope.block, scan_.WordName());
+  if (!found) found = FindBasicTypeConflictGlobal(slot_, &slot_.Globals, scan_.WordName());
+  UseNamedType(found, type);
+  Next();
+  return true;
+}
+
+bool Parser::UseNamedType(const ConflictResult& found, TypeSpec* type) {
+  if (found.Typedef() != nullptr) {
+    type->BasicType = Tok::IDENTIFIER;
+    type->Typedef = found.Typedef();
+  } else if (found.Struct() != nullptr) {
+    type->BasicType = found.Struct()->DeclType;
+    type->Struct = found.Struct();
+  } else if (found.Enum() != nullptr) {
+    type->BasicType = Tok::enum_;
+    type->Enum = found.Enum();
+  }
+  return found.IsType();
+}
+
+std::string Parser::TypeText(const TypeSpec& type) const {
+  if (type.Typedef != nullptr) return type.Typedef->name->c_str();
+  return std::string(TokenName(type.BasicType));
+}
+
+bool Parser::ParseDeclaration(const Scope& scope, const FunctionTraits& traits) {
+  TypeSpec type;
+  bool good = ParseSpecifiers(scope, &type);
+  const bool tag_only = type.Struct != nullptr || type.Enum != nullptr || type.BasicType == Tok::enum_;
+  if (good && tag_only && type.Typedef == nullptr && Accept(Tok::SEMICOLON)) return true;
+  if (good && At(Tok::COLON) && scope.kind == Scope::Kind::kMain && type.Struct != nullptr && tag_only) {
+    Declarator declarator;
+    declarator.name = type.Struct->name;
+    declarator.type.BasicType = Tok::void_;
+    good = ParseMemberFunctionDefinitions(scope, &declarator, &declarator.function_body);
+    if (good && !declarator.function_body) good = Expect(Tok::SEMICOLON, 48, "Missing ';'.");
+  } else {
+    good = good && ParseDeclarators(scope, type, traits);
+  }
+  if (!good && scope.kind == Scope::Kind::kMain) Synchronize(BeginList, EofList, DollarListAndFunctionList);
+  return good;
+}
+
+bool Parser::ParseDeclarators(const Scope& scope, const TypeSpec& type, const FunctionTraits& traits) {
+  while (true) {
+    const bool starts = scan_.TokenIn(ValidVarList) || At(Tok::BITAND) || At(Tok::operator_) || AtDeclaredName();
+    if (!starts) return Fail(48, Format("Unexpected end of declaration of type '%s'", TypeText(type).c_str()));
+    bool function_body = false;
+    if (!ParseBasicTypeDecl(scope, type, traits, &function_body)) return false;
+    if (function_body) return true;
+    if (Accept(Tok::COMMA)) continue;
+    return Expect(Tok::SEMICOLON, 48, "Missing ';'.");
+  }
+}
+
+bool Parser::ParseBasicTypeDecl(const Scope& scope, const TypeSpec& type, const FunctionTraits& traits,
+                                bool* function_body) {
+  Declarator declarator;
+  declarator.type = type;
+  while (At(Tok::STAR) || At(Tok::BITAND) || At(Tok::const_)) {
+    if (!At(Tok::const_)) ++declarator.type.PointerDepth;
+    Next();
+  }
+  if (At(Tok::LPAREN)) {
+    if (!ParseFunctionPointer(scope, &declarator)) return false;
+    return true;
+  }
+  if (At(Tok::operator_)) {
+    if (!ParseOperatorName(&declarator, traits)) return false;
+    return ParseFunctionDeclarator(scope, declarator, traits, function_body);
+  }
+  if (!AtDeclaredName()) {
+    return Fail(0, Format("Missing variable name for the declaration of type '%s'", TypeText(type).c_str()));
+  }
+  declarator.name = scan_.WordName();
+  Next();
+  if (!ParseNamedDeclarator(scope, &declarator, traits)) return false;
+  *function_body = declarator.function_body;
+  return true;
+}
+
+bool Parser::ParseNamedDeclarator(const Scope& scope, Declarator* declarator, const FunctionTraits& traits) {
+  if (At(Tok::COLON) && scope.kind == Scope::Kind::kMain) {
+    return ParseMemberFunctionDefinitions(scope, declarator, &declarator->function_body);
+  }
+  if (At(Tok::LPAREN)) return ParseFunctionDeclarator(scope, *declarator, traits, &declarator->function_body);
+  if (At(Tok::LBRACKET) && !ParseArrayDimension(scope, &declarator->dimensions)) return false;
+  if (!scope.is_typedef && DisplayPureVirtualVarError(declarator->type)) return false;
+  return ParseVariable(scope, declarator, nullptr);
+}
+
+bool Parser::DeclareTypedef(const Scope& scope, const Declarator& declarator, FUNCPROTO_REC* function) {
+  if (At(Tok::ASSIGN)) return Fail(0, "Can't initialize a typedef");
+  if (auto hit = FindBasicTypeConflictGlobal(slot_, scope.header, declarator.name)) {
+    if (!(hit.Symbol() != nullptr && hit.Symbol()->ImplicitExtern)) ShowConflict(hit, declarator.name, false);
+  }
+  TYPEDEF_REC* record = CreateTypeDef(slot_, scope.header, declarator.name, declarator.type);
+  if (function != nullptr) {
+    record->TypeDefType = TYPEDEF_FUNCPROTO_TYPE;
+    record->Function = function;
+  }
+  SYM_REC shaped;
+  SetShape(slot_, &shaped, declarator.dimensions.data(), static_cast<int>(declarator.dimensions.size()));
+  record->Shape = shaped.Shape;
+  return true;
+}
+
+bool Parser::ParseVariable(const Scope& scope, Declarator* declarator, FUNCPROTO_REC* function_pointer) {
+  if (scope.is_typedef) return DeclareTypedef(scope, *declarator, function_pointer);
+  SYM_REC* existing = nullptr;
+  const bool dropped = CheckVariableConflict(scope, *declarator, &existing);
+  SYM_REC* symbol = existing;
+  if (symbol == nullptr) {
+    // A dropped declaration is still read to its end, into a symbol that no scope knows.
+    SYMBOLS_HEADER aside;
+    SYMBOLS_HEADER* header = dropped ? &aside : scope.header;
+    symbol = InsertVarName(slot_, header, declarator->name, declarator->type, false);
+  }
+  if (function_pointer != nullptr) {
+    symbol->IsFunctionPointer = true;
+    symbol->FunctionPointer = function_pointer;
+  }
+  if (!declarator->dimensions.empty()) {
+    SetShape(slot_, symbol, declarator->dimensions.data(), static_cast<int>(declarator->dimensions.size()));
+  }
+  symbol->MemberType = scope.owner != nullptr ? scope.owner->CurrentMemberAccess : MEMBER_TYPE_NONE;
+  const bool is_void = symbol->ValueType == Tok::void_ && symbol->TotalDepth == 0 && !symbol->IsFunctionPointer;
+  if (is_void) return Fail(48, "Unexpected end of declaration of type 'void'");
+  if (At(Tok::COLON)) return ParseBitField(*declarator, symbol);
+  if (symbol->Struct != nullptr && symbol->TotalDepth == 0 && !CompleteStruct(symbol->Struct)) return false;
+  if (At(Tok::ASSIGN)) return ParseInitialValue(scope, symbol);
+  if (symbol->Shape.UnsizedFirstDimension && scope.InFunction()) return Fail(0, "Unknown array size.");
+  FinishVariable(scope, symbol);
+  return true;
+}
+
+void Parser::FinishVariable(const Scope& scope, SYM_REC* symbol) {
+  const bool lives_on = scope.kind == Scope::Kind::kMain || (symbol->StorageType & STATIC_VAR) != 0;
+  if (lives_on && scope.kind != Scope::Kind::kStruct) slot_.Services->AllocateData(symbol);
+}
+
+// True if the new declaration is to be dropped; `existing` is set where it completes an older one.
+bool Parser::CheckVariableConflict(const Scope& scope, const Declarator& declarator, SYM_REC** existing) {
+  ConflictResult hit;
+  if (scope.InFunction()) {
+    hit = FindBasicTypeConflictGlobal(slot_, &scope.proc->ParametersHeader, declarator.name);
+    hit.IsParameter = static_cast<bool>(hit);
+  }
+  if (!hit) hit = FindBasicTypeConflictGlobal(slot_, scope.header, declarator.name);
+  SYM_REC* old = hit.Symbol();
+  if (!hit || (old != nullptr && old->ImplicitExtern)) return false;
+  const bool is_extern = (declarator.type.StorageType & EXTERN_VAR) != 0;
+  if (is_extern && old != nullptr) {
+    ShowConflict(hit, declarator.name, true);
+    return true;
+  }
+  if (old != nullptr && ExternVarConflict(hit) && !hit.IsParameter) {
+    ShowConflict(hit, declarator.name, true);
+    old->StorageType &= static_cast<uint16_t>(~EXTERN_VAR);
+    *existing = old;
+    return false;
+  }
+  const bool function_pointers = old != nullptr && old->IsFunctionPointer && old->Shape.DimensionCount > 0;
+  if (function_pointers && old->FunctionPointer->ReturnType.BasicType != declarator.type.BasicType) {
+    slot_.Error(0, Format("Function pointer variable '%s' has duplicate declaration of diffrent return types",
+                          declarator.name->c_str()));
+  } else {
+    ShowConflict(hit, declarator.name, false);
+  }
+  return false;
+}
+
+void Parser::ShowConflict(const ConflictResult& conflict, const Name* name, bool warning) {
+  const char* text = name->c_str();
+  const SYM_REC* symbol = conflict.Symbol();
+  if (warning) return slot_.Warning(Format("Duplicate declaration '%s'", text));
+  if (conflict.IsParameter && !(symbol != nullptr && symbol->BasicType == Tok::dollar)) {
+    slot_.Error(0, Format("Local variable name conflicts with function parameter name '%s'", text));
+  } else if (slot_.IsScript() && symbol != nullptr && symbol->BasicType == Tok::dollar) {
+    slot_.Error(0, Format("Duplicate declaration '%s': it is already a typeless name here (the $var '$%s', or a "
+                          "typeless function's parameter). Declare a typed '%s' before the first '$%s', or rename "
+                          "one of them.", text, text, text, text));
+  } else {
+    slot_.Error(0, Format("Duplicate declaration '%s'", text));
+  }
+}
+
+bool Parser::ParseInitialValue(const Scope& scope, SYM_REC* symbol) {
+  if (scope.kind == Scope::Kind::kStruct) return Fail(81, "Invalid initializer.");
+  Next();
+  symbol->HasInitializer = true;
+  const bool is_static = (symbol->StorageType & STATIC_VAR) != 0;
+  if (scope.InFunction() && !is_static) return ParseLocalValue(scope, symbol);
+  ExprContext context;
+  context.proc = scope.proc;
+  context.block = scope.block;
+  context.constant = true;
+  if (!InitializeBasicType(symbol, context)) return false;
+  slot_.Services->AllocateData(symbol);
+  slot_.Services->InitializeData(symbol);
+  return true;
+}
+
+// A local's initial value is a statement: an assignment, or for arrays and structs one that fills
+// the variable from its list.
+bool Parser::ParseLocalValue(const Scope& scope, SYM_REC* symbol) {
+  STATEMENT_BLOCK* statement = NewStatementBlock(slot_, scope.proc, scope.statements, scope.block);
+  const ExprContext context = ContextOf(statement);
+  if (IsAggregate(symbol) || At(Tok::LSECONDBRACKET)) {
+    statement->Symbol = symbol;
+    return InitializeBasicType(symbol, context);
+  }
+  ExprChain chain;
+  AddIdentifier(context, &chain, symbol->name, symbol);
+  chain.First->IsLvalue = true;
+  if (!AssignmentExpression(context, &chain)) return false;
+  if (Reads(chain.First->Next, symbol)) {
+    const char* format = scope.kind == Scope::Kind::kBlock
+                             ? "Math/Logical opration on an uninitialized variable '%s'"
+                             : "Math/Logical operation on an uninitialized variable '%s'";
+    slot_.Error(0, Format(format, symbol->name->c_str()));  // NOLINT(clang-diagnostic-format-nonliteral)
+  }
+  AddOperator(context, &chain, Tok::ASSIGN);
+  statement->Expression = chain.First;
+  return true;
+}
+
+bool Parser::ParseArrayDimension(const Scope& scope, std::vector<int64_t>* dimensions) {
+  while (At(Tok::LBRACKET)) {
+    Next();
+    if (dimensions->size() == kMostDimensions) return Fail(23, "Error in array declaration. More than 128 dimensions.");
+    if (At(Tok::RBRACKET)) dimensions->push_back(0);
+    else dimensions->push_back(EvalArrayDimensionExpression(scope));
+    if (!Expect(Tok::RBRACKET, 23, "Error in array declaration. Missing ']'.")) return false;
+  }
+  return true;
+}
+
+int64_t Parser::EvalArrayDimensionExpression(const Scope& scope) {
+  ExprContext context;
+  context.proc = scope.proc;
+  context.block = scope.block;
+  context.constant = true;
+  EXPR_NODE* head = nullptr;
+  int64_t size = 0;
+  if (!ParseFullExpression(context, &head) || slot_.Display.ErrorCount > 0) return 1;
+  if (!slot_.Services->EvaluateConstant(head, &size) || size < 1 || size > kLargestDimension) {
+    slot_.Error(25, "Error in array declaration. The size must be a positive constant.");
+    return 1;
+  }
+  return size;
+}
+
+bool Parser::ParseTypeDef(const Scope& outer) {
+  Scope scope = outer;
+  scope.is_typedef = true;
+  Next();
+  const bool starts = scan_.TokenIn(ValidTypeDefList) || scan_.TokenIn(BasicTypeList);
+  const bool good = starts ? ParseDeclaration(scope) : Fail(0, "Syntax error in declaration of 'typedef'.");
+  if (!good && outer.kind == Scope::Kind::kMain) Synchronize(BeginList, EofList);
+  return good;
+}
+
+bool Parser::ParseFunctionPointer(const Scope& scope, Declarator* declarator) {
+  Next();
+  if (!Expect(Tok::STAR, 0, "Missing '*' in function pointer declaration .")) return false;
+  while (Accept(Tok::STAR)) {
+  }
+  if (!AtDeclaredName()) return Fail(0, "Missing variable name in function pointer declaration .");
+  declarator->name = scan_.WordName();
+  Next();
+  if (At(Tok::LBRACKET)) {
+    if (scope.is_typedef) return Fail(0, "Typedef'd array of function pointers is not supported.");
+    if (!ParseArrayDimension(scope, &declarator->dimensions)) return false;
+  }
+  if (!Expect(Tok::RPAREN, 0, "Missing ')' in function pointer declaration .")) return false;
+  if (!At(Tok::LPAREN)) return Fail(0, "Missing '(' in function pointer declaration .");
+  FUNCPROTO_REC* proto = InsertFuncName(slot_, nullptr, declarator->name, declarator->type);
+  if (!ParseProcedureArgs(proto, scope)) return false;
+  return ParseVariable(scope, declarator, proto);
+}
+
+bool Parser::ParseBitField(const Declarator& declarator, SYM_REC* symbol) {
+  const std::string type = TypeText(declarator.type);
+  const Tok basic = ExtractType(*symbol);
+  if (symbol->OwnerStruct == nullptr || !ValidBitFieldType.Has(basic) || symbol->TotalDepth > 0 ||
+      symbol->Shape.DimensionCount > 0) {
+    return Fail(0, Format("Bit field not supported in the declaration of type '%s'", type.c_str()));
+  }
+  Next();
+  if (!At(Tok::NUMBER) && !At(Tok::HEXNUMBER)) {
+    return Fail(0, Format("Missing Bit field size in the declaration of type '%s'", type.c_str()));
+  }
+  const long width = std::strtol(scan_.WordText().c_str(), nullptr, 0);
+  if (width < 1 || width > 8L * GetObjectSize(slot_, symbol)) {
+    return Fail(0, Format("Bit field not supported in the declaration of type '%s'", type.c_str()));
+  }
+  symbol->BitFieldWidth = static_cast<int32_t>(width);
+  Next();
+  return true;
+}
+
+bool Parser::ParseEnum(const Scope& scope, TypeSpec* type) {
+  Next();
+  type->BasicType = Tok::enum_;
+  Name* tag = slot_.Names.Intern("");
+  ENUM_REC* known = nullptr;
+  if (AtName()) {
+    tag = scan_.WordName();
+    ConflictResult found = FindFactorIdentifier(slot_, scope.proc, nullptr, scope.block, tag);
+    known = found.Enum();
+    Next();
+  }
+  if (!At(Tok::LSECONDBRACKET)) {
+    if (known == nullptr) return Fail(26, "Syntax error in enum declaration.");
+    type->Enum = known;
+    return true;
+  }
+  if (known != nullptr) slot_.Error(31, "Duplicate enum type '%' declaration.");
+  type->Enum = CreateEnumRecord(slot_, scope.TagHeader(), tag);
+  Next();
+  return ParseEnumBody(scope, type->Enum);
+}
+
+bool Parser::ParseEnumBody(const Scope& scope, ENUM_REC* record) {
+  int64_t value = 0;
+  while (AtDeclaredName()) {
+    Name* name = scan_.WordName();
+    const ConflictResult clash = FindBasicTypeConflictGlobal(slot_, scope.TagHeader(), name);
+    if (clash) slot_.Error(31, Format("Duplicate declaration of '%s' .", name->c_str()));
+    Next();
+    if (Accept(Tok::ASSIGN)) {
+      ExprContext context;
+      context.proc = scope.proc;
+      context.block = scope.block;
+      context.constant = true;
+      EXPR_NODE* head = nullptr;
+      if (!ParseFullExpression(context, &head)) return false;
+      if (!slot_.Services->EvaluateConstant(head, &value)) return Fail(27, "Syntax error in enum declaration.");
+    }
+    InsertEnumItem(slot_, scope.TagHeader(), record, name, value++);
+    while (At(Tok::POUND)) scan_.ParsePound();
+    if (!Accept(Tok::COMMA)) break;
+    while (At(Tok::POUND)) scan_.ParsePound();
+  }
+  return Expect(Tok::RSECONDBRACKET, 28, "Missing '}' in enum declaration.");
+}
+
+}  // namespace vorc

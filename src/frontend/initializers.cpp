@@ -1,0 +1,128 @@
+#include "base/format.h"
+#include "frontend/initializer_walk.h"
+#include "frontend/parser.h"
+
+namespace vorc {
+
+namespace {
+
+struct InitializerForm {
+  Tok token;
+  InitializerKind kind;
+};
+constexpr InitializerForm kForms[] = {
+    {Tok::IDENTIFIER, INITIALIZER_TYPE_SYMBOL_ADDRESS}, {Tok::HEXNUMBER, INITIALIZER_TYPE_SYMBOL_ADDRESS},
+    {Tok::NUMBER, INITIALIZER_TYPE_NUMBER},             {Tok::PLUS, INITIALIZER_TYPE_PLUS},
+    {Tok::MINUS, INITIALIZER_TYPE_MINUS},               {Tok::LPAREN, INITIALIZER_TYPE_LPAREN},
+    {Tok::STRING, INITIALIZER_TYPE_STRING},             {Tok::BITAND, INITIALIZER_TYPE_BITAND},
+    {Tok::sizeof_, INITIALIZER_TYPE_SIZEOF},            {Tok::SINGLEQUOTE, INITIALIZER_TYPE_SINGLEQUOTE},
+    {Tok::REAL_NUMBER, INITIALIZER_TYPE_REALNUMBER},
+};
+
+InitializerKind KindOf(Tok token) {
+  for (const InitializerForm& form : kForms) {
+    if (form.token == token) return form.kind;
+  }
+  return INITIALIZER_TYPE_NULL;
+}
+
+bool IsText(const SYM_REC* symbol) { return symbol->ValueType == Tok::char_ || symbol->ValueType == Tok::UCHAR; }
+
+}  // namespace
+
+// Arrays and structs are filled from a list; everything else takes one value.
+bool Parser::IsAggregate(const SYM_REC* symbol) const {
+  const bool is_struct = symbol->Struct != nullptr && symbol->TotalDepth == 0 && !symbol->IsFunctionPointer;
+  return symbol->Shape.DimensionCount > 0 || (is_struct && At(Tok::LSECONDBRACKET));
+}
+
+INITIALIZER* Parser::InsertNewIntilizerElement(InitializerList* list, InitializerKind kind) {
+  INITIALIZER* element = slot_.New(slot_.InitializerElements, "initial values");
+  element->InitializerType = kind;
+  element->Line = scan_.LineNumber();
+  if (list->Last == nullptr) list->First = element;
+  else list->Last->Next = element;
+  list->Last = element;
+  ++list->Count;
+  return element;
+}
+
+bool Parser::InitializeBasicType(SYM_REC* symbol, const ExprContext& context) {
+  while (At(Tok::POUND)) scan_.ParsePound();
+  symbol->Initializer = {};
+  const bool list = At(Tok::LSECONDBRACKET);
+  if (symbol->Shape.DimensionCount > 0 && !list && !(IsText(symbol) && At(Tok::STRING))) {
+    return Fail(0, "'{' required while initializating variables declared with [] array dimension.");
+  }
+  if (symbol->Struct != nullptr && symbol->TotalDepth == 0 && !symbol->IsFunctionPointer && !list) {
+    return Fail(0, "'{' required while initializating struct, union or class variables");
+  }
+  if (list) {
+    INITIALIZER* element = InsertNewIntilizerElement(&symbol->Initializer, INITIALIZER_TYPE_ANOTHER_INTIALIZER_LIST);
+    Next();
+    if (!ParseInitilizerList(&element->List, context)) return false;
+  } else {
+    if (!scan_.TokenIn(ValidInitlializerList) && !At(Tok::dollar)) return Fail(81, "Invalid initializer.");
+    if (!ParseExpressionIntializer(&symbol->Initializer, context)) return false;
+  }
+  return VerifyInitilizers(symbol);
+}
+
+bool Parser::ParseExpressionIntializer(InitializerList* list, const ExprContext& context) {
+  INITIALIZER* element = InsertNewIntilizerElement(list, KindOf(Token()));
+  return ParseFullExpression(context, &element->Expression);
+}
+
+// Elements up to the `}`, which is passed.
+bool Parser::ParseInitilizerList(InitializerList* list, const ExprContext& context) {
+  const Nesting nesting(*this);
+  if (!nesting) return false;
+  bool value_due = true;
+  while (!At(Tok::RSECONDBRACKET)) {
+    if (At(Tok::POUND)) {
+      scan_.ParsePound();
+    } else if (At(Tok::COMMA)) {
+      if (value_due) return Fail(81, "Invalid initializer.");
+      value_due = true;
+      Next();
+    } else if (!value_due) {
+      return Fail(79, "Missing '}' in the initializer list.");
+    } else if (At(Tok::LSECONDBRACKET)) {
+      INITIALIZER* element = InsertNewIntilizerElement(list, INITIALIZER_TYPE_ANOTHER_INTIALIZER_LIST);
+      Next();
+      if (!ParseInitilizerList(&element->List, context)) return false;
+      value_due = false;
+    } else if (scan_.TokenIn(ValidInitlializerList) || At(Tok::dollar)) {
+      if (!ParseExpressionIntializer(list, context)) return false;
+      value_due = false;
+    } else {
+      return Fail(At(Tok::END_OF_FILE) ? 79 : 81,
+                  At(Tok::END_OF_FILE) ? "Missing '}' in the initializer list." : "Invalid initializer.");
+    }
+  }
+  Next();
+  return true;
+}
+
+// Checks the values against the variable's shape and settles an open first dimension.
+bool Parser::VerifyInitilizers(SYM_REC* symbol) {
+  ArrayShape& shape = symbol->Shape;
+  int open = 0;
+  bool misplaced = false;
+  for (int i = 0; i < shape.DimensionCount; ++i) {
+    if (shape.Dimensions[i] != 0) continue;
+    ++open;
+    misplaced |= i > 0;
+  }
+  if (open > 1) return Fail(0, "Too many sizeless dimensions '[]'");
+  if (misplaced) return Fail(0, "Wrongly placed sizeless dimensions '[]'");
+  InitializerWalk walk(slot_, [](const InitializerLeaf&) {});
+  const int64_t rows = walk.Run(symbol);
+  if (open == 1) {
+    shape.Dimensions[0] = rows;
+    shape.UnsizedFirstDimension = rows == 0;
+  }
+  return walk.good();
+}
+
+}  // namespace vorc

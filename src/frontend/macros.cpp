@@ -1,0 +1,241 @@
+#include <new>
+
+#include "base/format.h"
+#include "frontend/scanner.h"
+
+namespace vorc {
+
+namespace {
+
+constexpr int kDeepestExpansion = 32;
+// No sane macro comes near this; one that doubles itself at every level would never end.
+constexpr size_t kMostExpandedTokens = 1'000'000;
+
+}  // namespace
+
+// Delivers the next token of an open expansion. False when none is open.
+bool Scanner::GetDefineToken() {
+  while (now_.Macro != nullptr) {
+    const DEFINE_ITEM* item = now_.MacroItem;
+    if (item == nullptr) {
+      now_.MacroItem = now_.Macro->ParentItem;
+      now_.Macro = now_.Macro->Parent;
+      continue;
+    }
+    now_.MacroItem = item->Next;
+    const MacroFrame& frame = *now_.Macro;
+    if (frame.Define != nullptr && item->name != nullptr) {
+      int parameter = 0;
+      for (const DEFINE_ITEM* formal : frame.Define->Parameters) {
+        if (formal->name == item->name) break;
+        ++parameter;
+      }
+      if (parameter < frame.Define->ParameterCount) {
+        const DEFINE_ITEM* actual = frame.Arguments[parameter];
+        if (PushMacroFrame(nullptr, const_cast<DEFINE_ITEM*>(actual), nullptr)) continue;
+      }
+    }
+    DeliverItem(item);
+    return true;
+  }
+  return false;
+}
+
+void Scanner::DeliverItem(const DEFINE_ITEM* item) {
+  now_.Token = item->Token;
+  now_.Word = item->Text;
+  now_.WordName = item->name;
+  now_.FromMacro = true;
+  now_.BehindDollar = false;
+  now_.Blanks = {};
+  if (++macro_tokens_ == kMostExpandedTokens) {
+    slot_.Fatal(Format("A macro expands to more than %zu tokens.", kMostExpandedTokens));
+  }
+  if (slot_.Stopped) {
+    now_.Macro = nullptr;
+    now_.MacroItem = nullptr;
+  }
+}
+
+bool Scanner::PushMacroFrame(const DEFINE_REC* define, DEFINE_ITEM* first, const DEFINE_ITEM* const* arguments) {
+  const int depth = now_.Macro == nullptr ? 0 : now_.Macro->Depth + 1;
+  if (depth > kDeepestExpansion) return false;
+  void* memory = slot_.Texts.Allocate(sizeof(MacroFrame), alignof(MacroFrame));
+  now_.Macro = new (memory) MacroFrame{now_.Macro, now_.MacroItem, define, arguments, depth};
+  now_.MacroItem = first;
+  return true;
+}
+
+// Next token from an expansion or the file, unexpanded, comments skipped. The end of an included
+// file goes unseen.
+void Scanner::RawToken() {
+  if (GetDefineToken()) return;
+  GetTokenSkipComments();
+  while (now_.Token == Tok::END_OF_FILE && PopFile()) GetTokenSkipComments();
+}
+
+void Scanner::RawTokenSkipEol() {
+  while (true) {
+    RawToken();
+    if (now_.Token != Tok::ENDOFSTRING) return;
+    if (now_.Macro == nullptr) ReadLine();
+  }
+}
+
+void Scanner::GetComboTokenDonotSkipEol() {
+  do RawToken();
+  while (now_.Token == Tok::IDENTIFIER && !now_.BehindDollar && now_.WordName->Define != nullptr &&
+         ExpandMacro(now_.WordName->Define));
+}
+
+void Scanner::GetComboTokenSkipEol() {
+  while (true) {
+    GetComboTokenDonotSkipEol();
+    if (now_.Token != Tok::ENDOFSTRING) return;
+    ReadLine();
+  }
+}
+
+// Opens the expansion of the macro whose name is current. False leaves the name as it is.
+bool Scanner::ExpandMacro(const DEFINE_REC* define) {
+  const int depth = now_.Macro == nullptr ? 0 : now_.Macro->Depth + 1;
+  if (depth > kDeepestExpansion) return false;
+  const DEFINE_ITEM** arguments = nullptr;
+  if (define->Type == DEFINE_TYPE_MACRO && !ParseMacroCall(define, &arguments)) return true;
+  return PushMacroFrame(define, define->Items.First, arguments);
+}
+
+bool Scanner::ParseMacroCall(const DEFINE_REC* define, const DEFINE_ITEM*** arguments) {
+  RawTokenSkipEol();
+  if (now_.Token != Tok::LPAREN) {
+    slot_.Error(62, "Missing '(' in macro call.");
+    return false;
+  }
+  const auto count = static_cast<size_t>(define->ParameterCount);
+  *arguments = static_cast<const DEFINE_ITEM**>(slot_.Texts.Allocate((count + 1) * sizeof(DEFINE_ITEM*), 8));
+  RawTokenSkipEol();
+  for (size_t i = 0; i < count; ++i) {
+    (*arguments)[i] = CollectArgument();
+    if (i + 1 < count && now_.Token == Tok::COMMA) {
+      RawTokenSkipEol();
+    } else if (i + 1 < count) {
+      slot_.Error(63, "Argument count mismatch in macro call.");
+      return false;
+    }
+  }
+  if (now_.Token == Tok::RPAREN) return true;
+  slot_.Error(63, now_.Token == Tok::COMMA || count == 0 ? "Argument count mismatch in macro call."
+                                                         : "Missing ')' in macro call.");
+  return false;
+}
+
+// Tokens up to a comma outside parentheses or the closing parenthesis, which becomes current.
+DEFINE_ITEM* Scanner::CollectArgument() {
+  List<DEFINE_ITEM> items;
+  int depth = 0;
+  while (now_.Token != Tok::END_OF_FILE) {
+    if (depth == 0 && (now_.Token == Tok::COMMA || now_.Token == Tok::RPAREN)) break;
+    if (now_.Token == Tok::LPAREN) ++depth;
+    if (now_.Token == Tok::RPAREN) --depth;
+    items.Append(NewItem());
+    RawTokenSkipEol();
+  }
+  return items.First;
+}
+
+// The current token as an item. A character constant becomes its value, so that nothing in it is
+// taken for a macro's name later.
+DEFINE_ITEM* Scanner::NewItem() {
+  DEFINE_ITEM* item = slot_.New(slot_.DefineItems, "macro tokens");
+  item->Token = now_.Token;
+  if (now_.Token == Tok::SINGLEQUOTE) {
+    item->Text = slot_.Texts.Copy(Format("%lld", static_cast<long long>(ParseSingleQuote())));
+    return item;
+  }
+  item->Text = now_.Word;
+  item->name = now_.WordName;
+  return item;
+}
+
+void Scanner::ParseDefine() {
+  RawToken();
+  if (now_.Token != Tok::IDENTIFIER) {
+    slot_.Error(0, now_.WordName != nullptr ? "Misuse of reserved words." : "identifier expected");
+    SkipToEndOfLine();
+    NextAfterDirective();
+    return;
+  }
+  Name* name = now_.WordName;
+  if (name->Define != nullptr) {
+    slot_.Warning(Format("'%s' already defined in file '%s' line no=%d", name->c_str(),
+                         std::string(name->Define->FileName).c_str(), name->Define->LineNumber));
+    name->Define = nullptr;
+  }
+  if (slot_.DefineRecords.full()) {
+    slot_.Error(0, "Not enough memory. define entry failed");
+    SkipToEndOfLine();
+    NextAfterDirective();
+    return;
+  }
+  DEFINE_REC* define = slot_.New(slot_.DefineRecords, "macros");
+  define->name = name;
+  define->FileName = now_.Frame->Source->Name;
+  define->LineNumber = static_cast<int32_t>(now_.LineNumber);
+  if (now_.Cursor < now_.LineEnd && *now_.Cursor == '(') {
+    RawToken();
+    define->Type = DEFINE_TYPE_MACRO;
+    if (!ParseFormalParameters(define)) SkipToEndOfLine();
+  }
+  ParseReplacement(define);
+  name->Define = define;
+  NextAfterDirective();
+}
+
+bool Scanner::ParseFormalParameters(DEFINE_REC* define) {
+  RawToken();
+  while (now_.Token == Tok::IDENTIFIER) {
+    define->Parameters.Append(NewItem());
+    ++define->ParameterCount;
+    RawToken();
+    if (now_.Token != Tok::COMMA) break;
+    RawToken();
+    if (now_.Token == Tok::IDENTIFIER) continue;
+    slot_.Error(60, "Error in macro formal parameter declaration.");
+    return false;
+  }
+  if (now_.Token == Tok::RPAREN) return true;
+  if (now_.Token == Tok::ENDOFSTRING) slot_.Error(61, "Missing ')' in macro formal parameter declaration.");
+  else slot_.Error(60, "Error in macro formal parameter declaration.");
+  return false;
+}
+
+void Scanner::ParseReplacement(DEFINE_REC* define) {
+  while (true) {
+    RawToken();
+    if (now_.Token == Tok::BACKSLASH) {
+      ScanBlanks();
+      if (now_.Cursor >= now_.LineEnd && ReadLine()) continue;
+    }
+    if (now_.Token == Tok::ENDOFSTRING) return;
+    if (now_.Token == Tok::END_OF_FILE) {
+      slot_.Error(0, "Unexpected end of file.");
+      return;
+    }
+    if (now_.WordName == define->name) {
+      slot_.Error(0, "Misuse of defined name.");
+      return SkipToEndOfLine();
+    }
+    define->Items.Append(NewItem());
+    ++define->ItemCount;
+  }
+}
+
+void Scanner::ParseUndef() {
+  RawToken();
+  if (now_.WordName == nullptr) slot_.Error(0, "Syntax error followed by '#undef' statement.");
+  else now_.WordName->Define = nullptr;
+  SkipToEndOfLine();
+  NextAfterDirective();
+}
+
+}  // namespace vorc

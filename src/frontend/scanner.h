@@ -1,0 +1,190 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "frontend/slot.h"
+#include "frontend/tokens.h"
+
+namespace vorc {
+
+/// Delivers the tokens of a source file, with includes, conditionals and macros worked in. One
+/// token is current at a time; a saved state brings back any earlier one.
+class Scanner {
+ private:
+  struct FileFrame;
+  struct MacroFrame;
+
+  // Everything that SaveToken keeps. Frames are never changed once something stands on them, so a
+  // state stays good whatever is read after it.
+  struct State {
+    Tok Token = Tok::NOTOKEN;
+    std::string_view Word;
+    Name* WordName = nullptr;
+    bool FromMacro = false;
+    bool BehindDollar = false;
+    std::string_view Blanks;
+    FileFrame* Frame = nullptr;
+    const char* Cursor = nullptr;
+    const char* LineEnd = nullptr;
+    bool EndOfFile = false;
+    long LineNumber = 0;
+    MacroFrame* Macro = nullptr;
+    DEFINE_ITEM* MacroItem = nullptr;
+  };
+
+ public:
+  using SaveTokenRecord = State;
+
+  explicit Scanner(C_SLOT& slot) : slot_(slot) {}
+
+  /// Opens the main source and reads its first token. False if it can't be read.
+  bool OpenSourceCodeFile(const std::string& name);
+  /// Names a text that is compiled, or included, as if it were a file.
+  void LoadSrcFromBuffer(const std::string& name, std::string_view text);
+
+  Tok Token() const { return now_.Token; }
+  /// Spelling of the current token; of a string, its converted text.
+  std::string_view Word() const { return now_.Word; }
+  std::string WordText() const { return std::string(now_.Word); }
+  /// The current token for a message, clipped.
+  std::string ClipTok() const;
+  /// The current word as a name; null unless it is an identifier or a reserved word.
+  Name* WordName() const { return now_.WordName; }
+  bool TokenIn(const TokenList& list) const { return list.Has(now_.Token); }
+  /// True if the current token touches its predecessor.
+  bool Touching() const { return now_.Blanks.empty(); }
+  long LineNumber() const { return now_.LineNumber; }
+  /// A value that differs whenever the scanner has moved.
+  const void* Position() const { return now_.MacroItem != nullptr ? static_cast<const void*>(now_.MacroItem) : now_.Cursor; }
+
+  /// Next token, macros expanded, comments skipped; delivers line ends.
+  void GetComboTokenDonotSkipEol();
+  /// Next token, macros expanded, comments and line ends skipped.
+  void GetComboTokenSkipEol();
+
+  SaveTokenRecord SaveToken() const { return now_; }
+  void RestoreToken(const SaveTokenRecord& saved);
+
+  /// Works off the directive whose `#` is current and reads the token behind it.
+  void ParsePound();
+
+  /// Value of the character constant whose opening quote is current; the closing quote becomes
+  /// current. -1 after an error.
+  int64_t ParseSingleQuote();
+
+  /// Moves behind the line that holds `rtlend`. False at the end of the file.
+  bool SkipRtlBlock();
+
+  /// Reports conditionals that are still open at the end of the main file.
+  void ExaminePreProcessorStack();
+  bool InInclude() const { return now_.Frame != nullptr && now_.Frame->Parent != nullptr; }
+  /// How many files enclose the current one.
+  int IncludeDepth() const;
+
+ private:
+  struct SourceText {
+    std::string Name;
+    std::string Text;
+  };
+  struct IfEntry {
+    Tok Token;
+    bool Value;
+  };
+  struct FileFrame {
+    const SourceText* Source = nullptr;
+    FileFrame* Parent = nullptr;
+    int Depth = 0;
+    bool Reported = false;
+    std::vector<IfEntry> Ifs;
+    // Where to go on once the files on top of this one have ended.
+    const char* Cursor = nullptr;
+    const char* LineEnd = nullptr;
+    long LineNumber = 0;
+  };
+  /// A macro's replacement, or an actual argument's tokens, that is being delivered.
+  struct MacroFrame {
+    MacroFrame* Parent = nullptr;
+    DEFINE_ITEM* ParentItem = nullptr;
+    const DEFINE_REC* Define = nullptr;      ///< null for an argument's tokens
+    const DEFINE_ITEM* const* Arguments = nullptr;
+    int Depth = 0;
+  };
+
+  // scanner.cpp
+  void GetToken();
+  void ScanBlanks();
+  void ScanWord();
+  void ScanNumber();
+  void ScanHexNumber(const char* start);
+  void ScanFraction(const char* start);
+  void ScanOthers();
+  void ScanString();
+  void SetToken(Tok token, const char* start, const char* end);
+  void SetEndOfString();
+  Tok ReserveWord(Name* name) const;
+  void JoinDoubleLong();
+  bool SkipComment();
+  void ParseBlockCommentBegin();
+  void GetTokenSkipComments();
+  int64_t ScanEscape();
+  std::string_view ScanQuotedWord();
+
+  // source_files.cpp
+  const SourceText* LoadFile(const std::string& path);
+  const SourceText* FindBufferFile(const std::string& name) const;
+  void PushFile(const SourceText* source);
+  bool PopFile();
+  bool ReadLine();
+  void UpdatePlace();
+  void ParseInclude();
+  bool ReadIncludeName(std::string* name);
+  void CheckAfterInclude();
+  bool OpenIncludeFile(const std::string& name);
+  void ReportOpenIfs(FileFrame* frame);
+
+  // macros.cpp
+  bool GetDefineToken();
+  void DeliverItem(const DEFINE_ITEM* item);
+  bool PushMacroFrame(const DEFINE_REC* define, DEFINE_ITEM* first, const DEFINE_ITEM* const* arguments);
+  void RawToken();
+  void RawTokenSkipEol();
+  bool ExpandMacro(const DEFINE_REC* define);
+  bool ParseMacroCall(const DEFINE_REC* define, const DEFINE_ITEM*** arguments);
+  DEFINE_ITEM* CollectArgument();
+  DEFINE_ITEM* NewItem();
+  void ParseDefine();
+  bool ParseFormalParameters(DEFINE_REC* define);
+  void ParseReplacement(DEFINE_REC* define);
+  void ParseUndef();
+
+  // directives.cpp
+  void SkipToEndOfLine();
+  void ParsePreProcessIfs(Tok directive);
+  void ParsePreProcessElif();
+  void ParsePreProcessElse();
+  void ParsePreProcessEndif();
+  bool EvaluateCondition(Tok directive) const;
+  int64_t FindDefineNumber(const Name* name) const;
+  bool BranchIsOpen() const;
+  void SkipGroup(bool to_endif_only);
+  Tok DirectiveOfLine();
+  void NextAfterDirective();
+
+  C_SLOT& slot_;
+  State now_;
+  std::unordered_map<std::string, const SourceText*> files_by_path_;
+  std::deque<SourceText> sources_;
+  std::deque<SourceText> buffers_;
+  std::deque<FileFrame> frames_;
+  size_t macro_tokens_ = 0;   ///< tokens delivered by macros since the last one from a file
+  int opened_files_ = 0;
+  bool joining_long_ = false;
+};
+
+}  // namespace vorc
