@@ -30,11 +30,14 @@ void ReportTooLarge(const std::string& path, size_t size, size_t limit) {
       path.c_str(), static_cast<long>(size), static_cast<int>(limit));
 }
 
+bool Put(std::string_view bytes, std::FILE* file) {
+  return bytes.empty() || std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size();
+}
+
 // A full disk may show only when the last buffered bytes leave for it, at the close.
 bool WriteAndClose(File file, std::string_view text, std::string_view end) {
   if (!file) return false;
-  const bool written = std::fwrite(text.data(), 1, text.size(), file.get()) == text.size() &&
-                       std::fwrite(end.data(), 1, end.size(), file.get()) == end.size();
+  const bool written = Put(text, file.get()) && Put(end, file.get());
   return std::fclose(file.release()) == 0 && written;
 }
 
@@ -64,7 +67,7 @@ std::string MorvFileRead(const std::string& path, size_t limit) {
 }
 
 bool MorvFileWrite(const std::string& path, std::string_view text) {
-  return WriteAndClose(MorvSafeFopen(path, "wb"), text, {});
+  return WriteAndClose(MorvSafeFopen(path, "wb"), text, "");
 }
 
 bool MorvFileAppendLine(const std::string& path, std::string_view text) {

@@ -27,7 +27,7 @@ std::optional<std::string> ReadToEnd(std::FILE* file);
 /// Reads a file by lines of any length. Views stay valid until the next call of a reading function.
 class LineReader {
  public:
-  static constexpr size_t kBlockSize = size_t{256} * 1024;
+  static constexpr size_t kBlockSize = size_t{64} * 1024;
 
   explicit LineReader(File file, size_t block_size = kBlockSize);
 

@@ -6,7 +6,7 @@
 namespace vorc {
 
 size_t FindBytes(std::string_view text, std::string_view needle, size_t from) {
-  if (from > text.size()) return std::string_view::npos;
+  if (from > text.size() || needle.size() > text.size() - from) return std::string_view::npos;
   if (needle.empty()) return from;
   const void* hit = memmem(text.data() + from, text.size() - from, needle.data(), needle.size());
   return hit == nullptr ? std::string_view::npos
