@@ -60,8 +60,10 @@ std::string MorvBase64Encode(std::string_view bytes, size_t capacity) {
   size_t i = 0;
   for (; i + 2 < bytes.size(); i += 3) {
     const uint32_t bits = ByteAt(bytes, i) << 16 | ByteAt(bytes, i + 1) << 8 | ByteAt(bytes, i + 2);
-    for (int digit = 0; digit < 4; ++digit) to[digit] = DigitOf(bits, digit);
-    to += 4;
+    *to++ = DigitOf(bits, 0);
+    *to++ = DigitOf(bits, 1);
+    *to++ = DigitOf(bits, 2);
+    *to++ = DigitOf(bits, 3);
   }
   const size_t left = bytes.size() - i;
   if (left == 0) return text;
