@@ -1,0 +1,196 @@
+#include "lib/sandbox.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <chrono>
+#include <filesystem>
+#include <thread>
+
+#include "lib/processes.h"
+#include "temp_folder.h"
+
+namespace vorc {
+namespace {
+
+namespace fs = std::filesystem;
+
+class Sandbox : public testing::Test {
+ protected:
+  Sandbox() {
+    fs::create_directories(root_);
+    fs::create_directories(top_ / "data2");
+    fs::create_directories(root_ + "/inner");
+    top_.Write("data/file", "inside");
+    top_.Write("data2/file", "secret");
+    MorvSandboxSetRoot(root_);
+  }
+  ~Sandbox() override { MorvSandboxSetRoot(""); }
+
+  TempFolder top_;
+  std::string root_ = top_ / "data";
+};
+
+TEST_F(Sandbox, JudgesByWhereAPathLeads) {
+  fs::create_symlink("../data2/file", root_ + "/out");
+  fs::create_symlink("../data2/new", root_ + "/dangling_out");
+  fs::create_symlink("inner/new", root_ + "/dangling_in");
+  fs::create_symlink(root_ + "/dangling_out", root_ + "/inner/chain");
+  fs::create_symlink("loop", root_ + "/loop");
+  fs::create_symlink(top_ / "data2", root_ + "/folder_out");
+  fs::create_symlink(root_ + "/file", top_ / "data2/in");
+  const struct {
+    std::string path;
+    bool allowed;
+  } cases[] = {
+      {root_, true},
+      {root_ + "/file", true},
+      {root_ + "/new", true},
+      {root_ + "/inner/../new", true},
+      {root_ + "/../data/file", true},
+      {top_ / "data2/in", true},
+      {root_ + "/dangling_in", true},
+      {root_ + "/missing/new", false},
+      {root_ + "/missing/../file", false},
+      {root_ + "/inner/..", true},
+      {root_ + "/..", false},
+      {root_ + "/../data2/file", false},
+      {top_ / "data2/file", false},
+      {top_ / "data2", false},
+      {root_ + "/out", false},
+      {root_ + "/dangling_out", false},
+      {root_ + "/inner/chain", false},
+      {root_ + "/loop", false},
+      {root_ + "/folder_out/file", false},
+      {root_ + "/folder_out/new", false},
+      {root_ + std::string("/file\0/../../data2/file", 23), false},
+      {std::string(5000, 'x'), false},
+      {"", false},
+  };
+  testing::internal::CaptureStderr();
+  for (const auto& each : cases) {
+    EXPECT_EQ(MorvSandboxAllows(each.path), each.allowed) << each.path;
+    if (!each.allowed) {
+      EXPECT_EQ(MorvSafeFopen(each.path, "ab"), nullptr) << each.path;
+    }
+  }
+  testing::internal::GetCapturedStderr();
+  EXPECT_FALSE(fs::exists(top_ / "data2/new"));
+  EXPECT_EQ(FileText(top_ / "data2/file"), "secret");
+  ASSERT_NE(MorvSafeFopen(root_ + "/dangling_in", "wb"), nullptr);
+  EXPECT_TRUE(fs::exists(root_ + "/inner/new"));
+}
+
+TEST_F(Sandbox, TellsWhatItRefuses) {
+  testing::internal::CaptureStderr();
+  EXPECT_EQ(MorvSafeFopen("/etc/passwd", "rb"), nullptr);
+  EXPECT_EQ(MorvSafeFopen(root_ + "/nothing", "rb"), nullptr);
+  EXPECT_EQ(MorvExec("touch x"), -1);
+  EXPECT_EQ(MorvExecCapture({}, 100), "");
+  EXPECT_EQ(testing::internal::GetCapturedStderr(),
+            "morv: refused '/etc/passwd' - outside MORV_FILE_ROOT (" + root_ +
+                ")\nmorv: refused to run 'touch x' - no process may start inside MORV_FILE_ROOT (" + root_ +
+                ")\nmorv: refused to run '(a command)' - no process may start inside MORV_FILE_ROOT (" +
+                root_ + ")\n");
+}
+
+TEST_F(Sandbox, TakesRootsOfManyForms) {
+  const std::string file = root_ + "/file";
+  MorvSandboxSetRoot("/");
+  EXPECT_TRUE(MorvSandboxActive());
+  EXPECT_TRUE(MorvSandboxAllows("/etc/passwd"));
+  EXPECT_NE(MorvSafeFopen(file, "rb"), nullptr);
+  MorvSandboxSetRoot(root_ + "/inner/..//");
+  EXPECT_TRUE(MorvSandboxAllows(file));
+  EXPECT_FALSE(MorvSandboxAllows(top_ / "data2/file"));
+  MorvSandboxSetRoot(top_ / "not_there/\\");
+  EXPECT_FALSE(MorvSandboxAllows(file));
+  EXPECT_FALSE(MorvSandboxAllows(top_ / "not_there_either"));
+  MorvSandboxSetRoot("");
+  EXPECT_FALSE(MorvSandboxActive());
+  EXPECT_TRUE(MorvSandboxAllows("/etc/passwd"));
+}
+
+// One thread swaps a file for a link that leads out while another opens it.
+TEST_F(Sandbox, OpensTheFileThatItJudged) {
+  const std::string victim = top_.Write("data/inner/victim", "inside");
+  std::atomic<bool> done = false;
+  std::thread swapper([&] {
+    while (!done) {
+      fs::create_symlink(top_ / "data2/file", top_ / "link");
+      fs::rename(top_ / "link", victim);
+      fs::rename(top_.Write("harmless", "inside"), victim);
+    }
+  });
+  int opened = 0;
+  int refused = 0;
+  const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+  testing::internal::CaptureStderr();
+  while ((opened < 1000 || refused < 1000) && std::chrono::steady_clock::now() < end) {
+    const auto text = MorvReadWholeFile(victim);
+    ++(text ? opened : refused);
+    if (text) {
+      EXPECT_NE(*text, "secret");
+    }
+  }
+  testing::internal::GetCapturedStderr();
+  done = true;
+  swapper.join();
+  EXPECT_GE(opened, 1000);
+  EXPECT_GE(refused, 1000);
+}
+
+TEST(SandboxEnvironment, IsReadOnceAtTheFirstQuestion) {
+  testing::FLAGS_gtest_death_test_style = "threadsafe";
+  TempFolder folder;
+  setenv("MORV_FILE_ROOT", folder.path().c_str(), 1);
+  EXPECT_EXIT(
+      {
+        const char* root = std::getenv("MORV_FILE_ROOT");
+        const std::string inside = std::string(root) + "/x";
+        bool right = MorvSandboxAllows(inside) && !MorvSandboxAllows("/etc/passwd");
+        unsetenv("MORV_FILE_ROOT");
+        right = right && MorvSandboxActive();
+        std::_Exit(right ? 0 : 1);
+      },
+      testing::ExitedWithCode(0), "");
+  unsetenv("MORV_FILE_ROOT");
+}
+
+TEST(SafeFopen, OpensInEveryModeAndCloseOnExec) {
+  TempFolder folder;
+  const std::string path = folder / "file";
+  for (const std::string& root : {std::string(), folder.path()}) {
+    MorvSandboxSetRoot(root);
+    EXPECT_EQ(MorvSafeFopen(path, "rb"), nullptr);
+    EXPECT_EQ(std::fputs("one", MorvSafeFopen(path, "wb").get()), 1);
+    EXPECT_EQ(std::fputs("two", MorvSafeFopen(path, "ab").get()), 1);
+    EXPECT_EQ(std::fputs("O", MorvSafeFopen(path, "r+b").get()), 1);
+    EXPECT_EQ(FileText(path), "Onetwo");
+    EXPECT_EQ(MorvSafeFopen(path, "wx"), nullptr);
+    EXPECT_EQ(MorvSafeFopen(path, "z"), nullptr);
+    EXPECT_EQ(MorvSafeFopen(folder.path(), "wb"), nullptr);
+    const File file = MorvSafeFopen(path, "rb");
+    EXPECT_EQ(fcntl(fileno(file.get()), F_GETFD), FD_CLOEXEC);
+    fs::remove(path);
+  }
+  MorvSandboxSetRoot("");
+}
+
+TEST(ReadWholeFile, ReadsAllOrNothing) {
+  TempFolder folder;
+  const std::string bytes("a\0\xff\n", 4);
+  EXPECT_EQ(MorvReadWholeFile(folder.Write("bytes", bytes)), bytes);
+  EXPECT_EQ(MorvReadWholeFile(folder.Write("empty", "")), "");
+  EXPECT_EQ(MorvReadWholeFile("/dev/zero"), "");
+  EXPECT_GT(MorvReadWholeFile("/proc/self/status").value_or("").size(), 100U);
+  const long before = OpenDescriptors();
+  EXPECT_EQ(MorvReadWholeFile(folder / "missing"), std::nullopt);
+  EXPECT_EQ(MorvReadWholeFile(folder.path()), std::nullopt);
+  EXPECT_EQ(MorvReadWholeFile("/proc/self/mem"), std::nullopt);
+  EXPECT_EQ(OpenDescriptors(), before);
+}
+
+}  // namespace
+}  // namespace vorc
