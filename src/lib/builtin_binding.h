@@ -1,0 +1,12 @@
+#pragma once
+
+#include "interp/builtin_call.h"
+
+namespace vorc {
+
+struct BuiltinBinding {
+  const char* name;
+  BuiltinHandler handler;
+};
+
+}  // namespace vorc
