@@ -61,8 +61,8 @@ ptrdiff_t Regex::MorvReMatchFrom(size_t position) {
 
 bool Regex::CanStart(size_t position) const {
   if (program_.anchored && position > 0) return false;
-  if (program_.can_be_empty) return true;
-  return position < text_.size() && program_.first[static_cast<uint8_t>(text_[position])];
+  if (position == text_.size()) return program_.empty_at_end;
+  return program_.empty_anywhere || program_.first[static_cast<uint8_t>(text_[position])];
 }
 
 // Takes every attempt past the byte at `position`. An attempt that accepts ends those after it.

@@ -44,10 +44,10 @@ class Regex {
   /// for a broken pattern; `match` is then left alone.
   bool FindFirst(std::string_view text, RegexMatch& match);
 
-  /// The first offset from `from` on where a match may start, or npos. Only a fast guess: there
-  /// may be no match at the offset, but there is none before it.
-  size_t NextCandidate(std::string_view text, size_t from) const {
-    return program_.NextCandidate(text, from);
+  /// The first offset from `from` on where a line holds bytes that a match can begin with, or npos.
+  /// Only a fast guess: there may be no match at the offset, but no line before it has one.
+  size_t NextCandidateLine(std::string_view text, size_t from) const {
+    return program_.empty_at_end ? from : program_.NextCandidate(text, from);
   }
 
  private:

@@ -178,7 +178,8 @@ class StartScan {
   }
 
   ByteSet first;
-  bool can_be_empty = false;
+  bool empty_anywhere = false;
+  bool empty_at_end = false;
 
  private:
   void Visit(const RegexInstruction& instruction) {
@@ -186,8 +187,8 @@ class StartScan {
       case RegexOp::kByte: first.set(instruction.argument); break;
       case RegexOp::kAny: first.set(); break;
       case RegexOp::kSet: first |= program_.sets[instruction.argument]; break;
-      case RegexOp::kTextEnd:
-      case RegexOp::kAccept: can_be_empty = true; break;
+      case RegexOp::kTextEnd: empty_at_end = true; break;
+      case RegexOp::kAccept: empty_anywhere = true; break;
       case RegexOp::kTextStart:
         if (pass_text_start_) pending_.push_back(instruction.next);
         break;
@@ -217,16 +218,24 @@ std::string LiteralPrefix(const RegexProgram& program) {
 
 size_t RegexProgram::NextCandidate(std::string_view text, size_t from) const {
   if (code.empty() || from > text.size()) return std::string_view::npos;
-  if (can_be_empty) return from;
-  if (!prefix.empty()) {
-    if (text.size() - from < prefix.size()) return std::string_view::npos;
-    const void* found = memmem(text.data() + from, text.size() - from, prefix.data(), prefix.size());
-    return found == nullptr ? std::string_view::npos
-                            : static_cast<size_t>(static_cast<const char*>(found) - text.data());
-  }
+  if (empty_anywhere) return from;
+  const std::string_view rest = text.substr(from);
+  const size_t found = prefix.empty() ? FindFirstByte(rest) : FindPrefix(rest);
+  if (found < rest.size()) return from + found;
+  return empty_at_end ? text.size() : std::string_view::npos;
+}
+
+// Both answer the size of `rest` if there is nothing.
+size_t RegexProgram::FindPrefix(std::string_view rest) const {
+  if (rest.size() < prefix.size()) return rest.size();
+  const void* found = memmem(rest.data(), rest.size(), prefix.data(), prefix.size());
+  return found == nullptr ? rest.size() : static_cast<size_t>(static_cast<const char*>(found) - rest.data());
+}
+
+size_t RegexProgram::FindFirstByte(std::string_view rest) const {
+  if (first.none()) return rest.size();
   const auto possible = [this](char byte) { return first[static_cast<uint8_t>(byte)]; };
-  const auto found = std::find_if(text.begin() + static_cast<ptrdiff_t>(from), text.end(), possible);
-  return found == text.end() ? std::string_view::npos : static_cast<size_t>(found - text.begin());
+  return static_cast<size_t>(std::find_if(rest.begin(), rest.end(), possible) - rest.begin());
 }
 
 RegexProgram CompileRegex(const RegexTree& tree, size_t group_slots) {
@@ -237,8 +246,9 @@ RegexProgram CompileRegex(const RegexTree& tree, size_t group_slots) {
   const StartScan anywhere(program, true);
   const StartScan behind_start(program, false);
   program.first = anywhere.first;
-  program.can_be_empty = anywhere.can_be_empty;
-  program.anchored = behind_start.first.none() && !behind_start.can_be_empty;
+  program.empty_anywhere = anywhere.empty_anywhere;
+  program.empty_at_end = anywhere.empty_anywhere || anywhere.empty_at_end;
+  program.anchored = behind_start.first.none() && !behind_start.empty_anywhere && !behind_start.empty_at_end;
   program.prefix = LiteralPrefix(program);
   return program;
 }

@@ -32,11 +32,12 @@ struct RegexInstruction {
 struct RegexProgram {
   std::vector<RegexInstruction> code;  ///< starts at 0; empty for a pattern that matches nothing
   std::vector<ByteSet> sets;
-  size_t group_slots = 0;     ///< groups whose positions are stored
-  std::string prefix;         ///< bytes that each match begins with
-  ByteSet first;              ///< bytes that a match can begin with
-  bool can_be_empty = false;  ///< some match may consume nothing: `first` excludes no offset
-  bool anchored = false;      ///< no match can start behind offset 0
+  size_t group_slots = 0;       ///< groups whose positions are stored
+  std::string prefix;           ///< bytes that each match begins with
+  ByteSet first;                ///< bytes that a match can begin with, unless it is empty
+  bool empty_anywhere = false;  ///< a match may consume nothing, at any offset
+  bool empty_at_end = false;    ///< a match may consume nothing, at the end of the text
+  bool anchored = false;        ///< no match can start behind offset 0
 
   /// The slots of a group's start and end. Slot 0 is the start of the match.
   static uint32_t StartSlot(int32_t group) { return static_cast<uint32_t>(1 + 2 * group); }
@@ -46,6 +47,10 @@ struct RegexProgram {
   /// The first offset from `from` on where a match may start, or npos if there is none. Judges by
   /// the first bytes of a match alone, as if `^` stood for any offset.
   size_t NextCandidate(std::string_view text, size_t from) const;
+
+ private:
+  size_t FindPrefix(std::string_view rest) const;
+  size_t FindFirstByte(std::string_view rest) const;
 };
 
 /// Makes the program of a pattern that stores at most `group_slots` groups.
