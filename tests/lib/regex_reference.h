@@ -13,8 +13,12 @@ class ReferenceRegex {
  public:
   explicit ReferenceRegex(std::string_view pattern) : tree_(ParseRegex(pattern)) {}
 
+  /// True if the last search was broken off, since trying everything can take for ever.
+  bool gave_up() const { return steps_ > kMostSteps; }
+
   bool FindFirst(std::string_view text, RegexMatch& match) {
     text_ = text;
+    steps_ = 0;
     for (size_t start = 0; tree_.ok && start <= text.size(); ++start) {
       match = {};
       const auto accept = [&](size_t end) {
@@ -28,6 +32,7 @@ class ReferenceRegex {
   }
 
  private:
+  static constexpr int kMostSteps = 20000;
   using Rest = std::function<bool(size_t)>;
 
   bool Consume(bool fits, size_t at, const Rest& rest) { return at < text_.size() && fits && rest(at + 1); }
@@ -52,6 +57,7 @@ class ReferenceRegex {
   }
 
   bool Try(int32_t index, size_t at, const Rest& rest) {
+    if (++steps_ > kMostSteps) return false;
     if (index < 0) return rest(at);
     const RegexNode& node = tree_.nodes[static_cast<size_t>(index)];
     const auto byte = static_cast<uint8_t>(at < text_.size() ? text_[at] : 0);
@@ -74,6 +80,7 @@ class ReferenceRegex {
 
   RegexTree tree_;
   std::string_view text_;
+  int steps_ = 0;
   RegexMatch* match_ = nullptr;
 };
 
