@@ -1,1 +1,74 @@
-int main() { return 0; }
+#include <pthread.h>
+
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+#include <vector>
+
+#include "driver/compile.h"
+#include "driver/options.h"
+#include "lib/processes.h"
+#include "lib/sandbox.h"
+
+namespace {
+
+constexpr const char* kVersion = "1.0.0+edf87ed-dirty";
+// Deeply nested sources and scripts that recurse need more than the host gives a first thread.
+constexpr size_t kStackSize = size_t{512} << 20;
+
+struct Run {
+  const vorc::Options* options;
+  int status;
+};
+
+void* RunOnThread(void* argument) {
+  auto* run = static_cast<Run*>(argument);
+  run->status = vorc::RunCompilation(*run->options);
+  return nullptr;
+}
+
+int RunWithLargeStack(const vorc::Options& options) {
+  Run run{&options, vorc::kExitFailure};
+  pthread_attr_t attributes;
+  pthread_attr_init(&attributes);
+  pthread_attr_setstacksize(&attributes, kStackSize);
+  pthread_t thread;
+  if (pthread_create(&thread, &attributes, RunOnThread, &run) != 0) RunOnThread(&run);
+  else pthread_join(thread, nullptr);
+  pthread_attr_destroy(&attributes);
+  return run.status;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  std::setvbuf(stdout, nullptr, _IONBF, 0);
+  std::setvbuf(stderr, nullptr, _IONBF, 0);
+  vorc::IgnoreBrokenPipes();
+  std::signal(SIGCHLD, SIG_DFL);
+  // The root of the sandbox is settled before a script can touch the environment.
+  vorc::MorvSandboxActive();
+
+  const std::vector<std::string> arguments(argv + 1, argv + argc);
+  vorc::Options options;
+  if (arguments.empty()) {
+    vorc::PrintUsage();
+    return vorc::kExitFailure;
+  }
+  if (const auto status = vorc::ParseOptions(arguments, &options)) return *status;
+  if (options.version) {
+    std::printf("%s %s\n", "vorc", kVersion);
+    return vorc::kExitSuccess;
+  }
+  if (const auto status = vorc::SettleWidths(&options)) return *status;
+  if (options.llmtrace) setenv("VORC_LLMTRACE", "1", 1);
+  if (!options.script_arguments.empty()) {
+    setenv("QUERY_STRING", vorc::BuildQueryString(options.script_arguments).c_str(), 0);
+  }
+  if (options.source.empty()) {
+    vorc::PrintUsage();
+    return vorc::kExitFailure;
+  }
+  return RunWithLargeStack(options);
+}

@@ -1,6 +1,7 @@
 #include <unordered_set>
 
 #include "base/format.h"
+#include "frontend/constants.h"
 #include "frontend/parser.h"
 
 namespace vorc {
@@ -157,7 +158,7 @@ bool Parser::ParseCase(const Scope& scope) {
   statement->Expression = chain.First;
   if (!Expect(Tok::COLON, 0, "Missing ':' in 'case' statement.")) return false;
   if (in_switch && slot_.Display.ErrorCount == 0 &&
-      !slot_.Services->EvaluateConstant(statement->Expression, &statement->CaseValue)) {
+      !EvalConstantInteger(slot_, statement->Expression, &statement->CaseValue)) {
     slot_.ErrorAt(statement->Line, 84, "Case value is not a constant");
   }
   return true;

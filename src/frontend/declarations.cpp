@@ -1,5 +1,6 @@
 #include "base/format.h"
 #include "frontend/layout.h"
+#include "frontend/constants.h"
 #include "frontend/parser.h"
 
 namespace vorc {
@@ -327,7 +328,6 @@ void Parser::ShowConflict(const ConflictResult& conflict, const Name* name, bool
 bool Parser::ParseInitialValue(const Scope& scope, SYM_REC* symbol) {
   if (scope.kind == Scope::Kind::kStruct) return Fail(81, "Invalid initializer.");
   Next();
-  symbol->HasInitializer = true;
   const bool is_static = (symbol->StorageType & STATIC_VAR) != 0;
   if (scope.InFunction() && !is_static) return ParseLocalValue(scope, symbol);
   ExprContext context;
@@ -335,6 +335,7 @@ bool Parser::ParseInitialValue(const Scope& scope, SYM_REC* symbol) {
   context.block = scope.block;
   context.constant = true;
   if (!InitializeBasicType(symbol, context)) return false;
+  symbol->HasInitializer = true;
   slot_.Services->AllocateData(symbol);
   slot_.Services->InitializeData(symbol);
   return true;
@@ -383,7 +384,7 @@ int64_t Parser::EvalArrayDimensionExpression(const Scope& scope) {
   EXPR_NODE* head = nullptr;
   int64_t size = 0;
   if (!ParseFullExpression(context, &head) || slot_.Display.ErrorCount > 0) return 1;
-  if (!slot_.Services->EvaluateConstant(head, &size) || size < 1 || size > kLargestDimension) {
+  if (!EvalConstantInteger(slot_, head, &size) || size < 1 || size > kLargestDimension) {
     slot_.Error(25, "Error in array declaration. The size must be a positive constant.");
     return 1;
   }
@@ -475,7 +476,7 @@ bool Parser::ParseEnumBody(const Scope& scope, ENUM_REC* record) {
       context.constant = true;
       EXPR_NODE* head = nullptr;
       if (!ParseFullExpression(context, &head)) return false;
-      if (!slot_.Services->EvaluateConstant(head, &value)) return Fail(27, "Syntax error in enum declaration.");
+      if (!EvalConstantInteger(slot_, head, &value)) return Fail(27, "Syntax error in enum declaration.");
     }
     InsertEnumItem(slot_, scope.TagHeader(), record, name, value++);
     while (At(Tok::POUND)) scan_.ParsePound();

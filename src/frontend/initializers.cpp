@@ -1,4 +1,5 @@
 #include "base/format.h"
+#include "frontend/constants.h"
 #include "frontend/initializer_walk.h"
 #include "frontend/parser.h"
 
@@ -65,7 +66,7 @@ bool Parser::InitializeBasicType(SYM_REC* symbol, const ExprContext& context) {
     if (!scan_.TokenIn(ValidInitlializerList) && !At(Tok::dollar)) return Fail(81, "Invalid initializer.");
     if (!ParseExpressionIntializer(&symbol->Initializer, context)) return false;
   }
-  return VerifyInitilizers(symbol);
+  return VerifyInitilizers(symbol, context);
 }
 
 bool Parser::ParseExpressionIntializer(InitializerList* list, const ExprContext& context) {
@@ -105,7 +106,7 @@ bool Parser::ParseInitilizerList(InitializerList* list, const ExprContext& conte
 }
 
 // Checks the values against the variable's shape and settles an open first dimension.
-bool Parser::VerifyInitilizers(SYM_REC* symbol) {
+bool Parser::VerifyInitilizers(SYM_REC* symbol, const ExprContext& context) {
   ArrayShape& shape = symbol->Shape;
   int open = 0;
   bool misplaced = false;
@@ -116,13 +117,17 @@ bool Parser::VerifyInitilizers(SYM_REC* symbol) {
   }
   if (open > 1) return Fail(0, "Too many sizeless dimensions '[]'");
   if (misplaced) return Fail(0, "Wrongly placed sizeless dimensions '[]'");
-  InitializerWalk walk(slot_, [](const InitializerLeaf&) {});
+  bool constant = true;
+  InitializerWalk walk(slot_, [&](const InitializerLeaf& leaf) {
+    ConstantValue value;
+    constant = constant && (!context.constant || EvalConstantExpression(slot_, leaf.element->Expression, &value));
+  });
   const int64_t rows = walk.Run(symbol);
   if (open == 1) {
     shape.Dimensions[0] = rows;
     shape.UnsizedFirstDimension = rows == 0;
   }
-  return walk.good();
+  return walk.good() && constant;
 }
 
 }  // namespace vorc

@@ -117,7 +117,7 @@ bool Parser::ParseConstructorOrDestructor(const Scope& members, STRUCT_REC* reco
   TypeSpec type;
   type.BasicType = Tok::void_;
   Name* name = record->name;
-  if (destructor) name = slot_.Names.Intern("~" + std::string(record->name->Text));
+  if (destructor) name = slot_.Names.Intern(std::string("~").append(record->name->Text));
   FUNCPROTO_REC* proto = InsertFuncName(slot_, &record->MembersHeader, name, type);
   proto->IsConstructor = !destructor;
   proto->IsDestructor = destructor;
@@ -228,7 +228,7 @@ bool Parser::ParseMemberFunctionDefinitions(const Scope&, Declarator* declarator
     if (declarator->name != record->name) {
       return Fail(0, Format("'%s' is not a valid destructor for class or struct '%s'.", declarator->name->c_str(), class_name));
     }
-    declarator->name = slot_.Names.Intern("~" + std::string(record->name->Text));
+    declarator->name = slot_.Names.Intern(std::string("~").append(record->name->Text));
   }
   return DefineMemberFunction(record, *declarator, destructor, function_body);
 }

@@ -173,7 +173,7 @@ class Parser {
   bool ParseInitilizerList(InitializerList* list, const ExprContext& context);
   bool ParseExpressionIntializer(InitializerList* list, const ExprContext& context);
   INITIALIZER* InsertNewIntilizerElement(InitializerList* list, InitializerKind kind);
-  bool VerifyInitilizers(SYM_REC* symbol);
+  bool VerifyInitilizers(SYM_REC* symbol, const ExprContext& context);
   bool IsAggregate(const SYM_REC* symbol) const;
 
   // --- statements.cpp, control.cpp

@@ -72,7 +72,7 @@ ConflictResult Parser::FindDollarFactorIdentifier(const ExprContext& context, co
 // The name under which `$word` is kept: with its sign where a typed variable has taken the word.
 Name* Parser::MorvSplitDollarVarName(const ExprContext& context, Name* word) {
   if (context.proc == nullptr || word->Text.empty() || word->Text.size() > kLongestDollarName) return word;
-  Name* with_sign = slot_.Names.Intern("$" + std::string(word->Text));
+  Name* with_sign = slot_.Names.Intern(std::string("$").append(word->Text));
   if (FindDollarFactorIdentifier(context, with_sign).Symbol() != nullptr) return with_sign;
   const SYM_REC* plain = FindDollarFactorIdentifier(context, word).Symbol();
   const bool typed = plain != nullptr && plain->Struct == nullptr && plain->BasicType != Tok::dollar;
@@ -125,7 +125,7 @@ bool Parser::PROC_ParseIObjectDecl(const Scope& scope) {
   if (slot_.Structs.full()) return fail("Could not create the type for this 'IOBJECT' declaration (out of struct records).");
   if (slot_.SymbolRecords.full()) return fail("Could not declare this 'IOBJECT' instance (out of symbol records).");
 
-  Name* tag = slot_.Names.Intern("__iobject_type_" + std::string(name->Text));
+  Name* tag = slot_.Names.Intern(std::string("__iobject_type_").append(name->Text));
   STRUCT_REC* record = InsertNewStruct(slot_, scope.header, tag, Tok::struct_, 0);
   TypeSpec self;
   self.BasicType = Tok::this_;

@@ -54,19 +54,16 @@ struct SourcePlace {
   long Line = 0;
 };
 
-/// What the parser asks of the stage behind it: the value of a constant expression, and the
+/// What the parser asks of the stage behind it: storage for what a script declares, and the
 /// execution of a file-level statement while the file is still being read.
 class ParseServices {
  public:
   virtual ~ParseServices() = default;
 
-  /// Value of an integer constant expression. False if it isn't one; a reason that is an error of
-  /// its own (division by zero) has been reported.
-  virtual bool EvaluateConstant(EXPR_NODE* expression, int64_t* value) = 0;
+  /// Gives a global or static its zeroed storage, once.
+  virtual void AllocateData(SYM_REC* symbol) = 0;
   /// Fills a global's or static's storage from its initializer.
   virtual void InitializeData(SYM_REC* symbol) = 0;
-  /// Gives a global or static its zeroed storage.
-  virtual void AllocateData(SYM_REC* symbol) = 0;
   /// Runs a statement of `MorvMain`.
   virtual void RunStatement(STATEMENT_BLOCK* statement) = 0;
   /// True for the name of a built-in function.

@@ -306,7 +306,6 @@ MemberResult FindStructMember(C_SLOT& slot, STRUCT_REC* owner, const Name* name)
     if (at->Kind == BindingKind::kFunction) result.Function = static_cast<FUNCPROTO_REC*>(at->Record);
     if (!result) continue;
     result.Owner = owner;
-    result.BaseOffset = CalculateParentSizes(slot, owner);
     return result;
   }
   int32_t offset = 0;
@@ -320,6 +319,11 @@ MemberResult FindStructMember(C_SLOT& slot, STRUCT_REC* owner, const Name* name)
     offset += GetObjectStructSize(slot, base->Struct);
   }
   return {};
+}
+
+int32_t MemberDataOffset(C_SLOT& slot, const MemberResult& member) {
+  GetStructSize(slot, member.Owner);
+  return member.BaseOffset + CalculateParentSizes(slot, member.Owner) + member.Symbol->MemberOffset;
 }
 
 bool FriendOfClass(const FUNCPROTO_REC* function, const STRUCT_REC* owner) {

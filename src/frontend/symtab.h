@@ -66,7 +66,7 @@ FUNCPROTO_REC* FindProgramEntryLabel(const C_SLOT& slot);
 bool ExternVarConflict(const ConflictResult& result);
 bool NonProcNameConflict(const ConflictResult& result);
 
-/// A member of a class or of one of its bases, with what the bases before it add to its offset.
+/// A member of a class or of one of its bases, with the offset of that base in the object.
 struct MemberResult {
   SYM_REC* Symbol = nullptr;
   FUNCPROTO_REC* Function = nullptr;
@@ -79,6 +79,8 @@ struct MemberResult {
 
 /// Own members first, then each base in order, depth first.
 MemberResult FindStructMember(C_SLOT& slot, STRUCT_REC* owner, const Name* name);
+/// Bytes from the start of the object in which a data member was found to the member.
+int32_t MemberDataOffset(C_SLOT& slot, const MemberResult& member);
 bool FriendOfClass(const FUNCPROTO_REC* function, const STRUCT_REC* owner);
 /// True if `derived` is `base` or inherits from it by any road.
 bool InheritsFrom(const STRUCT_REC* derived, const STRUCT_REC* base);

@@ -3,7 +3,7 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "base/arena.h"
+#include "interp/memory.h"
 
 namespace vorc {
 
@@ -11,16 +11,10 @@ namespace {
 
 const BuiltinValue kMissing;
 
-// Texts that scripts receive stay valid for the whole run, since a script may keep the pointer.
-Arena& ResultTexts() {
-  static Arena arena;
-  return arena;
-}
-
 }  // namespace
 
 const BuiltinValue& BuiltinCall::Argument(size_t i) const {
-  return i < arguments_->size() ? (*arguments_)[i] : kMissing;
+  return i < arguments_.size() ? arguments_[i] : kMissing;
 }
 
 std::optional<std::string_view> BuiltinCall::Text(size_t i) const {
@@ -78,7 +72,8 @@ void BuiltinCall::ReturnText(std::string_view text, size_t limit) {
   result_ = {};
   result_.kind = BuiltinValue::Kind::kText;
   if (limit != kNoLimit && limit > 0) text = text.substr(0, limit - 1);
-  result_.text = ResultTexts().Copy(text);
+  result_.text = ScriptMemory::Instance().CopyText(text);
+  if (result_.text == nullptr) out_of_memory_ = true;
 }
 
 }  // namespace vorc

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string_view>
 #include <vector>
 
@@ -27,9 +28,9 @@ class BuiltinCall {
   static constexpr size_t kTextLimit = 4096;
   static constexpr size_t kNoLimit = static_cast<size_t>(-1);
 
-  explicit BuiltinCall(const std::vector<BuiltinValue>& arguments) : arguments_(&arguments) {}
+  explicit BuiltinCall(std::span<const BuiltinValue> arguments) : arguments_(arguments) {}
 
-  size_t Count() const { return arguments_->size(); }
+  size_t Count() const { return arguments_.size(); }
   const BuiltinValue& Argument(size_t i) const;
 
   /// The text of argument `i`, or nullopt if it is missing or no text.
@@ -48,10 +49,12 @@ class BuiltinCall {
   void ReturnText(std::string_view text, size_t limit = kTextLimit);
 
   const BuiltinValue& result() const { return result_; }
+  bool out_of_memory() const { return out_of_memory_; }
 
  private:
-  const std::vector<BuiltinValue>* arguments_;
+  std::span<const BuiltinValue> arguments_;
   BuiltinValue result_;
+  bool out_of_memory_ = false;
 };
 
 /// A built-in: reads the call's arguments, sets its result.

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <string>
+
+#include "driver/options.h"
+
+namespace vorc {
+
+/// Exit statuses of the program.
+inline constexpr int kExitSuccess = 0;
+inline constexpr int kExitFailure = 1;
+
+/// Compiles, or interprets, the source that the options name. Answers the exit status.
+int RunCompilation(const Options& options);
+
+/// A path with its extension replaced: "a/b.c" and "asm" give "a/b.asm".
+std::string SetFileExt(const std::string& path, const std::string& extension);
+
+}  // namespace vorc

@@ -1,0 +1,208 @@
+#include "interp/decode.h"
+
+#include <cstdlib>
+#include <new>
+
+#include "frontend/layout.h"
+#include "frontend/symtab.h"
+#include "interp/memory.h"
+
+namespace vorc {
+
+namespace {
+
+struct OperatorForm {
+  Tok token;
+  OpCode code;
+};
+constexpr OperatorForm kOperators[] = {
+    {Tok::PLUS, OpCode::kPlus},          {Tok::MINUS, OpCode::kMinus},
+    {Tok::STAR, OpCode::kArithmetic},    {Tok::SLASH, OpCode::kArithmetic},
+    {Tok::DIV, OpCode::kArithmetic},     {Tok::MOD, OpCode::kArithmetic},
+    {Tok::XOR, OpCode::kArithmetic},     {Tok::BITAND, OpCode::kArithmetic},
+    {Tok::BITOR, OpCode::kArithmetic},   {Tok::LEFTSHIFT, OpCode::kArithmetic},
+    {Tok::RIGHTSHIFT, OpCode::kArithmetic}, {Tok::LT, OpCode::kCompare},
+    {Tok::GT, OpCode::kCompare},         {Tok::NE, OpCode::kCompare},
+    {Tok::LE, OpCode::kCompare},         {Tok::GE, OpCode::kCompare},
+    {Tok::EQ, OpCode::kCompare},         {Tok::AND, OpCode::kAndOr},
+    {Tok::OR, OpCode::kAndOr},           {Tok::UNARYMINUS, OpCode::kNegate},
+    {Tok::UNARYPLUS, OpCode::kUnaryPlus}, {Tok::NOT, OpCode::kNotInvert},
+    {Tok::TILDA, OpCode::kNotInvert},    {Tok::ASSIGN, OpCode::kAssign},
+    {Tok::PLUS_PLUS, OpCode::kStepBefore}, {Tok::MINUS_MINUS, OpCode::kStepBefore},
+    {Tok::POST_PLUS_PLUS, OpCode::kStepAfter}, {Tok::POST_MINUS_MINUS, OpCode::kStepAfter},
+    {Tok::STAR_REF, OpCode::kStar},      {Tok::BITAND_ADDRESS, OpCode::kAddressOf},
+    {Tok::TYPE_CAST, OpCode::kCast},     {Tok::BITOR_EQ, OpCode::kCompoundAssign},
+    {Tok::BITAND_EQ, OpCode::kCompoundAssign}, {Tok::STAR_EQ, OpCode::kCompoundAssign},
+    {Tok::SLASH_EQ, OpCode::kCompoundAssign}, {Tok::MINUS_EQ, OpCode::kCompoundAssign},
+    {Tok::PLUS_EQ, OpCode::kCompoundAssign}, {Tok::DIV_EQ, OpCode::kCompoundAssign},
+    {Tok::HAT_EQ, OpCode::kCompoundAssign}, {Tok::LEFTSHIFT_EQ, OpCode::kCompoundAssign},
+    {Tok::RIGHTSHIFT_EQ, OpCode::kCompoundAssign}, {Tok::new_, OpCode::kNew},
+};
+
+enum IndirectionKind : uint8_t { kAddressKind = 1, kValueKind = 2, kPointerKind = 3 };
+
+bool IsMemberOperator(const EXPR_NODE* node) {
+  return node != nullptr && (node->Token == Tok::DOT || node->Token == Tok::POINTER);
+}
+
+}  // namespace
+
+Code* Decoder::Decode(EXPR_NODE* head) {
+  if (head == nullptr) return nullptr;
+  if (head->Decoded != nullptr) return static_cast<Code*>(head->Decoded);
+  Code* code = new (arena_.Allocate(sizeof(Code))) Code();
+  code->count = CountSteps(head);
+  code->ops = static_cast<Op*>(arena_.Allocate(sizeof(Op) * static_cast<size_t>(code->count)));
+  int next = 0;
+  for (EXPR_NODE* node = head; node != nullptr; node = node->Next) {
+    // A member's name, and the arguments behind a name that is called, belong to the step before.
+    if (IsMemberOperator(node)) continue;
+    if (node->Token == Tok::FUNCTION_ARGUMENT && node->Prev != nullptr && node->Prev->HasCall) continue;
+    Op* op = new (&code->ops[next++]) Op();
+    op->node = node;
+    op->token = node->Token;
+    DecodeNode(node, op);
+  }
+  code->ops[code->count - 1].last = true;
+  head->Decoded = code;
+  return code;
+}
+
+int Decoder::CountSteps(const EXPR_NODE* head) const {
+  int count = 0;
+  for (const EXPR_NODE* node = head; node != nullptr; node = node->Next) {
+    if (IsMemberOperator(node)) continue;
+    if (node->Token == Tok::FUNCTION_ARGUMENT && node->Prev != nullptr && node->Prev->HasCall) continue;
+    ++count;
+  }
+  return count;
+}
+
+void Decoder::DecodeNode(EXPR_NODE* node, Op* op) {
+  switch (node->Token) {
+    case Tok::NUMBER:
+    case Tok::HEXNUMBER:
+      op->code = OpCode::kNumber;
+      op->number = node->NumberValue;
+      return;
+    case Tok::REAL_NUMBER:
+      op->code = OpCode::kReal;
+      op->real = std::strtod(node->Literal, nullptr);
+      return;
+    case Tok::STRING:
+      op->code = OpCode::kString;
+      op->text = ScriptMemory::Instance().CopyText(node->Literal);
+      return;
+    case Tok::LPAREN:
+      op->code = IsMemberOperator(node->Next) || (node->MemberNext != nullptr) ? OpCode::kGroupObject : OpCode::kGroup;
+      op->sub = Decode(node->SubExpression);
+      return;
+    case Tok::this_:
+      op->code = OpCode::kThis;
+      op->symbol = node->Symbol;
+      return;
+    case Tok::QUESTION_MARK:
+      op->code = OpCode::kChoose;
+      op->sub = Decode(node->ThenExpression);
+      op->other = Decode(node->ElseExpression);
+      return;
+    case Tok::IDENTIFIER:
+    case Tok::DOLLAR_IDENTIFIER:
+    case Tok::FUNCTION_CALL: return DecodeName(node, op);
+    case Tok::FUNCTION_ARGUMENT:
+      op->code = OpCode::kValueCall;
+      op->list = DecodeArguments(node->Arguments, &op->argument_count);
+      return;
+    default: return DecodeOperator(node, op);
+  }
+}
+
+void Decoder::DecodeOperator(EXPR_NODE* node, Op* op) {
+  op->code = OpCode::kMissingOperand;
+  for (const OperatorForm& form : kOperators) {
+    if (form.token == node->Token) op->code = form.code;
+  }
+}
+
+void Decoder::DecodeName(EXPR_NODE* node, Op* op) {
+  op->indexed = node->IndexExpression != nullptr;
+  if (node->IsMember) {
+    op->code = node->Token == Tok::FUNCTION_CALL ? OpCode::kMemberCall : OpCode::kMember;
+    op->token = node->Next->Token;
+    if (op->code == OpCode::kMemberCall) op->list = DecodeArguments(node->Arguments, &op->argument_count);
+    else op->list = DecodeIndices(node->IndexExpression, &op->index_count);
+    return;
+  }
+  if (node->Token == Tok::FUNCTION_CALL) {
+    op->code = OpCode::kUserCall;
+    op->function = node->Function;
+    op->builtin = FindSystemFunction(node->name->Text);
+    op->list = DecodeArguments(node->Arguments, &op->argument_count);
+    return;
+  }
+  if (node->CallWithoutParens) {
+    op->code = OpCode::kFunctionName;
+    op->function = node->Function;
+    return;
+  }
+  SYM_REC* symbol = node->Symbol;
+  if (node->HasCall) {
+    op->code = OpCode::kNameCall;
+    op->builtin = FindSystemFunction(node->name->Text);
+    op->list = DecodeArguments(node->Next->Arguments, &op->argument_count);
+    if (symbol != nullptr && !symbol->ImplicitExtern) DecodeVariable(symbol, node, op);
+    op->indices = DecodeIndices(node->IndexExpression, &op->index_count);
+    return;
+  }
+  op->code = OpCode::kVariable;
+  op->list = DecodeIndices(node->IndexExpression, &op->index_count);
+  if (symbol != nullptr) DecodeVariable(symbol, node, op);
+}
+
+// Where a name's variable lives and what it is before its indices are applied.
+void Decoder::DecodeVariable(SYM_REC* symbol, EXPR_NODE* node, Op* op) {
+  op->symbol = symbol;
+  op->record = symbol->Struct;
+  op->type = symbol->ValueType;
+  op->depth = static_cast<int8_t>(symbol->IsFunctionPointer ? 1 : symbol->TotalDepth);
+  op->dimensions = static_cast<int8_t>(symbol->Shape.DimensionCount);
+  op->kind = op->dimensions > 0 ? kAddressKind : op->depth > 0 ? kPointerKind : kValueKind;
+  if (symbol->OwnerStruct != nullptr) {
+    op->storage = Storage::kMember;
+    STRUCT_REC* owner = node->OwnerFunction == nullptr ? nullptr : node->OwnerFunction->OwnerClass;
+    const MemberResult member = FindStructMember(slot_, owner == nullptr ? symbol->OwnerStruct : owner, symbol->name);
+    if (member.Symbol != nullptr) op->offset = MemberDataOffset(slot_, member);
+  } else if (symbol->IsParameter) {
+    op->storage = Storage::kParameter;
+    op->offset = symbol->FrameOffset;
+  } else if (symbol->IsLocal) {
+    op->storage = Storage::kLocal;
+    op->offset = symbol->FrameOffset;
+  } else {
+    op->storage = Storage::kGlobal;
+  }
+  op->plain_int = op->type == Tok::int_ && op->kind == kValueKind && symbol->BitFieldWidth == 0 &&
+                  op->storage != Storage::kMember && node->IndexExpression == nullptr;
+}
+
+Code** Decoder::DecodeArguments(EXPR_NODE* first, int16_t* count) {
+  size_t length = 0;
+  for (const EXPR_NODE* at = first; at != nullptr; at = at->NextArgument) ++length;
+  auto** list = static_cast<Code**>(arena_.Allocate(sizeof(Code*) * (length + 1)));
+  size_t next = 0;
+  for (EXPR_NODE* at = first; at != nullptr; at = at->NextArgument) list[next++] = Decode(at);
+  *count = static_cast<int16_t>(length);
+  return list;
+}
+
+Code** Decoder::DecodeIndices(EXPR_NODE* first, int16_t* count) {
+  size_t length = 0;
+  for (const EXPR_NODE* at = first; at != nullptr; at = at->NextDimension) ++length;
+  auto** list = static_cast<Code**>(arena_.Allocate(sizeof(Code*) * (length + 1)));
+  size_t next = 0;
+  for (EXPR_NODE* at = first; at != nullptr; at = at->NextDimension) list[next++] = Decode(at);
+  *count = static_cast<int16_t>(length);
+  return list;
+}
+
+}  // namespace vorc

@@ -1,0 +1,228 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "frontend/initializer_walk.h"
+#include "frontend/slot.h"
+#include "frontend/symtab.h"
+#include "interp/decode.h"
+#include "interp/memory.h"
+
+namespace vorc {
+
+/// An operand: a number, a text, or a variable that has not been read yet.
+struct Entry {
+  Tok token = Tok::NOTOKEN;        ///< NUMBER, STRING, IDENTIFIER, DOLLAR_IDENTIFIER or `this`
+  Tok number_type = Tok::NOTOKEN;  ///< type of the number
+  Tok type = Tok::NOTOKEN;         ///< basic type of the variable
+  uint8_t kind = 0;                ///< 1 an address, 2 a value, 3 a pointer
+  int8_t depth = 0;                ///< pointer levels that are left
+  int8_t dimensions = 0;           ///< array dimensions that are left
+  bool is_unsigned = false;
+  bool indexed = false;            ///< came straight from an index list
+  bool assigned = false;           ///< result of an assignment that ends the expression
+  bool address_taken = false;      ///< behind `&`
+  bool is_parameter_array = false;
+  int32_t width = 0;
+  union {
+    int64_t value = 0;
+    double real;
+  };
+  const char* text = nullptr;
+  SYM_REC* symbol = nullptr;
+  STRUCT_REC* record = nullptr;
+  char* address = nullptr;
+
+  bool IsDouble() const { return number_type == Tok::double_; }
+  bool IsVariable() const { return token == Tok::IDENTIFIER || token == Tok::DOLLAR_IDENTIFIER; }
+  bool IsDollar() const { return type == Tok::dollar && depth == 0 && dimensions == 0; }
+  int32_t Low() const { return static_cast<int32_t>(value); }
+
+  void SetInt(int32_t number) {
+    token = Tok::NUMBER;
+    number_type = Tok::int_;
+    kind = 2;
+    depth = dimensions = 0;
+    is_unsigned = indexed = assigned = address_taken = false;
+    width = 4;
+    value = number;
+    symbol = nullptr;
+    address = nullptr;
+    text = nullptr;
+  }
+  void SetDouble(double number) {
+    SetInt(0);
+    number_type = Tok::double_;
+    width = 8;
+    real = number;
+  }
+  void SetText(const char* string) {
+    SetInt(0);
+    token = Tok::STRING;
+    number_type = Tok::NOTOKEN;
+    width = 0;
+    text = string;
+  }
+};
+
+/// Runs the program records of a script: statements are walked, expressions run in decoded form.
+class Interpreter final : public ParseServices {
+ public:
+  explicit Interpreter(C_SLOT& slot);
+
+  /// Runs `main`. False after an error or without a `main`.
+  bool InterpretScript();
+
+  void AllocateData(SYM_REC* symbol) override;
+  void InitializeData(SYM_REC* symbol) override;
+  void RunStatement(STATEMENT_BLOCK* statement) override;
+  bool IsBuiltin(const Name* name) override { return FindSystemFunction(name->Text) != nullptr; }
+
+ private:
+  /// Arguments of user functions are evaluated without text concatenation and without effects of
+  /// compound assignment.
+  enum class Mode : uint8_t { kNormal, kArgument };
+
+  enum ExecStateValue : uint8_t { kNone = 0, kBreak = 1, kExit = 2, kReturn = 3, kContinue = 4 };
+
+  // --- evaluate.cpp
+  bool Evaluate(Code* code, Mode mode, Entry* result);
+  bool EvaluateObject(Code* code, Mode mode, Entry* result);
+  bool RunSteps(const Code* code, Mode mode, Entry* base, Entry** top);
+  bool Step(const Op& op, Mode mode, Entry* top);
+  bool Push(const Op& op, Mode mode, Entry* entry);
+  bool StepBinary(const Op& op, Mode mode, Entry* left, Entry* right);
+  bool RunPostfixSteps(size_t first);
+  void FinishResult(Entry* entry);
+  bool PlusMinus(const Op& op, Mode mode, Entry* left, Entry* right);
+  bool Arithmetic(const Op& op, Entry* left, Entry* right);
+  void Compare(Tok token, Entry* left, Entry* right);
+  void AndOr(Tok token, Entry* left, Entry* right);
+  void Negate(Entry* entry);
+  void NotInvert(Tok token, Entry* entry);
+  bool ConditionHolds(const Entry& entry) const;
+  bool Choose(const Op& op, Mode mode, Entry* entry);
+  bool CheckTop(const Entry* base, const Entry* top);
+
+  // --- values.cpp
+  void Materialize(Entry* entry);
+  void LoadScalar(Entry* entry, const char* address, Tok type, const SYM_REC* symbol);
+  const char* OperandText(const Entry& entry, bool* from_dollar) const;
+  const char* CheckedText(const char* text) const;
+  bool StringPlus(Entry* left, Entry* right);
+  const char* RingText(std::string_view left, std::string_view right);
+  const char* RetainReturnedString(const char* text);
+  void Assign(Entry* left, Entry* right, bool last);
+  void StoreNumber(const Entry& target, const Entry& source);
+  void StoreInteger(const Entry& target, int64_t value);
+  void StoreDollarText(SYM_REC* symbol, char* address, std::string_view text);
+  bool CompoundAssign(const Op& op, Entry* left, Entry* right);
+  bool CompoundText(const Op& op, Entry* left, Entry* right, bool* done);
+  bool PrePostStep(const EXPR_NODE* node, Tok token, Entry* entry);
+  int32_t ElementSize(const Entry& entry);
+
+  // --- places.cpp
+  bool PushVariable(const Op& op, Mode mode, Entry* entry);
+  void PlaceVariable(const Op& op, Entry* entry);
+  bool ApplyIndices(Code** indices, int count, const EXPR_NODE* node, Entry* entry);
+  bool IndexArray(const EXPR_NODE* node, int64_t index, int dimension, Entry* entry);
+  bool FollowPointer(const EXPR_NODE* node, int64_t index, Entry* entry);
+  bool StarRef(const EXPR_NODE* node, Entry* entry);
+  bool AddressOf(const EXPR_NODE* node, Entry* entry);
+  void Cast(const EXPR_NODE* node, Entry* entry);
+  bool Member(const Op& op, Entry* object);
+  bool ObjectAddress(const Op& op, Entry* object, const char* member, char** address);
+  bool CheckMemberAccess(const EXPR_NODE* node, STRUCT_REC* record, const MemberResult& member);
+  STRUCT_REC* ClassOf(const EXPR_NODE* node, const Entry& object);
+  bool NullPointer(const EXPR_NODE* node, const Entry& entry, const char* pointer);
+
+  // --- calls.cpp
+  bool UserCall(const Op& op, Entry* result);
+  bool NameCall(const Op& op, Mode mode, Entry* result);
+  bool ValueCall(const Op& op, Entry* target);
+  bool MemberCall(const Op& op, Entry* object);
+  bool CallBuiltin(const Op& op, Entry* result);
+  bool RunBuiltin(const Op& op, const BuiltinValue* arguments, size_t count, Entry* result);
+  bool AsmCall(const Op& op, Entry* result);
+  bool EvaluateArguments(const Op& op, Entry* arguments);
+  FUNCPROTO_REC* ChooseOverload(FUNCPROTO_REC* function, int count, const EXPR_NODE* node);
+  bool CallFunction(FUNCPROTO_REC* function, const Entry* arguments, int count, bool own_frame,
+                    const EXPR_NODE* node, Entry* result);
+  void BindArguments(FUNCPROTO_REC* function, const Entry* arguments, int count, int64_t base);
+  void BindArgument(SYM_REC* parameter, const Entry& argument, char* word);
+  bool CallMember(FUNCPROTO_REC* function, char* object, const EXPR_NODE* node, int argument_count, Entry* result);
+  bool RunBody(FUNCPROTO_REC* function, const EXPR_NODE* node);
+  void CopyReturnedData(const FUNCPROTO_REC* function, Entry* result);
+  void WarnCount(const FUNCPROTO_REC* function, int count, const EXPR_NODE* node);
+  static BuiltinValue ToBuiltinValue(const Entry& entry);
+  static void FromBuiltinValue(const BuiltinValue& value, Entry* entry);
+
+  // --- statements.cpp
+  bool ExecStatement(STATEMENT_BLOCK* statement);
+  bool ExecPlain(STATEMENT_BLOCK* statement);
+  bool ExecIf(STATEMENT_BLOCK* statement);
+  bool ExecWhile(STATEMENT_BLOCK* statement);
+  bool ExecDo(STATEMENT_BLOCK* statement);
+  bool ExecFor(STATEMENT_BLOCK* statement);
+  bool ExecForClauses(const STATEMENT_BLOCK* first, bool* any_true);
+  bool ExecSwitch(STATEMENT_BLOCK* statement);
+  bool ExecBlock(STATEMENT_BLOCK* statement);
+  bool ExecReturn(STATEMENT_BLOCK* statement);
+  bool ExecBreak(STATEMENT_BLOCK* statement);
+  bool ExecContinue(STATEMENT_BLOCK* statement);
+  bool ExecGoto(STATEMENT_BLOCK* statement);
+  bool EvaluateCondition(STATEMENT_BLOCK* statement, bool* holds);
+
+  // --- data.cpp
+  bool FillLocal(const STATEMENT_BLOCK* statement);
+  void StoreLeaf(const InitializerLeaf& leaf, char* base, const Entry& value);
+  char* AddressOfSymbol(const SYM_REC* symbol) const;
+  bool ConstantEntry(const InitializerLeaf& leaf, Entry* entry);
+
+  bool failed() const { return slot_.Display.ErrorCount > 0; }
+  bool Fail(const EXPR_NODE* node, const std::string& text);
+  bool HostStackLow() const;
+  char* Word(int64_t index) const { return memory_.stack() + index * static_cast<int64_t>(ScriptMemory::kWordSize); }
+
+  C_SLOT& slot_;
+  ScriptMemory& memory_;
+  Arena code_arena_;
+  Decoder decoder_{slot_, code_arena_};
+  ReservedMemory operand_memory_;
+  Entry* operands_;              ///< next free operand; expressions in progress lie below
+  Entry* operands_end_;
+  /// A postfix step waits until every other step of its expression is done.
+  struct PendingStep {
+    const Op* op;
+    Entry entry;
+  };
+  std::vector<PendingStep> pending_;
+  const char* host_stack_;       ///< a place in the host's stack when the run began
+
+  int64_t exec_stack_ptr_;       ///< next free word of the simulated stack
+  int64_t frame_base_ = 0;
+  char* this_base_ = nullptr;
+  int32_t return_reg_ = 0;
+  double return_reg_double_ = 0.0;
+  const char* return_reg_string_ = nullptr;
+  bool return_reg_is_double_ = false;
+  bool return_reg_is_string_ = false;
+
+  struct TextSlot {
+    char* buffer = nullptr;
+    size_t capacity = 0;
+  };
+  struct TextRing {
+    static constexpr size_t kSlots = 64;
+    TextSlot slots[kSlots];
+    size_t next = 0;
+  };
+  char* GrowSlot(TextSlot* slot, size_t needed);
+  TextRing concat_ring_;
+  TextRing return_ring_;
+};
+
+}  // namespace vorc

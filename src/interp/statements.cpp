@@ -1,0 +1,240 @@
+#include "base/format.h"
+#include "frontend/layout.h"
+#include "interp/interpreter.h"
+
+namespace vorc {
+
+namespace {
+
+constexpr int32_t kReturnRegister = 60;   // what a function without `return` leaves to its first caller
+
+STATEMENT_BLOCK* Enclosing(const STATEMENT_BLOCK* statement) {
+  if (statement->ParentStatement != nullptr) return statement->ParentStatement;
+  return statement->ParentCodeBlock == nullptr ? nullptr : statement->ParentCodeBlock->ParentStatement;
+}
+
+bool IsLoop(const STATEMENT_BLOCK* statement) {
+  return statement->StatementType == STATEMENT_TYPE_WHILE || statement->StatementType == STATEMENT_TYPE_DO ||
+         statement->StatementType == STATEMENT_TYPE_FOR;
+}
+
+STATEMENT_BLOCK* FindParentLoop(const STATEMENT_BLOCK* statement, bool or_switch) {
+  STATEMENT_BLOCK* at = Enclosing(statement);
+  while (at != nullptr && !IsLoop(at) && !(or_switch && at->StatementType == STATEMENT_TYPE_SWITCH)) at = Enclosing(at);
+  return at;
+}
+
+void SetBreakContinueExecutionState(STATEMENT_BLOCK* target, STATEMENT_BLOCK* statement, uint8_t state) {
+  for (STATEMENT_BLOCK* at = statement; at != nullptr && at != target; at = Enclosing(at)) at->ExecState = state;
+  target->ExecState = state;
+}
+
+bool HasLabel(const StatementList& list, const Name* name) {
+  for (const STATEMENT_BLOCK* at = list.First; at != nullptr; at = at->Next) {
+    if (at->StatementType == STATEMENT_TYPE_LABEL && at->Symbol != nullptr && at->Symbol->name == name) return true;
+  }
+  return false;
+}
+
+}  // namespace
+
+bool Interpreter::InterpretScript() {
+  return_reg_ = kReturnRegister;
+  FUNCPROTO_REC* entry = FindProgramEntryLabel(slot_);
+  if (entry == nullptr) {
+    slot_.ErrorAt(0, 0, "File has no 'main' ");
+    return false;
+  }
+  if (entry->ProcBody == nullptr) return true;
+  frame_base_ = exec_stack_ptr_;
+  UpdateArgSpOffset(slot_, entry);
+  const int64_t locals = UpdateLocalVarAddress(slot_, entry);
+  if (locals + 1 > exec_stack_ptr_) {
+    slot_.ErrorAt(entry->Line, 0, Format("The script's stack of %d words is used up in function 'main'.",
+                                         static_cast<int>(ScriptMemory::kStackWords)));
+    return false;
+  }
+  exec_stack_ptr_ -= locals + 1;
+  for (STATEMENT_BLOCK* statement = entry->ProcBody->Statements.First; statement != nullptr; statement = statement->Next) {
+    statement->ExecState = kNone;
+    if (!ExecStatement(statement)) return false;
+    if (statement->ExecState == kExit || statement->ExecState == kReturn) break;
+  }
+  return true;
+}
+
+// A statement of the file level runs as soon as it has been read, in a frame at the stack's top.
+void Interpreter::RunStatement(STATEMENT_BLOCK* statement) {
+  const int64_t top = static_cast<int64_t>(ScriptMemory::kStackWords) - 1;
+  const int64_t locals = UpdateLocalVarAddress(slot_, statement->OwnerFunction);
+  if (locals + 1 > top) {
+    slot_.ErrorAt(statement->Line, 0, Format("The script's stack of %d words is used up at file level.",
+                                             static_cast<int>(ScriptMemory::kStackWords)));
+    return;
+  }
+  frame_base_ = top;
+  exec_stack_ptr_ = top - locals - 1;
+  ExecStatement(statement);
+  exec_stack_ptr_ = top;
+}
+
+bool Interpreter::ExecStatement(STATEMENT_BLOCK* statement) {
+  switch (statement->StatementType) {
+    case STATEMENT_TYPE_PLAIN: return ExecPlain(statement);
+    case STATEMENT_TYPE_RETURN: return ExecReturn(statement);
+    case STATEMENT_TYPE_GOTO: return ExecGoto(statement);
+    case STATEMENT_TYPE_IF: return ExecIf(statement);
+    case STATEMENT_TYPE_NEWBLOCK: return ExecBlock(statement);
+    case STATEMENT_TYPE_WHILE: return ExecWhile(statement);
+    case STATEMENT_TYPE_DO: return ExecDo(statement);
+    case STATEMENT_TYPE_FOR: return ExecFor(statement);
+    case STATEMENT_TYPE_SWITCH: return ExecSwitch(statement);
+    case STATEMENT_TYPE_BREAK: return ExecBreak(statement);
+    case STATEMENT_TYPE_CONTINUE: return ExecContinue(statement);
+    default: return true;
+  }
+}
+
+bool Interpreter::ExecPlain(STATEMENT_BLOCK* statement) {
+  if (statement->Expression == nullptr) return statement->Symbol == nullptr || FillLocal(statement);
+  if (statement->IsDelete) return true;
+  Entry result;
+  return EvaluateObject(decoder_.Decode(statement->Expression), Mode::kNormal, &result) && !failed();
+}
+
+// All conditions are tested by the low 32 bits of what they give, whatever its type.
+bool Interpreter::EvaluateCondition(STATEMENT_BLOCK* statement, bool* holds) {
+  Entry value;
+  if (!Evaluate(decoder_.Decode(statement->Expression), Mode::kNormal, &value)) return false;
+  *holds = value.Low() != 0;
+  return !failed();
+}
+
+bool Interpreter::ExecIf(STATEMENT_BLOCK* statement) {
+  STATEMENT_BLOCK* then = statement->ChildStatements.First;
+  if (then == nullptr) return true;
+  statement->ExecState = kNone;
+  bool holds = false;
+  if (!EvaluateCondition(statement, &holds)) return false;
+  STATEMENT_BLOCK* arm = holds ? then : then->Next;
+  return arm == nullptr || ExecStatement(arm);
+}
+
+bool Interpreter::ExecWhile(STATEMENT_BLOCK* statement) {
+  STATEMENT_BLOCK* body = statement->ChildStatements.First;
+  while (true) {
+    statement->ExecState = kNone;
+    bool holds = false;
+    if (!EvaluateCondition(statement, &holds)) return false;
+    if (!holds) return true;
+    if (!ExecStatement(body)) return false;
+    if (statement->ExecState == kBreak) {
+      statement->ExecState = kNone;
+      return true;
+    }
+    if (statement->ExecState == kExit || statement->ExecState == kReturn) return true;
+  }
+}
+
+bool Interpreter::ExecDo(STATEMENT_BLOCK* statement) {
+  STATEMENT_BLOCK* body = statement->ChildStatements.First;
+  bool holds = true;
+  while (holds) {
+    statement->ExecState = kNone;
+    if (!ExecStatement(body)) return false;
+    if (statement->ExecState >= kBreak && statement->ExecState <= kReturn) return true;
+    if (!EvaluateCondition(statement, &holds)) return false;
+  }
+  return true;
+}
+
+// Runs every clause of a group; `any_true` tells whether one of them held.
+bool Interpreter::ExecForClauses(const STATEMENT_BLOCK* first, bool* any_true) {
+  for (const STATEMENT_BLOCK* clause = first; clause != nullptr; clause = clause->Next) {
+    if (clause->Symbol != nullptr && clause->Expression == nullptr) {
+      if (!FillLocal(clause)) return false;
+      continue;
+    }
+    Entry value;
+    if (!Evaluate(decoder_.Decode(clause->Expression), Mode::kNormal, &value)) return false;
+    if (any_true != nullptr && value.Low() != 0) *any_true = true;
+  }
+  return !failed();
+}
+
+bool Interpreter::ExecFor(STATEMENT_BLOCK* statement) {
+  STATEMENT_BLOCK* first = statement->ChildStatements.First;
+  STATEMENT_BLOCK* second = first->Next;
+  STATEMENT_BLOCK* third = second->Next;
+  STATEMENT_BLOCK* body = third->Next;
+  if (first->Block != nullptr && !ExecForClauses(first->Block->Statements.First, nullptr)) return false;
+  while (second->ChildStatements.First != nullptr) {
+    bool goes_on = false;
+    if (!ExecForClauses(second->ChildStatements.First, &goes_on)) return false;
+    if (!goes_on) return true;
+    if (!ExecStatement(body)) return false;
+    // The body's state, not the loop's own: it is what an earlier run of this loop may have left.
+    if (body->ExecState >= kBreak && body->ExecState <= kReturn) return true;
+    if (!ExecForClauses(third->ChildStatements.First, nullptr)) return false;
+  }
+  return true;
+}
+
+bool Interpreter::ExecSwitch(STATEMENT_BLOCK* statement) {
+  Entry value;
+  if (!Evaluate(decoder_.Decode(statement->Expression), Mode::kNormal, &value)) return false;
+  statement->ExecState = kNone;
+  STATEMENT_BLOCK* label = nullptr;
+  STATEMENT_BLOCK* fallback = nullptr;
+  for (STATEMENT_BLOCK* at = statement->Block->Statements.First; at != nullptr && label == nullptr; at = at->Next) {
+    if (at->StatementType == STATEMENT_TYPE_DEFAULT) fallback = at;
+    if (at->StatementType == STATEMENT_TYPE_CASE && static_cast<int32_t>(at->CaseValue) == value.Low()) label = at;
+  }
+  if (label == nullptr) label = fallback;
+  if (label == nullptr) return true;
+  for (STATEMENT_BLOCK* at = label->Next; at != nullptr; at = at->Next) {
+    if (!ExecStatement(at)) return false;
+    if (statement->ExecState == kBreak) {
+      statement->ExecState = kNone;
+      return true;
+    }
+    if (statement->ExecState != kNone) return true;
+  }
+  return true;
+}
+
+bool Interpreter::ExecBlock(STATEMENT_BLOCK* statement) {
+  if (statement->Block == nullptr) return true;
+  for (STATEMENT_BLOCK* at = statement->Block->Statements.First; at != nullptr; at = at->Next) {
+    at->ExecState = kNone;
+    if (!ExecStatement(at)) return false;
+    if (at->ExecState != kNone) return true;
+  }
+  return true;
+}
+
+bool Interpreter::ExecBreak(STATEMENT_BLOCK* statement) {
+  STATEMENT_BLOCK* target = FindParentLoop(statement, true);
+  if (target == nullptr) return false;
+  SetBreakContinueExecutionState(target, statement, kBreak);
+  return true;
+}
+
+bool Interpreter::ExecContinue(STATEMENT_BLOCK* statement) {
+  STATEMENT_BLOCK* target = FindParentLoop(statement, false);
+  if (target == nullptr) return false;
+  SetBreakContinueExecutionState(target, statement, kContinue);
+  return true;
+}
+
+// A script's `goto` only has its label checked; control goes on with the next statement.
+bool Interpreter::ExecGoto(STATEMENT_BLOCK* statement) {
+  const PROC_TABLE* body = statement->OwnerFunction->ProcBody;
+  bool found = HasLabel(body->Statements, statement->GotoLabel);
+  for (const CODE_BLOCK* block : body->Blocks) found = found || HasLabel(block->Statements, statement->GotoLabel);
+  if (found) return true;
+  slot_.ErrorAt(statement->Line, 75, Format("goto: target label not found '%s'.", statement->GotoLabel->c_str()));
+  return false;
+}
+
+}  // namespace vorc
