@@ -64,6 +64,12 @@ bool Interpreter::Evaluate(Code* code, Mode mode, Entry* result) {
     *result = Entry();
     return true;
   }
+  if (PrepareFast(code) && code->fast->exact) {
+    int32_t value = 0;
+    if (!RunFast(*code->fast, &value)) return false;
+    result->SetInt(value);
+    return true;
+  }
   Entry* base = operands_;
   Entry* top = base - 1;
   if (!RunSteps(code, mode, base, &top)) {

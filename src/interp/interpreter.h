@@ -9,6 +9,7 @@
 #include "frontend/slot.h"
 #include "frontend/symtab.h"
 #include "interp/decode.h"
+#include "interp/fast_int.h"
 #include "interp/memory.h"
 
 namespace vorc {
@@ -106,6 +107,13 @@ class Interpreter final : public ParseServices {
   bool ConditionHolds(const Entry& entry) const;
   bool Choose(const Op& op, Mode mode, Entry* entry);
   bool CheckTop(const Entry* base, const Entry* top);
+
+  // --- run_fast.cpp
+  bool PrepareFast(Code* code);
+  bool RunFast(const FastProgram& program, int32_t* result);
+  char* FastAddress(const FastOp& op) const;
+  char* FastElement(const FastOp& fast, const int32_t* indices);
+  bool EvaluateLow(Code* code, Mode mode, int32_t* low);
 
   // --- values.cpp
   void Materialize(Entry* entry);

@@ -63,11 +63,11 @@ bool Interpreter::ApplyIndices(Code** indices, int count, const EXPR_NODE* node,
   if (count > entry->dimensions + entry->depth) return Fail(node, "Illegal array reference.");
   const int total = entry->dimensions;
   for (int i = 0; i < count; ++i) {
-    Entry index;
+    int32_t index = 0;
     operands_ = entry + 1;
-    if (!Evaluate(indices[i], Mode::kNormal, &index)) return false;
-    const bool good = entry->dimensions > 0 ? IndexArray(node, index.Low(), total - entry->dimensions, entry)
-                                            : FollowPointer(node, index.Low(), entry);
+    if (!EvaluateLow(indices[i], Mode::kNormal, &index)) return false;
+    const bool good = entry->dimensions > 0 ? IndexArray(node, index, total - entry->dimensions, entry)
+                                            : FollowPointer(node, index, entry);
     if (!good) return false;
   }
   return true;

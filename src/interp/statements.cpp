@@ -98,15 +98,20 @@ bool Interpreter::ExecStatement(STATEMENT_BLOCK* statement) {
 bool Interpreter::ExecPlain(STATEMENT_BLOCK* statement) {
   if (statement->Expression == nullptr) return statement->Symbol == nullptr || FillLocal(statement);
   if (statement->IsDelete) return true;
+  Code* code = decoder_.Decode(statement->Expression);
+  if (PrepareFast(code)) {
+    int32_t value = 0;
+    return RunFast(*code->fast, &value);
+  }
   Entry result;
-  return EvaluateObject(decoder_.Decode(statement->Expression), Mode::kNormal, &result) && !failed();
+  return EvaluateObject(code, Mode::kNormal, &result) && !failed();
 }
 
 // All conditions are tested by the low 32 bits of what they give, whatever its type.
 bool Interpreter::EvaluateCondition(STATEMENT_BLOCK* statement, bool* holds) {
-  Entry value;
-  if (!Evaluate(decoder_.Decode(statement->Expression), Mode::kNormal, &value)) return false;
-  *holds = value.Low() != 0;
+  int32_t low = 0;
+  if (!EvaluateLow(decoder_.Decode(statement->Expression), Mode::kNormal, &low)) return false;
+  *holds = low != 0;
   return !failed();
 }
 
@@ -155,9 +160,9 @@ bool Interpreter::ExecForClauses(const STATEMENT_BLOCK* first, bool* any_true) {
       if (!FillLocal(clause)) return false;
       continue;
     }
-    Entry value;
-    if (!Evaluate(decoder_.Decode(clause->Expression), Mode::kNormal, &value)) return false;
-    if (any_true != nullptr && value.Low() != 0) *any_true = true;
+    int32_t low = 0;
+    if (!EvaluateLow(decoder_.Decode(clause->Expression), Mode::kNormal, &low)) return false;
+    if (any_true != nullptr && low != 0) *any_true = true;
   }
   return !failed();
 }
@@ -181,14 +186,14 @@ bool Interpreter::ExecFor(STATEMENT_BLOCK* statement) {
 }
 
 bool Interpreter::ExecSwitch(STATEMENT_BLOCK* statement) {
-  Entry value;
-  if (!Evaluate(decoder_.Decode(statement->Expression), Mode::kNormal, &value)) return false;
+  int32_t value = 0;
+  if (!EvaluateLow(decoder_.Decode(statement->Expression), Mode::kNormal, &value)) return false;
   statement->ExecState = kNone;
   STATEMENT_BLOCK* label = nullptr;
   STATEMENT_BLOCK* fallback = nullptr;
   for (STATEMENT_BLOCK* at = statement->Block->Statements.First; at != nullptr && label == nullptr; at = at->Next) {
     if (at->StatementType == STATEMENT_TYPE_DEFAULT) fallback = at;
-    if (at->StatementType == STATEMENT_TYPE_CASE && static_cast<int32_t>(at->CaseValue) == value.Low()) label = at;
+    if (at->StatementType == STATEMENT_TYPE_CASE && static_cast<int32_t>(at->CaseValue) == value) label = at;
   }
   if (label == nullptr) label = fallback;
   if (label == nullptr) return true;

@@ -373,9 +373,10 @@ bool Interpreter::CompoundAssign(const Op& op, Entry* left, Entry* right) {
   // Unlike other reads, this one keeps the sign of a narrow integer.
   if (!left->IsDouble() && left->width == 1 && place.type != Tok::UCHAR) left->value = static_cast<int8_t>(left->value);
   if (!left->IsDouble() && left->width == 2) left->value = static_cast<int16_t>(left->value);
+  if (!left->IsDouble() && left->width == 4) left->value = left->Low();
   CompoundForm a = FormOf(*left);
   CompoundForm b = FormOf(*right);
-  if (!right->IsDouble() && right->width < 8 && !right->is_unsigned) b.integer = right->Low();
+  if (!right->IsDouble() && right->width < 8) b.integer = right->Low();
   double real = 0.0;
   if ((a.is_real || b.is_real) && RealCompound(op.token, a.real, b.real, &real)) {
     left->SetDouble(real);
