@@ -212,7 +212,7 @@ bool Interpreter::PrepareFast(Code* code) {
   if (code->fast != nullptr) return !failed();
   if (code->fast_tried || code->runs++ == 0) return false;
   code->fast_tried = true;
-  code->fast = CompileFast(slot_, code_arena_, *code);
+  code->fast = CompileFast(code_arena_, *code);
   return code->fast != nullptr && !failed();
 }
 
