@@ -197,11 +197,21 @@ bool Scanner::ReadIncludeName(std::string* name) {
   return true;
 }
 
+// Only blanks and comments may follow. A comment that goes on over the line ends the check: what
+// stands behind it is read once the included file has ended.
 void Scanner::CheckAfterInclude() {
-  GetTokenSkipComments();
-  if (now_.Token != Tok::ENDOFSTRING && now_.Token != Tok::END_OF_FILE) {
-    slot_.Error(0, "Invalid symbols following 'include' statement");
-    SkipToEndOfLine();
+  const long line = now_.LineNumber;
+  while (now_.LineNumber == line) {
+    ScanBlanks();
+    if (now_.Cursor >= now_.LineEnd) return;
+    const std::string_view rest(now_.Cursor, static_cast<size_t>(now_.LineEnd - now_.Cursor));
+    if (rest.starts_with("//")) return SkipToEndOfLine();
+    if (!rest.starts_with("/*")) {
+      slot_.Error(0, "Invalid symbols following 'include' statement");
+      return SkipToEndOfLine();
+    }
+    now_.Cursor += 2;
+    ParseBlockCommentBegin();
   }
 }
 

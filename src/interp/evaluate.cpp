@@ -1,5 +1,6 @@
 #include <cstring>
 
+#include "base/trace.h"
 #include "interp/interpreter.h"
 #include "interp/numbers.h"
 
@@ -101,6 +102,10 @@ bool Interpreter::RunSteps(const Code* code, Mode mode, Entry* base, Entry** top
   const size_t pending = pending_.size();
   Entry* at = base - 1;
   for (const Op *op = code->ops, *end = op + code->count; op != end; ++op) {
+    VORC_TRACE("DIAG: InterpretEvalExpression token=%d (%s) Top=%d pl=%p conststring=%s\n",
+               static_cast<int>(op->node->Token), std::string(TokenName(op->node->Token)).c_str(),
+               static_cast<int>(at - base), static_cast<const void*>(op->node),
+               op->node->Literal == nullptr ? "(null)" : op->node->Literal);
     if (op->code <= OpCode::kNew) {
       if (op->code < OpCode::kValueCall || op->code == OpCode::kNew) ++at;
       if (at - base > kDeepestOperands && !CheckTop(base, at)) return false;

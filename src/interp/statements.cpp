@@ -1,4 +1,5 @@
 #include "base/format.h"
+#include "base/trace.h"
 #include "frontend/layout.h"
 #include "interp/interpreter.h"
 
@@ -39,6 +40,7 @@ bool HasLabel(const StatementList& list, const Name* name) {
 }  // namespace
 
 bool Interpreter::InterpretScript() {
+  VORC_TRACE("DIAG: InterpretScript entry\n");
   return_reg_ = kReturnRegister;
   FUNCPROTO_REC* entry = FindProgramEntryLabel(slot_);
   if (entry == nullptr) {

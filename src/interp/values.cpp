@@ -2,6 +2,7 @@
 #include <cstring>
 
 #include "base/format.h"
+#include "base/trace.h"
 #include "frontend/layout.h"
 #include "interp/interpreter.h"
 #include "interp/numbers.h"
@@ -64,6 +65,9 @@ int32_t Interpreter::ElementSize(const Entry& entry) {
 // Reads the variable behind an entry into its value. Numbers and texts stay as they are.
 void Interpreter::Materialize(Entry* entry) {
   if (!entry->IsVariable() || entry->address == nullptr) return;
+  VORC_TRACE("DIAG: materialize name=%s addr=%p width=%d type=%d\n",
+             entry->symbol == nullptr ? "?" : entry->symbol->name->c_str(), static_cast<void*>(entry->address),
+             ElementSize(*entry), static_cast<int>(entry->type));
   if (entry->kind == 2 && entry->depth == 0) return LoadScalar(entry, entry->address, entry->type, entry->symbol);
   if (entry->kind == 3) {
     entry->value = Read<int64_t>(entry->address);
