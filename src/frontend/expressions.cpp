@@ -382,8 +382,7 @@ bool Parser::ParseMemberChain(const ExprContext& context, ExprChain* chain, EXPR
       if (At(Tok::LBRACKET) && !ParseIndices(context, member)) return false;
     }
     member->OwnerObject = left->Symbol;
-    member->MemberPrev = left;
-    left->MemberNext = member;
+    left->IsObject = true;
     AddOperator(context, chain, op);
     left = member;
   }

@@ -38,7 +38,7 @@ Interpreter::Interpreter(C_SLOT& slot)
       frame_base_(exec_stack_ptr_) {}
 
 bool Interpreter::Fail(const EXPR_NODE* node, const std::string& text) {
-  slot_.ErrorAt(node == nullptr ? slot_.Place.Line : node->Line, 0, text);
+  slot_.ErrorAt(node == nullptr ? current_line_ : node->Line, 0, text);
   return false;
 }
 

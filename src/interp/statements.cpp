@@ -81,6 +81,7 @@ void Interpreter::RunStatement(STATEMENT_BLOCK* statement) {
 }
 
 bool Interpreter::ExecStatement(STATEMENT_BLOCK* statement) {
+  current_line_ = statement->Line;
   switch (statement->StatementType) {
     case STATEMENT_TYPE_PLAIN: return ExecPlain(statement);
     case STATEMENT_TYPE_RETURN: return ExecReturn(statement);

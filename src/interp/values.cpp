@@ -12,6 +12,8 @@ namespace vorc {
 namespace {
 
 constexpr size_t kSmallestRingText = 256;
+// A text that doubles itself in a loop ends here, with an error, and not with the host's memory.
+constexpr size_t kLongestText = size_t{32} << 20;
 
 template <typename T>
 T Read(const char* address) {
@@ -144,6 +146,12 @@ const char* Interpreter::OperandText(const Entry& entry, bool* from_dollar) cons
   return text == nullptr ? "" : text;
 }
 
+bool Interpreter::TextFits(size_t length) {
+  if (length <= kLongestText) return true;
+  slot_.ErrorAt(current_line_, 0, Format("A text is longer than %zu bytes.", kLongestText));
+  return false;
+}
+
 char* Interpreter::GrowSlot(TextSlot* slot, size_t needed) {
   if (slot->capacity >= needed) return slot->buffer;
   size_t capacity = slot->capacity == 0 ? kSmallestRingText : slot->capacity;
@@ -159,9 +167,10 @@ const char* Interpreter::RingText(std::string_view left, std::string_view right)
   TextSlot* slot = &concat_ring_.slots[concat_ring_.next];
   concat_ring_.next = (concat_ring_.next + 1) % TextRing::kSlots;
   const size_t total = left.size() + right.size();
+  if (!TextFits(total)) return "";
   char* buffer = GrowSlot(slot, total + 1);
   if (buffer == nullptr) {
-    slot_.ErrorAt(slot_.Place.Line, 0, "ExecSystemFunction: Not enough system memory");
+    slot_.ErrorAt(current_line_, 0, "ExecSystemFunction: Not enough system memory");
     return "";
   }
   std::memmove(buffer + left.size(), right.data(), right.size());
@@ -202,12 +211,13 @@ bool Interpreter::StringPlus(Entry* left, Entry* right) {
 }
 
 void Interpreter::StoreDollarText(SYM_REC* symbol, char* address, std::string_view text) {
+  if (!TextFits(text.size())) return;
   if (symbol->TextBuffer == nullptr || symbol->TextCapacity <= text.size()) {
     // Twice the room, so that a text that grows by pieces is not moved for each.
     const size_t capacity = text.size() < kSmallestRingText / 2 ? text.size() + 16 : text.size() * 2;
     char* buffer = memory_.AllocateText(capacity + 1);
     if (buffer == nullptr) {
-      slot_.ErrorAt(slot_.Place.Line, 0, "ExecSystemFunction: Not enough system memory");
+      slot_.ErrorAt(current_line_, 0, "ExecSystemFunction: Not enough system memory");
       return;
     }
     std::memcpy(buffer, text.data(), text.size());
@@ -305,6 +315,7 @@ bool Interpreter::CompoundText(const Op& op, Entry* left, Entry* right, bool* do
   if (holds_text) {
     const char* stored = CheckedText(Read<const char*>(left->address));
     const std::string_view old = stored == nullptr ? std::string_view() : std::string_view(stored);
+    if (!TextFits(old.size() + addition.size())) return false;
     const bool in_place = stored == symbol->TextBuffer && stored != nullptr &&
                           old.size() + addition.size() < symbol->TextCapacity;
     if (in_place) {
