@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Runs the examples of the documentation: docs_test.py path/to/vorc docs-folder [page ...]
+"""Runs the examples of the documentation: docs_test.py path/to/vorc page-or-folder ...
 
 An example is a ```c block directly followed by an ```output block, which must be what the script
 prints, to the byte. Each runs in an empty folder of its own."""
@@ -32,8 +32,8 @@ def check(vorc, page, text, match):
 
 
 def main():
-    vorc, docs = os.path.abspath(sys.argv[1]), pathlib.Path(sys.argv[2])
-    pages = [docs / name for name in sys.argv[3:]] or sorted(docs.rglob("*.md"))
+    vorc, places = os.path.abspath(sys.argv[1]), map(pathlib.Path, sys.argv[2:])
+    pages = [page for place in places for page in (sorted(place.rglob("*.md")) if place.is_dir() else [place])]
     passed = failed = 0
     for page in pages:
         text = page.read_text()
@@ -43,7 +43,7 @@ def main():
             print(f"FAIL {page}: an output block without a script in front of it")
             failed += 1
         for match in matches:
-            if check(vorc, page.relative_to(docs), text, match):
+            if check(vorc, page, text, match):
                 passed += 1
             else:
                 failed += 1
