@@ -166,7 +166,7 @@ bool Parser::ParseDefaultType(const Scope& scope) {
   STATEMENT_BLOCK* statement = NewStatementBlock(slot_, scope.proc, scope.statements, scope.block);
   statement->StatementType = STATEMENT_TYPE_DEFAULT;
   if (FindParentSwitchStatement(statement) == nullptr) {
-    slot_.Error(71, "Invalid use of 'default'. It must be used in 'switch' statement.");
+    slot_.Error(73, "Invalid use of 'default'. It must be used in 'switch' statement.");
   }
   Next();
   return Expect(Tok::COLON, 0, "Missing ':' ");

@@ -146,6 +146,10 @@ class Parser {
                                bool* function_body);
   bool ParseProcedureArgs(FUNCPROTO_REC* proto, const Scope& scope);
   bool InsertArgument(FUNCPROTO_REC* proto, const Scope& scope);
+  bool ParseArgumentType(const Scope& scope, TypeSpec* type);
+  FUNCPROTO_REC* ParseFuncPtrArgument(const Scope& scope, Declarator* declarator);
+  void AcceptDeclaredName(Declarator* declarator);
+  void DeclareArgument(FUNCPROTO_REC* proto, const Declarator& declarator, FUNCPROTO_REC* function_pointer);
   bool ParseVarArgs(FUNCPROTO_REC* proto);
   void InsertVoidArgument(FUNCPROTO_REC* proto, bool counted);
   FUNCPROTO_REC* SettleOverload(SYMBOLS_HEADER* header, FUNCPROTO_REC* proto, bool defining);
