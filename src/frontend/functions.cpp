@@ -16,6 +16,9 @@ const SYM_REC* ArgumentWithoutName(const FUNCPROTO_REC* proto, int* position) {
   return nullptr;
 }
 
+constexpr TokenList kBehindArgumentType = {Tok::COMMA,  Tok::RPAREN, Tok::STAR,    Tok::BITAND,
+                                           Tok::LPAREN, Tok::const_, Tok::LBRACKET};
+
 bool SameReturnType(const FUNCPROTO_REC* a, const FUNCPROTO_REC* b) {
   return a->ReturnType.BasicType == b->ReturnType.BasicType &&
          a->ReturnType.PointerDepth == b->ReturnType.PointerDepth;
@@ -160,7 +163,11 @@ bool Parser::ParseArgumentType(const Scope& scope, TypeSpec* type) {
   } else {
     Scope types = scope;
     types.kind = scope.kind == Scope::Kind::kMain ? Scope::Kind::kBlock : scope.kind;
+    const bool is_unsigned = At(Tok::unsigned_);
     if (!ParseSpecifiers(types, type)) return false;
+    if (is_unsigned && !scan_.TokenIn(kBehindArgumentType) && !AtDeclaredName()) {
+      return Fail(0, "Missing parameter name for the declaration of type 'unsigned'");
+    }
   }
   for (; At(Tok::STAR) || At(Tok::BITAND) || At(Tok::const_); Next()) {
     if (!At(Tok::const_)) ++type->PointerDepth;

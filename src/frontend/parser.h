@@ -66,6 +66,7 @@ class Parser {
     Name* name = nullptr;
     std::vector<int64_t> dimensions;
     bool function_body = false;   ///< it was a function with its body: no `;` follows
+    bool function_pointer = false;
   };
 
   /// Stops the compilation when constructs nest too deep for the host's stack.
@@ -122,6 +123,8 @@ class Parser {
   /// A whole declaration from its first word to its `;` or to the end of a function's body.
   bool ParseDeclaration(const Scope& scope, const FunctionTraits& traits = {});
   bool ParseDeclarators(const Scope& scope, const TypeSpec& type, const FunctionTraits& traits);
+  bool FailMissingName(const TypeSpec& type);
+  bool FailMissingSemicolon(const Scope& scope, const TypeSpec& type);
   bool ParseBasicTypeDecl(const Scope& scope, const TypeSpec& type, const FunctionTraits& traits,
                           bool* function_body);
   bool ParseNamedDeclarator(const Scope& scope, Declarator* declarator, const FunctionTraits& traits);
@@ -274,6 +277,7 @@ class Parser {
   C_SLOT& slot_;
   Scanner& scan_;
   int depth_ = 0;
+  bool struct_defined_ = false;   ///< the last struct that was named had its body behind it
 };
 
 }  // namespace vorc

@@ -195,7 +195,10 @@ bool Parser::ParseArm(STATEMENT_BLOCK* arm, const char* misuse, long code) {
       return ParseExpressionStatement(arm, scope);
     default: break;
   }
-  if (scan_.TokenIn(kExpressionStart)) return ParseExpressionStatement(arm, scope);
+  if (scan_.TokenIn(kExpressionStart)) {
+    if (!ParseFullExpression(ContextOf(arm), &arm->Expression)) return false;
+    return Expect(Tok::SEMICOLON, 0, "Missing ';'.");
+  }
   return Fail(code, Format(misuse, scan_.ClipTok().c_str()));  // NOLINT(clang-diagnostic-format-nonliteral)
 }
 
