@@ -235,11 +235,16 @@ bool Parser::ParseBasicTypeDecl(const Scope& scope, const TypeSpec& type, const 
     if (!ParseOperatorName(&declarator, kind)) return false;
     return ParseFunctionDeclarator(scope, declarator, traits, function_body);
   }
+  const bool function_only = scope.owner != nullptr && (traits.is_friend || traits.is_inline);
+  if (!AtDeclaredName() && function_only) {
+    return Fail(0, Format("Missing function name for the declaration of type '%s'", TypeText(type).c_str()));
+  }
   if (!AtDeclaredName()) {
     return Fail(0, Format("Missing variable name for the declaration of type '%s'", TypeText(type).c_str()));
   }
   declarator.name = scan_.WordName();
   Next();
+  if (function_only && !At(Tok::LPAREN)) return Fail(0, "Missing '(' in friend/inline function declaration");
   if (!ParseNamedDeclarator(scope, &declarator, traits)) return false;
   *function_body = declarator.function_body;
   return true;
@@ -411,7 +416,7 @@ int64_t Parser::EvalArrayDimensionExpression(const Scope& scope) {
   context.constant = true;
   EXPR_NODE* head = nullptr;
   int64_t size = 0;
-  if (!ParseFullExpression(context, &head) || slot_.Display.ErrorCount > 0) return 1;
+  if (!ParseFullExpression(context, &head)) return 1;
   if (!EvalConstantInteger(slot_, head, &size) || size < 1 || size > kLargestDimension) {
     slot_.Error(25, "Error in array declaration. The size must be a positive constant.");
     return 1;
