@@ -36,7 +36,7 @@ bool Parser::ParseProcBody(FUNCPROTO_REC* proto) {
   const Scope scope = ProcScope(proto);
   while (!At(Tok::RSECONDBRACKET)) {
     if (At(Tok::END_OF_FILE)) return Fail(38, "Unexpected end-of-file..");
-    const void* position = scan_.Position();
+    const ScanPosition position = scan_.Position();
     if (!ParseBodyItem(scope)) Synchronize(ProcBodyList, EofProcList);
     if (scan_.Position() == position && !At(Tok::RSECONDBRACKET) && !At(Tok::END_OF_FILE)) Next();
   }
@@ -55,7 +55,7 @@ bool Parser::ParseCodeBlock(FUNCPROTO_REC* proto, CODE_BLOCK* block) {
   scope.statements = &block->Statements;
   while (!At(Tok::RSECONDBRACKET)) {
     if (At(Tok::END_OF_FILE)) return Fail(38, "Unexpected end-of-file..");
-    const void* position = scan_.Position();
+    const ScanPosition position = scan_.Position();
     if (!ParseBodyItem(scope)) Synchronize(ProcBodyList.With({Tok::case_, Tok::default_}), EofProcList);
     if (scan_.Position() == position && !At(Tok::RSECONDBRACKET) && !At(Tok::END_OF_FILE)) Next();
   }
