@@ -363,6 +363,9 @@ bool Parser::ParseInitialValue(const Scope& scope, SYM_REC* symbol) {
   Next();
   const bool is_static = (symbol->StorageType & STATIC_VAR) != 0;
   if (scope.InFunction() && !is_static) return ParseLocalValue(scope, symbol);
+  if (slot_.IsScript() && scope.kind == Scope::Kind::kMain && symbol->Typedef != nullptr) {
+    return ParseScriptValue(symbol);
+  }
   ExprContext context;
   context.proc = scope.proc;
   context.block = scope.block;
@@ -396,6 +399,14 @@ bool Parser::ParseLocalValue(const Scope& scope, SYM_REC* symbol) {
   AddOperator(context, &chain, Tok::ASSIGN);
   statement->Expression = chain.First;
   return true;
+}
+
+// A script's declaration that starts with a type's name runs like its statements, so its initial
+// value may be anything.
+bool Parser::ParseScriptValue(SYM_REC* symbol) {
+  slot_.Services->AllocateData(symbol);
+  const Scope scope = MorvScope();
+  return ParseLocalValue(scope, symbol) && RunMorvStatement(scope.statements->Last);
 }
 
 bool Parser::ParseArrayDimension(const Scope& scope, std::vector<int64_t>* dimensions) {

@@ -177,7 +177,8 @@ bool Parser::ParseArm(STATEMENT_BLOCK* arm, const char* misuse, long code) {
     arm->StatementType = word.kind;
     if (!ParseStatementOfType(arm)) return false;
     const bool in_loop = arm->ParentStatement->StatementType != STATEMENT_TYPE_IF;
-    if (word.kind == STATEMENT_TYPE_SWITCH && in_loop) CheckSwitchStatementDulicateCaseValues(arm);
+    // A script takes the first of two equal cases.
+    if (word.kind == STATEMENT_TYPE_SWITCH && in_loop && !slot_.IsScript()) CheckSwitchStatementDulicateCaseValues(arm);
     return true;
   }
   Scope scope;
