@@ -22,7 +22,7 @@ class RecordTable {
   T* Create() {
     if (count_ >= capacity_ || memory_.data() == nullptr) return nullptr;
     T* record = new (memory_.data() + count_ * sizeof(T)) T();
-    record->Index = static_cast<int64_t>(count_++);
+    record->Index = static_cast<decltype(record->Index)>(count_++);
     return record;
   }
 

@@ -6,6 +6,7 @@
 
 #include "base/file.h"
 #include "base/format.h"
+#include "base/trace.h"
 #include "frontend/parser.h"
 #include "frontend/scanner.h"
 #include "interp/interpreter.h"
@@ -95,7 +96,9 @@ bool Compilation::OpenRelatedFiles() {
 }
 
 bool Compilation::ParseDiskFile(const std::string& name) {
+  VORC_TRACE("DIAG: ParseDiskFile before GetComboTokenSkipEol\n");
   if (!scanner_.OpenSourceCodeFile(name)) return false;
+  VORC_TRACE("DIAG: ParseDiskFile before ParseCsyntax, ScriptInterpretor=%d\n", slot_->IsScript() ? 1 : 0);
   Parser(*slot_, scanner_).ParseCsyntax();
   slot_->Display.FlushLog();
   return true;

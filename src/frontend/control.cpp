@@ -54,7 +54,6 @@ bool Parser::ParseIF(STATEMENT_BLOCK* statement) {
   if (!ParseCondition(statement, "if")) return false;
   STATEMENT_BLOCK* arm = NewDerivedStatementBlock(slot_, statement, "derived as THEN of IF statement");
   if (!ParseArm(arm, "Syntax error in 'if' statement.", 0)) return false;
-  while (At(Tok::POUND)) scan_.ParsePound();
   if (!At(Tok::else_)) return true;
   Next();
   arm = NewDerivedStatementBlock(slot_, statement, "derived as ELSE of IF statement");
@@ -73,7 +72,6 @@ bool Parser::ParseDO(STATEMENT_BLOCK* statement) {
   Next();
   STATEMENT_BLOCK* body = NewDerivedStatementBlock(slot_, statement, "derived as all statements for  the do loop");
   if (!ParseArm(body, "Misuse of '%s' in 'do' statement.", 70)) return false;
-  while (At(Tok::POUND)) scan_.ParsePound();
   if (!Expect(Tok::while_, 0, "Missing 'while' in 'do' statement.")) return false;
   if (!ParseCondition(statement, "while")) return false;
   return Expect(Tok::SEMICOLON, 0, "Missing ';'.");

@@ -479,9 +479,7 @@ bool Parser::ParseEnumBody(const Scope& scope, ENUM_REC* record) {
       if (!EvalConstantInteger(slot_, head, &value)) return Fail(27, "Syntax error in enum declaration.");
     }
     InsertEnumItem(slot_, scope.TagHeader(), record, name, value++);
-    while (At(Tok::POUND)) scan_.ParsePound();
     if (!Accept(Tok::COMMA)) break;
-    while (At(Tok::POUND)) scan_.ParsePound();
   }
   return Expect(Tok::RSECONDBRACKET, 28, "Missing '}' in enum declaration.");
 }

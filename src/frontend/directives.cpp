@@ -7,7 +7,7 @@ namespace vorc {
 
 namespace {
 
-// More conditionals than this in one file count as true without being remembered.
+// Conditionals that are nested deeper than this in one file count as true.
 constexpr size_t kMostOpenIfs = 1000;
 
 constexpr TokenList kOpensConditional = {Tok::PREPROCESS_if, Tok::PREPROCESS_ifdef, Tok::PREPROCESS_ifndef};
@@ -50,9 +50,8 @@ void Scanner::ParsePreProcessIfs(Tok directive) {
                            (!wants_name || now_.WordName != nullptr);
   if (!has_operand) slot_.Error(0, "Syntax error followed by preprocessor statement.");
   std::vector<IfEntry>& ifs = now_.Frame->Ifs;
-  const bool remembered = ifs.size() < kMostOpenIfs;
-  const bool value = !remembered || (has_operand && EvaluateCondition(directive));
-  if (remembered) ifs.push_back({directive, value});
+  const bool value = ifs.size() >= kMostOpenIfs || (has_operand && EvaluateCondition(directive));
+  ifs.push_back({directive, value});
   SkipToEndOfLine();
   if (!value) SkipGroup(false);
   NextAfterDirective();

@@ -11,6 +11,9 @@ constexpr TokenList kAssignments = {Tok::ASSIGN,   Tok::BITOR_EQ, Tok::BITAND_EQ
                                     Tok::SLASH_EQ, Tok::MINUS_EQ, Tok::PLUS_EQ,   Tok::DIV_EQ,
                                     Tok::HAT_EQ,   Tok::LEFTSHIFT_EQ, Tok::RIGHTSHIFT_EQ};
 
+// What a `.` or `->` can follow that is no name.
+constexpr TokenList kMayBeObject = {Tok::LPAREN, Tok::FUNCTION_CALL, Tok::FUNCTION_ARGUMENT};
+
 // The levels of binary operators from loose to tight. Equality and relation share one, and so do
 // the three bit operators.
 constexpr TokenList kLevels[] = {
@@ -183,7 +186,8 @@ bool Parser::BitAnd_Star(const ExprContext& context, ExprChain* chain) {
   }
   for (; At(Tok::STAR); ++stars) Next();
   if (!CFactor(context, chain)) return false;
-  if ((At(Tok::POINTER) || At(Tok::DOT)) && !ParseMemberChain(context, chain, nullptr)) return false;
+  const bool object = chain->Last != nullptr && kMayBeObject.Has(chain->Last->Token);
+  if (object && (At(Tok::POINTER) || At(Tok::DOT)) && !ParseMemberChain(context, chain, nullptr)) return false;
   if (At(Tok::PLUS_PLUS) || At(Tok::MINUS_MINUS)) {
     AddOperator(context, chain, At(Tok::PLUS_PLUS) ? Tok::POST_PLUS_PLUS : Tok::POST_MINUS_MINUS);
     Next();
@@ -378,8 +382,7 @@ bool Parser::ParseMemberChain(const ExprContext& context, ExprChain* chain, EXPR
       if (At(Tok::LBRACKET) && !ParseIndices(context, member)) return false;
     }
     member->OwnerObject = left->Symbol;
-    member->MemberPrev = left;
-    left->MemberNext = member;
+    left->IsObject = true;
     AddOperator(context, chain, op);
     left = member;
   }

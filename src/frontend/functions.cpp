@@ -63,7 +63,7 @@ bool Parser::ParseBasicProcedure(const Scope& scope, FUNCPROTO_REC* proto, bool*
   if (At(Tok::SEMICOLON)) {
     const auto saved = scan_.SaveToken();
     const int depth = scan_.IncludeDepth();
-    Next();
+    Peek();
     const bool body = At(Tok::LSECONDBRACKET) && scan_.IncludeDepth() == depth && scope.kind == Scope::Kind::kMain;
     scan_.RestoreToken(saved);
     if (body) slot_.Error(22, Format("Definition of '%s' ends with ';'", proto->name->c_str()));

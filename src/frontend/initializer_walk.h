@@ -40,7 +40,6 @@ class InitializerWalk {
   Visitor visit_;
   const SYM_REC* variable_ = nullptr;
   bool good_ = true;
-  int depth_ = 0;
 };
 
 }  // namespace vorc

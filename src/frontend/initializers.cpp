@@ -1,4 +1,5 @@
 #include "base/format.h"
+#include "base/trace.h"
 #include "frontend/constants.h"
 #include "frontend/initializer_walk.h"
 #include "frontend/parser.h"
@@ -49,7 +50,8 @@ INITIALIZER* Parser::InsertNewIntilizerElement(InitializerList* list, Initialize
 }
 
 bool Parser::InitializeBasicType(SYM_REC* symbol, const ExprContext& context) {
-  while (At(Tok::POUND)) scan_.ParsePound();
+  VORC_TRACE("DIAG: InitializeBasicType enter name=%s funcproto=%p\n", symbol->name->c_str(),
+             static_cast<void*>(context.proc));
   symbol->Initializer = {};
   const bool list = At(Tok::LSECONDBRACKET);
   if (symbol->Shape.DimensionCount > 0 && !list && !(IsText(symbol) && At(Tok::STRING))) {
@@ -80,9 +82,7 @@ bool Parser::ParseInitilizerList(InitializerList* list, const ExprContext& conte
   if (!nesting) return false;
   bool value_due = true;
   while (!At(Tok::RSECONDBRACKET)) {
-    if (At(Tok::POUND)) {
-      scan_.ParsePound();
-    } else if (At(Tok::COMMA)) {
+    if (At(Tok::COMMA)) {
       if (value_due) return Fail(81, "Invalid initializer.");
       value_due = true;
       Next();

@@ -64,7 +64,6 @@ bool Parser::ParseMember(const Scope& members, STRUCT_REC* record) {
   if (access) return true;
   switch (Token()) {
     case Tok::SEMICOLON: Next(); return true;
-    case Tok::POUND: scan_.ParsePound(); return true;
     case Tok::typedef_:
       slot_.Error(41, "'typedef' not supported within struct/class/union.");
       Next();
@@ -83,7 +82,7 @@ bool Parser::ParseMember(const Scope& members, STRUCT_REC* record) {
   }
   if (At(Tok::IDENTIFIER) && scan_.WordName() == record->name) {
     const auto saved = scan_.SaveToken();
-    Next();
+    Peek();
     if (At(Tok::LPAREN)) return ParseConstructorOrDestructor(members, record, false, traits);
     scan_.RestoreToken(saved);
   }

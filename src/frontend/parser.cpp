@@ -55,6 +55,7 @@ Parser::Scope Parser::ProcScope(FUNCPROTO_REC* proc) {
 
 bool Parser::ParseCsyntax() {
   if (slot_.IsScript()) CreateMorvMain();
+  while (At(Tok::POUND)) scan_.ParsePound();
   while (!At(Tok::END_OF_FILE)) {
     if (slot_.Display.ErrorCount > kMostErrors) {
       slot_.Error(0, "Too many errors..");
@@ -74,7 +75,6 @@ bool Parser::ParseCsyntax() {
 
 void Parser::ParseTopLevelItem() {
   switch (Token()) {
-    case Tok::POUND: return scan_.ParsePound();
     case Tok::SEMICOLON: return Next();
     case Tok::typedef_: ParseTypeDef(MainScope()); return;
     case Tok::IDENTIFIER: return ParseTopLevelIdentifier();

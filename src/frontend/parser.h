@@ -91,7 +91,13 @@ class Parser {
   bool Synchronize(const TokenList& first, const TokenList& second, const TokenList& third);
   void SkipToMatchingBrace();
   void SkipToSemicolon();
-  void Next() { scan_.GetComboTokenSkipEol(); }
+  /// The next token. Directives in front of it are worked off, wherever they stand.
+  void Next() {
+    Peek();
+    while (At(Tok::POUND)) scan_.ParsePound();
+  }
+  /// The next token as it is, for a look-ahead that will be taken back.
+  void Peek() { scan_.GetComboTokenSkipEol(); }
   Tok Token() const { return scan_.Token(); }
   bool At(Tok token) const { return scan_.Token() == token; }
   bool Accept(Tok token);

@@ -272,7 +272,8 @@ struct CAST {
 /// A node of an expression. Expressions are chains in postfix order; indices, call arguments, the
 /// arms of `?:` and parenthesised groups hang off a node as chains of their own.
 struct EXPR_NODE {
-  int64_t Index = -1;
+  int32_t Index = -1;
+  int32_t Line = 0;
   Tok Token = Tok::NOTOKEN;
   uint8_t NumberSize = 0;
   uint8_t ImmediateClass = 0;
@@ -281,28 +282,37 @@ struct EXPR_NODE {
   bool NewObject = false;
   bool NewArray = false;
   bool IsMember = false;          ///< a name behind `.` or `->`
+  bool IsObject = false;          ///< stands in front of `.` or `->`
   bool HasCall = false;           ///< a call behind this name
   int16_t StarRefCount = 0;
-  int32_t Line = 0;
   const char* Literal = nullptr;
   Name* name = nullptr;
-  int64_t NumberValue = 0;
+  // Fields that no kind of node has together share their place.
+  union {
+    int64_t NumberValue = 0;
+    SYM_REC* Symbol;
+  };
+  union {
+    CAST* Cast = nullptr;
+    STRUCT_REC* NewClass;
+    SYM_REC* OwnerObject;         ///< of a member: the variable on its left
+  };
+  union {
+    EXPR_NODE* Arguments = nullptr;
+    EXPR_NODE* SubExpression;
+    EXPR_NODE* ThenExpression;
+  };
+  union {
+    EXPR_NODE* IndexExpression = nullptr;
+    EXPR_NODE* ElseExpression;
+  };
+  union {
+    EXPR_NODE* NextArgument = nullptr;
+    EXPR_NODE* NextDimension;
+  };
+  FUNCPROTO_REC* Function = nullptr;
   STATEMENT_BLOCK* Statement = nullptr;
   FUNCPROTO_REC* OwnerFunction = nullptr;
-  SYM_REC* Symbol = nullptr;
-  SYM_REC* OwnerObject = nullptr;
-  FUNCPROTO_REC* Function = nullptr;
-  CAST* Cast = nullptr;
-  STRUCT_REC* NewClass = nullptr;
-  EXPR_NODE* Arguments = nullptr;
-  EXPR_NODE* NextArgument = nullptr;
-  EXPR_NODE* SubExpression = nullptr;
-  EXPR_NODE* IndexExpression = nullptr;
-  EXPR_NODE* NextDimension = nullptr;
-  EXPR_NODE* ThenExpression = nullptr;
-  EXPR_NODE* ElseExpression = nullptr;
-  EXPR_NODE* MemberPrev = nullptr;
-  EXPR_NODE* MemberNext = nullptr;
   EXPR_NODE* Prev = nullptr;
   EXPR_NODE* Next = nullptr;
   void* Decoded = nullptr;        ///< the interpreter's form of the chain that starts here

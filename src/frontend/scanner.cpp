@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "base/format.h"
+#include "base/trace.h"
 
 namespace vorc {
 
@@ -228,7 +229,7 @@ void Scanner::ScanString() {
   now_.Token = closed ? Tok::STRING : Tok::NOTOKEN;
   now_.Word = {slot_.Texts.Copy(text), text.size()};
   now_.Cursor = closed ? at + 1 : at;
-  if (std::getenv("VORC_DIAG_MORV") != nullptr) {
+  if (TraceOn()) {
     std::fprintf(stderr, "DIAG: LEXED STRING len=%d bytes:", static_cast<int>(text.size()));
     for (size_t i = 0; i < text.size() && i < 12; ++i) {
       std::fprintf(stderr, " %02X", static_cast<unsigned>(static_cast<unsigned char>(text[i])));

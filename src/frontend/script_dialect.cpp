@@ -97,7 +97,7 @@ SYM_REC* Parser::FindOrCreateDollar(const ExprContext& context, Name* word) {
 bool Parser::ParseDollarVar(const Scope& scope) {
   const auto saved = scan_.SaveToken();
   const long line = scan_.LineNumber();
-  Next();
+  Peek();
   const bool named = scan_.WordName() != nullptr && scan_.LineNumber() == line;
   scan_.RestoreToken(saved);
   if (!named) {
@@ -150,7 +150,6 @@ bool Parser::ParseIObjectMembers(STRUCT_REC* record) {
   while (!At(Tok::RSECONDBRACKET)) {
     switch (Token()) {
       case Tok::END_OF_FILE: return Fail(38, "Unexpected end-of-file..");
-      case Tok::POUND: scan_.ParsePound(); break;
       case Tok::SEMICOLON: Next(); break;
       case Tok::function_:
       case Tok::subroutine_:

@@ -24,14 +24,14 @@ inline constexpr size_t kStructs = 16'000;
 inline constexpr size_t kTypedefs = 10'000;
 inline constexpr size_t kFuncPrototypes = 100'000;
 inline constexpr size_t kProcTables = 100'000;
-inline constexpr size_t kStatementBlocks = 2'000'000;
-inline constexpr size_t kInitializerElements = 1'000'000;
-inline constexpr size_t kCodeBlocks = 1'000'000;
+inline constexpr size_t kStatementBlocks = 400'000;
+inline constexpr size_t kInitializerElements = 500'000;
+inline constexpr size_t kCodeBlocks = 200'000;
 inline constexpr size_t kDefineRecords = 9'999;
 inline constexpr size_t kDefineItems = 1'000'000;
 inline constexpr size_t kEnumRecords = 5'000;
 inline constexpr size_t kEnumElements = 50'000;
-inline constexpr size_t kExpressions = 4'000'000;
+inline constexpr size_t kExpressions = 800'000;
 inline constexpr size_t kDeclSequence = 400'000;
 }  // namespace capacity
 

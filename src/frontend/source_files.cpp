@@ -12,6 +12,7 @@ namespace vorc {
 namespace {
 
 constexpr int kDeepestInclude = 1000;
+constexpr size_t kLargestSource = size_t{64} << 20;
 // A loaded buffer is kept in lines of this size; longer ones flow on as further lines.
 constexpr size_t kBufferLineLength = 299;
 
@@ -28,11 +29,16 @@ void StripCarriageReturns(std::string& text) {
 
 bool ReadAll(const std::string& path, std::string* text) {
   struct stat status {};
-  if (stat(path.c_str(), &status) != 0 || S_ISDIR(status.st_mode)) return false;
+  if (stat(path.c_str(), &status) != 0) return false;
+  // A device may never end, and a folder has no text.
+  if (!S_ISREG(status.st_mode) && !S_ISFIFO(status.st_mode)) return false;
   const File file(std::fopen(path.c_str(), "rb"));
   if (file == nullptr) return false;
   char block[size_t{64} * 1024];
-  while (const size_t count = std::fread(block, 1, sizeof block, file.get())) text->append(block, count);
+  while (const size_t count = std::fread(block, 1, sizeof block, file.get())) {
+    text->append(block, count);
+    if (text->size() > kLargestSource) return false;
+  }
   return std::ferror(file.get()) == 0;
 }
 
@@ -197,11 +203,21 @@ bool Scanner::ReadIncludeName(std::string* name) {
   return true;
 }
 
+// Only blanks and comments may follow. A comment that goes on over the line ends the check: what
+// stands behind it is read once the included file has ended.
 void Scanner::CheckAfterInclude() {
-  GetTokenSkipComments();
-  if (now_.Token != Tok::ENDOFSTRING && now_.Token != Tok::END_OF_FILE) {
-    slot_.Error(0, "Invalid symbols following 'include' statement");
-    SkipToEndOfLine();
+  const long line = now_.LineNumber;
+  while (now_.LineNumber == line) {
+    ScanBlanks();
+    if (now_.Cursor >= now_.LineEnd) return;
+    const std::string_view rest(now_.Cursor, static_cast<size_t>(now_.LineEnd - now_.Cursor));
+    if (rest.starts_with("//")) return SkipToEndOfLine();
+    if (!rest.starts_with("/*")) {
+      slot_.Error(0, "Invalid symbols following 'include' statement");
+      return SkipToEndOfLine();
+    }
+    now_.Cursor += 2;
+    ParseBlockCommentBegin();
   }
 }
 

@@ -70,7 +70,6 @@ bool Parser::ParseBodyItem(const Scope& scope) {
   switch (Token()) {
     case Tok::LSECONDBRACKET: return ParseNested(scope, STATEMENT_TYPE_NEWBLOCK);
     case Tok::SEMICOLON: Next(); return true;
-    case Tok::POUND: scan_.ParsePound(); return true;
     case Tok::typedef_: return ParseTypeDef(scope);
     case Tok::delete_: return ParseDeleteStatement(scope);
     case Tok::case_: return ParseCase(scope);
@@ -94,14 +93,14 @@ bool Parser::ParseBodyItem(const Scope& scope) {
 bool Parser::ParseBodyIdentifier(const Scope& scope) {
   if (AtTypeStart(scope)) {
     const auto saved = scan_.SaveToken();
-    Next();
+    Peek();
     const bool declares = scan_.TokenIn(ValidVarList) || At(Tok::BITAND) || scan_.TokenIn(StorageList) || AtDeclaredName();
     if (!declares) return Fail(45, Format("Invalid variable name: '%s'", scan_.ClipTok().c_str()));
     scan_.RestoreToken(saved);
     return ParseDeclaration(scope);
   }
   const auto saved = scan_.SaveToken();
-  Next();
+  Peek();
   const bool label = At(Tok::COLON);
   scan_.RestoreToken(saved);
   return label ? ParseLabel(scope) : ParsePlainStatement(scope);
@@ -172,7 +171,6 @@ bool Parser::ParseArmBlock(STATEMENT_BLOCK* arm) {
 
 // The statement behind a condition or a loop's head. A declaration is none.
 bool Parser::ParseArm(STATEMENT_BLOCK* arm, const char* misuse, long code) {
-  while (At(Tok::POUND)) scan_.ParsePound();
   arm->Line = static_cast<int32_t>(scan_.LineNumber());
   for (const StatementWord& word : kControlWords) {
     if (!At(word.token)) continue;

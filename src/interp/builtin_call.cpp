@@ -10,6 +10,7 @@ namespace vorc {
 namespace {
 
 const BuiltinValue kMissing;
+constexpr size_t kLongestResult = size_t{1} << 30;
 
 }  // namespace
 
@@ -72,7 +73,7 @@ void BuiltinCall::ReturnText(std::string_view text, size_t limit) {
   result_ = {};
   result_.kind = BuiltinValue::Kind::kText;
   if (limit != kNoLimit && limit > 0) text = text.substr(0, limit - 1);
-  result_.text = ScriptMemory::Instance().CopyText(text);
+  if (text.size() <= kLongestResult) result_.text = ScriptMemory::Instance().CopyText(text);
   if (result_.text == nullptr) out_of_memory_ = true;
 }
 

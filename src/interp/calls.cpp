@@ -1,6 +1,7 @@
 #include <cstring>
 
 #include "base/format.h"
+#include "base/trace.h"
 #include "frontend/layout.h"
 #include "interp/interpreter.h"
 #include "interp/numbers.h"
@@ -224,6 +225,8 @@ bool Interpreter::CallFunction(FUNCPROTO_REC* function, const Entry* arguments, 
   if (good && own_frame) {
     BindArguments(function, arguments, count, exec_stack_ptr_);
     frame_base_ = exec_stack_ptr_;
+    VORC_TRACE("DIAG: new_frame_base=%d arg_units=%d remember_exec_stack_ptr=%d\n", static_cast<int>(frame_base_),
+               body->ArgSize, static_cast<int>(saved_pointer));
   }
   good = good && RunBody(function, node);
   if (!good && !failed()) Fail(node, Format("The script's stack of %d words is used up in function '%s'.",
@@ -259,6 +262,9 @@ void Interpreter::BindArguments(FUNCPROTO_REC* function, const Entry* arguments,
 
 void Interpreter::BindArgument(SYM_REC* parameter, const Entry& argument, char* word) {
   const bool pointer = parameter->TotalDepth > 0 || parameter->Shape.DimensionCount > 0 || parameter->IsFunctionPointer;
+  VORC_TRACE("DIAG: bind arg '%s' offset=%d slot=%d width=%d (ReturnedExpr->token=%d)\n", parameter->name->c_str(),
+             parameter->FrameOffset, static_cast<int>((word - memory_.stack()) / 8), argument.width,
+             static_cast<int>(argument.token));
   const bool no_value = argument.token != Tok::NUMBER && argument.token != Tok::STRING && !argument.IsVariable();
   if ((parameter->Struct != nullptr && !pointer) || parameter->ValueType == Tok::void_ || no_value) {
     if (!pointer || argument.token != Tok::this_) return;
@@ -335,6 +341,7 @@ bool Interpreter::ExecReturn(STATEMENT_BLOCK* statement) {
     return_reg_is_double_ = true;
   } else {
     return_reg_ = value.Low();
+    VORC_TRACE("DIAG: InterpretExecReturnStatement set return_reg=%d\n", return_reg_);
   }
   return true;
 }

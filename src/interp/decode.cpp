@@ -94,7 +94,7 @@ void Decoder::DecodeNode(EXPR_NODE* node, Op* op) {
       op->text = ScriptMemory::Instance().CopyText(node->Literal);
       return;
     case Tok::LPAREN:
-      op->code = IsMemberOperator(node->Next) || (node->MemberNext != nullptr) ? OpCode::kGroupObject : OpCode::kGroup;
+      op->code = node->IsObject ? OpCode::kGroupObject : OpCode::kGroup;
       op->sub = Decode(node->SubExpression);
       return;
     case Tok::this_:

@@ -1,5 +1,6 @@
 #include <cstring>
 
+#include "base/trace.h"
 #include "interp/interpreter.h"
 #include "interp/numbers.h"
 
@@ -37,7 +38,7 @@ Interpreter::Interpreter(C_SLOT& slot)
       frame_base_(exec_stack_ptr_) {}
 
 bool Interpreter::Fail(const EXPR_NODE* node, const std::string& text) {
-  slot_.ErrorAt(node == nullptr ? slot_.Place.Line : node->Line, 0, text);
+  slot_.ErrorAt(node == nullptr ? current_line_ : node->Line, 0, text);
   return false;
 }
 
@@ -101,6 +102,10 @@ bool Interpreter::RunSteps(const Code* code, Mode mode, Entry* base, Entry** top
   const size_t pending = pending_.size();
   Entry* at = base - 1;
   for (const Op *op = code->ops, *end = op + code->count; op != end; ++op) {
+    VORC_TRACE("DIAG: InterpretEvalExpression token=%d (%s) Top=%d pl=%p conststring=%s\n",
+               static_cast<int>(op->node->Token), std::string(TokenName(op->node->Token)).c_str(),
+               static_cast<int>(at - base), static_cast<const void*>(op->node),
+               op->node->Literal == nullptr ? "(null)" : op->node->Literal);
     if (op->code <= OpCode::kNew) {
       if (op->code < OpCode::kValueCall || op->code == OpCode::kNew) ++at;
       if (at - base > kDeepestOperands && !CheckTop(base, at)) return false;

@@ -3,8 +3,6 @@
 #include <new>
 #include <vector>
 
-#include "frontend/layout.h"
-
 namespace vorc {
 
 namespace {
@@ -51,7 +49,7 @@ IntegerForm FormOf(Tok type) {
 
 class FastCompiler {
  public:
-  FastCompiler(C_SLOT& slot, Arena& arena) : slot_(slot), arena_(arena) {}
+  explicit FastCompiler(Arena& arena) : arena_(arena) {}
 
   FastProgram* Run(const Code& code);
 
@@ -76,7 +74,6 @@ class FastCompiler {
   bool PushItem(Item item);
   void SetPlace(FastOp* fast, const Op& op);
 
-  C_SLOT& slot_;
   Arena& arena_;
   std::vector<FastOp> ops_;
   std::vector<Item> items_;
@@ -250,8 +247,8 @@ bool FastCompiler::Step(const Code& code) {
 
 }  // namespace
 
-FastProgram* CompileFast(C_SLOT& slot, Arena& arena, const Code& code) {
-  return FastCompiler(slot, arena).Run(code);
+FastProgram* CompileFast(Arena& arena, const Code& code) {
+  return FastCompiler(arena).Run(code);
 }
 
 }  // namespace vorc

@@ -62,6 +62,6 @@ struct FastProgram {
 };
 
 /// Makes the integer program of an expression, or null where it has none.
-FastProgram* CompileFast(C_SLOT& slot, Arena& arena, const Code& code);
+FastProgram* CompileFast(Arena& arena, const Code& code);
 
 }  // namespace vorc

@@ -213,6 +213,7 @@ class Interpreter final : public ParseServices {
   int64_t exec_stack_ptr_;       ///< next free word of the simulated stack
   int64_t frame_base_ = 0;
   char* this_base_ = nullptr;
+  long current_line_ = 0;        ///< of the statement that runs
   int32_t return_reg_ = 0;
   double return_reg_double_ = 0.0;
   const char* return_reg_string_ = nullptr;
@@ -229,6 +230,7 @@ class Interpreter final : public ParseServices {
     size_t next = 0;
   };
   char* GrowSlot(TextSlot* slot, size_t needed);
+  bool TextFits(size_t length);
   TextRing concat_ring_;
   TextRing return_ring_;
 };

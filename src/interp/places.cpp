@@ -1,6 +1,7 @@
 #include <cstring>
 
 #include "base/format.h"
+#include "base/trace.h"
 #include "frontend/diagnostics.h"
 #include "frontend/layout.h"
 #include "interp/interpreter.h"
@@ -31,7 +32,11 @@ void Interpreter::PlaceVariable(const Op& op, Entry* entry) {
   entry->depth = op.depth;
   entry->dimensions = op.dimensions;
   switch (op.storage) {
-    case Storage::kLocal: entry->address = Word(frame_base_ - op.offset); break;
+    case Storage::kLocal:
+      entry->address = Word(frame_base_ - op.offset);
+      VORC_TRACE("DIAG: local-var-addr name=%s base=%d offset=%ld addr=%p\n", symbol->name->c_str(),
+                 static_cast<int>(frame_base_), static_cast<long>(op.offset), static_cast<void*>(entry->address));
+      break;
     case Storage::kParameter:
       entry->address = Word(frame_base_ + op.offset);
       if (op.dimensions > 0) {

@@ -1,5 +1,6 @@
 #include <cstring>
 
+#include "base/trace.h"
 #include "interp/interpreter.h"
 
 namespace vorc {
@@ -210,9 +211,10 @@ bool Interpreter::EvaluateLow(Code* code, Mode mode, int32_t* low) {
 // True if the expression has an integer program, which is made at its second run.
 bool Interpreter::PrepareFast(Code* code) {
   if (code->fast != nullptr) return !failed();
-  if (code->fast_tried || code->runs++ == 0) return false;
+  // A trace shows every step, and only the general evaluation takes them one by one.
+  if (code->fast_tried || TraceOn() || code->runs++ == 0) return false;
   code->fast_tried = true;
-  code->fast = CompileFast(slot_, code_arena_, *code);
+  code->fast = CompileFast(code_arena_, *code);
   return code->fast != nullptr && !failed();
 }
 

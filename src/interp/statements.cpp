@@ -1,4 +1,5 @@
 #include "base/format.h"
+#include "base/trace.h"
 #include "frontend/layout.h"
 #include "interp/interpreter.h"
 
@@ -39,6 +40,7 @@ bool HasLabel(const StatementList& list, const Name* name) {
 }  // namespace
 
 bool Interpreter::InterpretScript() {
+  VORC_TRACE("DIAG: InterpretScript entry\n");
   return_reg_ = kReturnRegister;
   FUNCPROTO_REC* entry = FindProgramEntryLabel(slot_);
   if (entry == nullptr) {
@@ -79,6 +81,7 @@ void Interpreter::RunStatement(STATEMENT_BLOCK* statement) {
 }
 
 bool Interpreter::ExecStatement(STATEMENT_BLOCK* statement) {
+  current_line_ = statement->Line;
   switch (statement->StatementType) {
     case STATEMENT_TYPE_PLAIN: return ExecPlain(statement);
     case STATEMENT_TYPE_RETURN: return ExecReturn(statement);

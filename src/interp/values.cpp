@@ -2,6 +2,7 @@
 #include <cstring>
 
 #include "base/format.h"
+#include "base/trace.h"
 #include "frontend/layout.h"
 #include "interp/interpreter.h"
 #include "interp/numbers.h"
@@ -11,6 +12,8 @@ namespace vorc {
 namespace {
 
 constexpr size_t kSmallestRingText = 256;
+// A text that doubles itself in a loop ends here, with an error, and not with the host's memory.
+constexpr size_t kLongestText = size_t{32} << 20;
 
 template <typename T>
 T Read(const char* address) {
@@ -64,6 +67,9 @@ int32_t Interpreter::ElementSize(const Entry& entry) {
 // Reads the variable behind an entry into its value. Numbers and texts stay as they are.
 void Interpreter::Materialize(Entry* entry) {
   if (!entry->IsVariable() || entry->address == nullptr) return;
+  VORC_TRACE("DIAG: materialize name=%s addr=%p width=%d type=%d\n",
+             entry->symbol == nullptr ? "?" : entry->symbol->name->c_str(), static_cast<void*>(entry->address),
+             ElementSize(*entry), static_cast<int>(entry->type));
   if (entry->kind == 2 && entry->depth == 0) return LoadScalar(entry, entry->address, entry->type, entry->symbol);
   if (entry->kind == 3) {
     entry->value = Read<int64_t>(entry->address);
@@ -140,6 +146,12 @@ const char* Interpreter::OperandText(const Entry& entry, bool* from_dollar) cons
   return text == nullptr ? "" : text;
 }
 
+bool Interpreter::TextFits(size_t length) {
+  if (length <= kLongestText) return true;
+  slot_.ErrorAt(current_line_, 0, Format("A text is longer than %zu bytes.", kLongestText));
+  return false;
+}
+
 char* Interpreter::GrowSlot(TextSlot* slot, size_t needed) {
   if (slot->capacity >= needed) return slot->buffer;
   size_t capacity = slot->capacity == 0 ? kSmallestRingText : slot->capacity;
@@ -155,9 +167,10 @@ const char* Interpreter::RingText(std::string_view left, std::string_view right)
   TextSlot* slot = &concat_ring_.slots[concat_ring_.next];
   concat_ring_.next = (concat_ring_.next + 1) % TextRing::kSlots;
   const size_t total = left.size() + right.size();
+  if (!TextFits(total)) return "";
   char* buffer = GrowSlot(slot, total + 1);
   if (buffer == nullptr) {
-    slot_.ErrorAt(slot_.Place.Line, 0, "ExecSystemFunction: Not enough system memory");
+    slot_.ErrorAt(current_line_, 0, "ExecSystemFunction: Not enough system memory");
     return "";
   }
   std::memmove(buffer + left.size(), right.data(), right.size());
@@ -198,12 +211,13 @@ bool Interpreter::StringPlus(Entry* left, Entry* right) {
 }
 
 void Interpreter::StoreDollarText(SYM_REC* symbol, char* address, std::string_view text) {
+  if (!TextFits(text.size())) return;
   if (symbol->TextBuffer == nullptr || symbol->TextCapacity <= text.size()) {
     // Twice the room, so that a text that grows by pieces is not moved for each.
     const size_t capacity = text.size() < kSmallestRingText / 2 ? text.size() + 16 : text.size() * 2;
     char* buffer = memory_.AllocateText(capacity + 1);
     if (buffer == nullptr) {
-      slot_.ErrorAt(slot_.Place.Line, 0, "ExecSystemFunction: Not enough system memory");
+      slot_.ErrorAt(current_line_, 0, "ExecSystemFunction: Not enough system memory");
       return;
     }
     std::memcpy(buffer, text.data(), text.size());
@@ -301,6 +315,7 @@ bool Interpreter::CompoundText(const Op& op, Entry* left, Entry* right, bool* do
   if (holds_text) {
     const char* stored = CheckedText(Read<const char*>(left->address));
     const std::string_view old = stored == nullptr ? std::string_view() : std::string_view(stored);
+    if (!TextFits(old.size() + addition.size())) return false;
     const bool in_place = stored == symbol->TextBuffer && stored != nullptr &&
                           old.size() + addition.size() < symbol->TextCapacity;
     if (in_place) {

@@ -163,7 +163,9 @@ void CompareAll(const std::string& alphabet, size_t pattern_length, size_t text_
   };
   const std::vector<std::string> texts = grow("ab", text_length);
   for (const std::string& pattern : grow(alphabet, pattern_length)) {
-    if (ParseRegex(pattern).ok) ASSERT_TRUE(Compare(pattern, texts)) << pattern;
+    if (ParseRegex(pattern).ok) {
+      ASSERT_TRUE(Compare(pattern, texts)) << pattern;
+    }
     if (testing::Test::HasFailure()) return;
   }
 }

@@ -176,9 +176,9 @@ TEST_F(ShellUtils, MakeRunsTheNamedTool) {
   unsetenv("VMAKE_EXE");
 }
 
-class Processes : public ScratchFolder {
+class NamedProcesses : public ScratchFolder {
  protected:
-  ~Processes() override {
+  ~NamedProcesses() override {
     for (const pid_t pid : started_) {
       kill(pid, SIGKILL);
       waitpid(pid, nullptr, 0);
@@ -206,7 +206,7 @@ class Processes : public ScratchFolder {
   std::vector<pid_t> started_;
 };
 
-TEST_F(Processes, AreFoundByNameInAnyCase) {
+TEST_F(NamedProcesses, AreFoundByNameInAnyCase) {
   const std::string name = "Vp" + std::to_string(getpid());
   const pid_t first = Start(name);
   const pid_t second = Start(name);
@@ -224,7 +224,7 @@ TEST_F(Processes, AreFoundByNameInAnyCase) {
   started_.clear();
 }
 
-TEST_F(Processes, LongNamesAreComparedWhole) {
+TEST_F(NamedProcesses, LongNamesAreComparedWhole) {
   const std::string name = "a-long-program-name-" + std::to_string(getpid());
   const pid_t pid = Start(name);
   EXPECT_TRUE(morv_proc_name_matches(pid, name));
@@ -233,7 +233,7 @@ TEST_F(Processes, LongNamesAreComparedWhole) {
   EXPECT_EQ(MorvUtilKill(std::to_string(pid)), 1);
 }
 
-TEST_F(Processes, WhatNamesNoProcessAnswersZero) {
+TEST_F(NamedProcesses, WhatNamesNoProcessAnswersZero) {
   for (const std::string target : {"", ".exe", "0", "99999999999999999999", "no such program", "-1"}) {
     EXPECT_EQ(MorvUtilRunning(target), 0) << target;
     EXPECT_EQ(MorvUtilKill(target), 0) << target;
