@@ -33,9 +33,7 @@ Interpreter::Interpreter(C_SLOT& slot)
       operand_memory_(kOperandMemory),
       operands_(reinterpret_cast<Entry*>(operand_memory_.data())),
       operands_end_(operands_ + operand_memory_.size() / sizeof(Entry) - 2 * kDeepestOperands),
-      host_stack_(static_cast<const char*>(__builtin_frame_address(0))),
-      exec_stack_ptr_(static_cast<int64_t>(ScriptMemory::kStackWords) - 1),
-      frame_base_(exec_stack_ptr_) {}
+      host_stack_(static_cast<const char*>(__builtin_frame_address(0))) {}
 
 bool Interpreter::Fail(const EXPR_NODE* node, const std::string& text) {
   slot_.ErrorAt(node == nullptr ? current_line_ : node->Line, 0, text);
@@ -169,7 +167,7 @@ bool Interpreter::Push(const Op& op, Mode mode, Entry* entry) {
       entry->kind = 1;
       entry->symbol = op.symbol;
       entry->record = op.symbol == nullptr ? nullptr : op.symbol->Struct;
-      entry->address = this_base_;
+      entry->address = frame_.this_base;
       return true;
     case OpCode::kGroup: {
       if (!Evaluate(op.sub, mode, entry)) return false;
