@@ -72,6 +72,8 @@ bool Parser::ParseCastType(const ExprContext& context, CAST* cast) {
 }
 
 bool Parser::ParseTypeCastNew(const ExprContext& context, ExprChain* chain) {
+  const Nesting nesting(*this);
+  if (!nesting) return false;
   CAST* cast = slot_.New(slot_.Casts, "casts");
   if (!ParseCastType(context, cast)) return false;
   if (!At(Tok::RPAREN)) return Fail(7, Format("Cast error near '%s'", scan_.ClipTok().c_str()));
