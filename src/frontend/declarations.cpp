@@ -235,11 +235,16 @@ bool Parser::ParseBasicTypeDecl(const Scope& scope, const TypeSpec& type, const 
     if (!ParseOperatorName(&declarator, kind)) return false;
     return ParseFunctionDeclarator(scope, declarator, traits, function_body);
   }
+  const bool function_only = scope.owner != nullptr && (traits.is_friend || traits.is_inline);
+  if (!AtDeclaredName() && function_only) {
+    return Fail(0, Format("Missing function name for the declaration of type '%s'", TypeText(type).c_str()));
+  }
   if (!AtDeclaredName()) {
     return Fail(0, Format("Missing variable name for the declaration of type '%s'", TypeText(type).c_str()));
   }
   declarator.name = scan_.WordName();
   Next();
+  if (function_only && !At(Tok::LPAREN)) return Fail(0, "Missing '(' in friend/inline function declaration");
   if (!ParseNamedDeclarator(scope, &declarator, traits)) return false;
   *function_body = declarator.function_body;
   return true;
@@ -358,6 +363,9 @@ bool Parser::ParseInitialValue(const Scope& scope, SYM_REC* symbol) {
   Next();
   const bool is_static = (symbol->StorageType & STATIC_VAR) != 0;
   if (scope.InFunction() && !is_static) return ParseLocalValue(scope, symbol);
+  if (slot_.IsScript() && scope.kind == Scope::Kind::kMain && symbol->Typedef != nullptr) {
+    return ParseScriptValue(symbol);
+  }
   ExprContext context;
   context.proc = scope.proc;
   context.block = scope.block;
@@ -393,6 +401,14 @@ bool Parser::ParseLocalValue(const Scope& scope, SYM_REC* symbol) {
   return true;
 }
 
+// A script's declaration that starts with a type's name runs like its statements, so its initial
+// value may be anything.
+bool Parser::ParseScriptValue(SYM_REC* symbol) {
+  slot_.Services->AllocateData(symbol);
+  const Scope scope = MorvScope();
+  return ParseLocalValue(scope, symbol) && RunMorvStatement(scope.statements->Last);
+}
+
 bool Parser::ParseArrayDimension(const Scope& scope, std::vector<int64_t>* dimensions) {
   while (At(Tok::LBRACKET)) {
     Next();
@@ -411,7 +427,7 @@ int64_t Parser::EvalArrayDimensionExpression(const Scope& scope) {
   context.constant = true;
   EXPR_NODE* head = nullptr;
   int64_t size = 0;
-  if (!ParseFullExpression(context, &head) || slot_.Display.ErrorCount > 0) return 1;
+  if (!ParseFullExpression(context, &head)) return 1;
   if (!EvalConstantInteger(slot_, head, &size) || size < 1 || size > kLargestDimension) {
     slot_.Error(25, "Error in array declaration. The size must be a positive constant.");
     return 1;

@@ -223,6 +223,11 @@ void Parser::DeclareArgument(FUNCPROTO_REC* proto, const Declarator& declarator,
       FindBasicTypeConflictGlobal(slot_, &proto->ParametersHeader, declarator.name)) {
     slot_.Error(0, Format("Duplicate parameter declaration '%s'", declarator.name->c_str()));
   }
+  const STRUCT_REC* record = declarator.type.Struct;
+  const bool by_value = declarator.type.PointerDepth == 0 && function_pointer == nullptr;
+  if (record != nullptr && by_value && record->IsForwardDeclared && record->This == nullptr) {
+    slot_.Error(0, Format("'%s' is not class/struct/union", record->name->c_str()));
+  }
   SYM_REC* symbol = InsertVarName(slot_, &proto->ParametersHeader, declarator.name, declarator.type, true);
   if (function_pointer != nullptr) {
     symbol->IsFunctionPointer = true;

@@ -61,7 +61,7 @@ bool Parser::ParseCsyntax() {
       slot_.Error(0, "Too many errors..");
       break;
     }
-    const void* position = scan_.Position();
+    const ScanPosition position = scan_.Position();
     const long line = scan_.LineNumber();
     const int depth = scan_.IncludeDepth();
     ParseTopLevelItem();
@@ -121,7 +121,7 @@ void Parser::ParseTopLevelOther() {
     Synchronize(BeginList, EofList);
     return;
   }
-  const void* position = scan_.Position();
+  const ScanPosition position = scan_.Position();
   ParseMorvScript();
   if (scan_.Position() != position) return;
   slot_.Error(0, Format("'%s' is not valid outside a function.", scan_.ClipTok().c_str()));

@@ -137,6 +137,7 @@ class Parser {
   void FinishVariable(const Scope& scope, SYM_REC* symbol);
   bool ParseInitialValue(const Scope& scope, SYM_REC* symbol);
   bool ParseLocalValue(const Scope& scope, SYM_REC* symbol);
+  bool ParseScriptValue(SYM_REC* symbol);
   bool ParseTypeDef(const Scope& scope);
   bool ParseFunctionPointer(const Scope& scope, Declarator* declarator);
   bool ParseEnum(const Scope& scope, TypeSpec* type);

@@ -281,7 +281,7 @@ void Interpreter::Assign(Entry* left, Entry* right, bool last) {
     if (text != nullptr && !null_variable) {
       if (dollar) StoreDollarText(left->symbol, left->address, text);
       else Write<const char*>(left->address, text);
-      right->SetText(Read<const char*>(left->address));
+      right->SetText(text);
     } else if (left->record != nullptr && left->kind == 2 && right->record == left->record && right->kind == 2 &&
                right->address != nullptr) {
       std::memmove(left->address, right->address, static_cast<size_t>(ElementSize(*left)));
