@@ -1,6 +1,7 @@
 #include <cstring>
 
 #include "base/format.h"
+#include "base/host_stack.h"
 #include "base/trace.h"
 #include "frontend/layout.h"
 #include "interp/interpreter.h"

@@ -202,7 +202,6 @@ class Interpreter final : public ParseServices {
 
   bool failed() const { return slot_.Display.ErrorCount > 0; }
   bool Fail(const EXPR_NODE* node, const std::string& text);
-  bool HostStackLow() const;
   char* Word(int64_t index) const { return memory_.stack() + index * static_cast<int64_t>(ScriptMemory::kWordSize); }
 
   C_SLOT& slot_;
@@ -218,7 +217,6 @@ class Interpreter final : public ParseServices {
     Entry entry;
   };
   std::vector<PendingStep> pending_;
-  const char* host_stack_;       ///< a place in the host's stack when the run began
 
   Frame frame_;
   long current_line_ = 0;        ///< of the statement that runs
