@@ -12,6 +12,8 @@ constexpr TokenList kTags = {Tok::struct_, Tok::class_, Tok::union_};
 constexpr TokenList kBinary = {Tok::OR,   Tok::AND,   Tok::LT,  Tok::GT,        Tok::NE,         Tok::LE,   Tok::GE,
                                Tok::EQ,   Tok::BITAND, Tok::BITOR, Tok::XOR,     Tok::LEFTSHIFT,  Tok::RIGHTSHIFT,
                                Tok::PLUS, Tok::MINUS, Tok::STAR, Tok::SLASH,    Tok::DIV,        Tok::MOD};
+constexpr TokenList kNoOperand = {Tok::RPAREN, Tok::COMMA,  Tok::RBRACKET, Tok::SEMICOLON,
+                                  Tok::SLASH,  Tok::MOD,    Tok::PLUS,     Tok::ASSIGN};
 constexpr int64_t kIntSize = 4;
 constexpr int64_t kDoubleSize = 8;
 
@@ -70,6 +72,8 @@ bool Parser::ParseCastType(const ExprContext& context, CAST* cast) {
 }
 
 bool Parser::ParseTypeCastNew(const ExprContext& context, ExprChain* chain) {
+  const Nesting nesting(*this);
+  if (!nesting) return false;
   CAST* cast = slot_.New(slot_.Casts, "casts");
   if (!ParseCastType(context, cast)) return false;
   if (!At(Tok::RPAREN)) return Fail(7, Format("Cast error near '%s'", scan_.ClipTok().c_str()));
@@ -121,6 +125,7 @@ bool Parser::ParseSizeof(const ExprContext& context, int64_t* size) {
 
 bool Parser::SizeofExpression(const ExprContext& context, int64_t* size) {
   EXPR_NODE* head = nullptr;
+  if (scan_.TokenIn(kNoOperand)) return Fail(56, "Improper sizeof operand.");
   if (!ParseFullExpression(context, &head)) return false;
   if (head == nullptr) return Fail(56, "Improper sizeof operand.");
   *size = StaticSize(head);

@@ -6,6 +6,7 @@
 
 #include "base/format.h"
 #include "frontend/layout.h"
+#include "frontend/symtab.h"
 
 namespace vorc {
 
@@ -22,6 +23,8 @@ class Evaluator {
  private:
   bool Push(const EXPR_NODE* node);
   bool PushName(const EXPR_NODE* node);
+  bool Select(const EXPR_NODE* node);
+  bool ApplyIndices(const EXPR_NODE* node, ConstantValue* value);
   bool ConstantVariable(const SYM_REC* symbol, ConstantValue* value);
   bool Unary(const EXPR_NODE* node);
   bool Binary(const EXPR_NODE* node);
@@ -96,7 +99,9 @@ bool Evaluator::Push(const EXPR_NODE* node) {
     }
     case Tok::IDENTIFIER:
     case Tok::DOLLAR_IDENTIFIER:
-    case Tok::FUNCTION_CALL: return PushName(node);
+    case Tok::FUNCTION_CALL: return node->IsMember ? Select(node) : PushName(node);
+    case Tok::DOT:
+    case Tok::POINTER: return true;
     case Tok::QUESTION_MARK: return Choose(node);
     case Tok::TYPE_CAST: return true;
     case Tok::UNARYPLUS:
@@ -126,22 +131,40 @@ bool Evaluator::PushName(const EXPR_NODE* node) {
     stack_.push_back(value);
     return true;
   }
-  value.kind = Kind::kVariable;
-  value.symbol = symbol;
-  int64_t stride = GetDeclaredDataSize(slot_, symbol);
+  value.symbol = value.part = symbol;
+  if (!ApplyIndices(node, &value)) return false;
+  stack_.push_back(value);
+  return true;
+}
+
+bool Evaluator::ApplyIndices(const EXPR_NODE* node, ConstantValue* value) {
+  const ArrayShape& shape = value->part->Shape;
+  int64_t stride = GetDeclaredDataSize(slot_, value->part);
   int dimension = 0;
   for (const EXPR_NODE* index = node->IndexExpression; index != nullptr; index = index->NextDimension) {
     int64_t at = 0;
     if (!EvalConstantInteger(slot_, index, &at)) return false;
-    if (dimension >= symbol->Shape.DimensionCount) break;
-    const int64_t size = symbol->Shape.Dimensions[dimension++];
+    if (dimension >= shape.DimensionCount) break;
+    const int64_t size = shape.Dimensions[dimension++];
     stride = size > 0 ? stride / size : 0;
-    value.integer += at * stride;
+    value->integer += at * stride;
   }
   // What an index list leaves of an array is an address; a whole element is a variable.
-  if (dimension < symbol->Shape.DimensionCount) value.kind = Kind::kAddress;
-  stack_.push_back(value);
+  value->kind = dimension < shape.DimensionCount ? Kind::kAddress : Kind::kVariable;
   return true;
+}
+
+// A member of the variable on top.
+bool Evaluator::Select(const EXPR_NODE* node) {
+  ConstantValue* value = stack_.empty() ? nullptr : &stack_.back();
+  const bool object = value != nullptr && value->kind == Kind::kVariable && value->part->Struct != nullptr;
+  const MemberResult member = object ? FindStructMember(slot_, value->part->Struct, node->name) : MemberResult();
+  if (member.Symbol == nullptr || value->part->TotalDepth > 0 || node->Token == Tok::FUNCTION_CALL) {
+    return Fail(node, Format("Initializing symbol '%s' must be constant number.", node->Literal));
+  }
+  value->integer += MemberDataOffset(slot_, member);
+  value->part = member.Symbol;
+  return ApplyIndices(node, value);
 }
 
 // A `const` scalar at file level stands for its value.
@@ -156,7 +179,7 @@ bool Evaluator::ConstantVariable(const SYM_REC* symbol, ConstantValue* value) {
 // A variable's own value is not known before the program runs.
 bool Evaluator::Settle(const EXPR_NODE* node, ConstantValue* value) {
   if (value->kind != Kind::kVariable) return true;
-  return Fail(node, Format("Initializing symbol '%s' must be constant number.", value->symbol->name->c_str()));
+  return Fail(node, Format("Initializing symbol '%s' must be constant number.", value->part->name->c_str()));
 }
 
 bool Evaluator::Unary(const EXPR_NODE* node) {

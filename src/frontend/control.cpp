@@ -36,6 +36,11 @@ const STATEMENT_BLOCK* FindParentSwitchStatement(const STATEMENT_BLOCK* statemen
   return statement;
 }
 
+// Directly in a function's body these words have numbers of their own.
+bool InBody(const STATEMENT_BLOCK* statement) {
+  return statement->ParentCodeBlock == nullptr && statement->ParentStatement == nullptr;
+}
+
 constexpr TokenList kNoValue = {Tok::SEMICOLON, Tok::RSECONDBRACKET, Tok::END_OF_FILE};
 
 }  // namespace
@@ -166,9 +171,14 @@ bool Parser::ParseDefaultType(const Scope& scope) {
   STATEMENT_BLOCK* statement = NewStatementBlock(slot_, scope.proc, scope.statements, scope.block);
   statement->StatementType = STATEMENT_TYPE_DEFAULT;
   if (FindParentSwitchStatement(statement) == nullptr) {
-    slot_.Error(71, "Invalid use of 'default'. It must be used in 'switch' statement.");
+    slot_.Error(InBody(statement) ? 73 : 68, "Invalid use of 'default'. It must be used in 'switch' statement.");
   }
   Next();
+  if (InBody(statement)) {
+    if (!At(Tok::SEMICOLON)) slot_.Error(74, "Missing ';'");
+    Next();
+    return true;
+  }
   return Expect(Tok::COLON, 0, "Missing ':' ");
 }
 
@@ -182,18 +192,18 @@ bool Parser::ParseGotoType(STATEMENT_BLOCK* statement) {
 
 bool Parser::ParseBreakType(STATEMENT_BLOCK* statement) {
   if (FindLoopSwitchStatement(statement) == nullptr) {
-    slot_.Error(67, "Invalid use of 'break'. It must be used in for/do/while loops or in 'switch' statements.");
+    slot_.Error(InBody(statement) ? 72 : 67, "Invalid use of 'break'. It must be used in for/do/while loops or in 'switch' statements.");
   }
   Next();
-  return Expect(Tok::SEMICOLON, 0, "Missing ';' .");
+  return InBody(statement) ? Expect(Tok::SEMICOLON, 74, "Missing ';'") : Expect(Tok::SEMICOLON, 0, "Missing ';' .");
 }
 
 bool Parser::ParseContinueType(STATEMENT_BLOCK* statement) {
   if (FindLoopStatement(statement) == nullptr) {
-    slot_.Error(66, "Invalid use of 'continue'. It must be used in for/do/while loops.");
+    slot_.Error(InBody(statement) ? 71 : 66, "Invalid use of 'continue'. It must be used in for/do/while loops.");
   }
   Next();
-  return Expect(Tok::SEMICOLON, 0, "Missing ';' .");
+  return InBody(statement) ? Expect(Tok::SEMICOLON, 74, "Missing ';'") : Expect(Tok::SEMICOLON, 0, "Missing ';' .");
 }
 
 bool Parser::ParseReturnType(STATEMENT_BLOCK* statement) {

@@ -65,7 +65,12 @@ bool Parser::ParseSpecifiers(const Scope& scope, TypeSpec* type) {
     } else if (settled) {
       return true;
     } else if (scan_.TokenIn(BasicTypeList)) {
+      const bool is_unsigned = At(Tok::unsigned_);
       settled = ParseBasicTypeWord(type);
+      const bool open = is_unsigned && type->BasicType == Tok::int_ && scope.is_typedef;
+      if (open && !scan_.TokenIn(ValidVarList) && !AtDeclaredName()) {
+        return Fail(31, "Invalid typedef  '%' declaration.");
+      }
     } else if (At(Tok::void_)) {
       type->BasicType = Tok::void_;
       settled = true;
@@ -184,13 +189,32 @@ bool Parser::ParseDeclaration(const Scope& scope, const FunctionTraits& traits) 
 bool Parser::ParseDeclarators(const Scope& scope, const TypeSpec& type, const FunctionTraits& traits) {
   while (true) {
     const bool starts = scan_.TokenIn(ValidVarList) || At(Tok::BITAND) || At(Tok::operator_) || AtDeclaredName();
-    if (!starts) return Fail(48, Format("Unexpected end of declaration of type '%s'", TypeText(type).c_str()));
+    if (!starts) return FailMissingName(type);
     bool function_body = false;
     if (!ParseBasicTypeDecl(scope, type, traits, &function_body)) return false;
     if (function_body) return true;
     if (Accept(Tok::COMMA)) continue;
-    return Expect(Tok::SEMICOLON, 48, "Missing ';'.");
+    return Accept(Tok::SEMICOLON) || FailMissingSemicolon(scope, type);
   }
+}
+
+bool Parser::FailMissingName(const TypeSpec& type) {
+  if (type.BasicType == Tok::enum_) return Fail(29, "Unexpected end in declaration of type 'enum'.");
+  if (kTags.Has(type.BasicType)) {
+    return struct_defined_ ? Fail(14, "Unexpected end of declaration of type 'struct/class'.")
+                           : Fail(20, "Unexpected end in declaration of type 'class/struct'.");
+  }
+  return Fail(48, Format("Unexpected end of declaration of type '%s'", TypeText(type).c_str()));
+}
+
+bool Parser::FailMissingSemicolon(const Scope& scope, const TypeSpec& type) {
+  if (type.BasicType == Tok::enum_) return Fail(30, "Missing ';' in declaration of type 'enum'.");
+  if (kTags.Has(type.BasicType)) return Fail(19, "Missing ';' in declaration of type 'class/struct'.");
+  if (scope.kind == Scope::Kind::kForClause) {
+    return Fail(0, Format("Unexpected expression in for clause: '%s'", scan_.ClipTok().c_str()));
+  }
+  if (scope.kind == Scope::Kind::kBlock) return Fail(0, Format("Unexpected symbol '%s'", scan_.ClipTok().c_str()));
+  return Fail(48, "Missing ';'.");
 }
 
 bool Parser::ParseBasicTypeDecl(const Scope& scope, const TypeSpec& type, const FunctionTraits& traits,
@@ -206,14 +230,21 @@ bool Parser::ParseBasicTypeDecl(const Scope& scope, const TypeSpec& type, const 
     return true;
   }
   if (At(Tok::operator_)) {
-    if (!ParseOperatorName(&declarator, traits)) return false;
+    FunctionTraits kind = traits;
+    kind.is_friend |= scope.owner == nullptr;
+    if (!ParseOperatorName(&declarator, kind)) return false;
     return ParseFunctionDeclarator(scope, declarator, traits, function_body);
+  }
+  const bool function_only = scope.owner != nullptr && (traits.is_friend || traits.is_inline);
+  if (!AtDeclaredName() && function_only) {
+    return Fail(0, Format("Missing function name for the declaration of type '%s'", TypeText(type).c_str()));
   }
   if (!AtDeclaredName()) {
     return Fail(0, Format("Missing variable name for the declaration of type '%s'", TypeText(type).c_str()));
   }
   declarator.name = scan_.WordName();
   Next();
+  if (function_only && !At(Tok::LPAREN)) return Fail(0, "Missing '(' in friend/inline function declaration");
   if (!ParseNamedDeclarator(scope, &declarator, traits)) return false;
   *function_body = declarator.function_body;
   return true;
@@ -304,6 +335,8 @@ bool Parser::CheckVariableConflict(const Scope& scope, const Declarator& declara
   if (function_pointers && old->FunctionPointer->ReturnType.BasicType != declarator.type.BasicType) {
     slot_.Error(0, Format("Function pointer variable '%s' has duplicate declaration of diffrent return types",
                           declarator.name->c_str()));
+  } else if (old != nullptr && old->IsFunctionPointer && declarator.function_pointer) {
+    slot_.Error(0, Format("Duplicate declaration function pointer variable '%s'", declarator.name->c_str()));
   } else {
     ShowConflict(hit, declarator.name, false);
   }
@@ -330,6 +363,9 @@ bool Parser::ParseInitialValue(const Scope& scope, SYM_REC* symbol) {
   Next();
   const bool is_static = (symbol->StorageType & STATIC_VAR) != 0;
   if (scope.InFunction() && !is_static) return ParseLocalValue(scope, symbol);
+  if (slot_.IsScript() && scope.kind == Scope::Kind::kMain && symbol->Typedef != nullptr) {
+    return ParseScriptValue(symbol);
+  }
   ExprContext context;
   context.proc = scope.proc;
   context.block = scope.block;
@@ -365,6 +401,14 @@ bool Parser::ParseLocalValue(const Scope& scope, SYM_REC* symbol) {
   return true;
 }
 
+// A script's declaration that starts with a type's name runs like its statements, so its initial
+// value may be anything.
+bool Parser::ParseScriptValue(SYM_REC* symbol) {
+  slot_.Services->AllocateData(symbol);
+  const Scope scope = MorvScope();
+  return ParseLocalValue(scope, symbol) && RunMorvStatement(scope.statements->Last);
+}
+
 bool Parser::ParseArrayDimension(const Scope& scope, std::vector<int64_t>* dimensions) {
   while (At(Tok::LBRACKET)) {
     Next();
@@ -383,7 +427,7 @@ int64_t Parser::EvalArrayDimensionExpression(const Scope& scope) {
   context.constant = true;
   EXPR_NODE* head = nullptr;
   int64_t size = 0;
-  if (!ParseFullExpression(context, &head) || slot_.Display.ErrorCount > 0) return 1;
+  if (!ParseFullExpression(context, &head)) return 1;
   if (!EvalConstantInteger(slot_, head, &size) || size < 1 || size > kLargestDimension) {
     slot_.Error(25, "Error in array declaration. The size must be a positive constant.");
     return 1;
@@ -417,14 +461,14 @@ bool Parser::ParseFunctionPointer(const Scope& scope, Declarator* declarator) {
   if (!At(Tok::LPAREN)) return Fail(0, "Missing '(' in function pointer declaration .");
   FUNCPROTO_REC* proto = InsertFuncName(slot_, nullptr, declarator->name, declarator->type);
   if (!ParseProcedureArgs(proto, scope)) return false;
+  declarator->function_pointer = true;
   return ParseVariable(scope, declarator, proto);
 }
 
 bool Parser::ParseBitField(const Declarator& declarator, SYM_REC* symbol) {
   const std::string type = TypeText(declarator.type);
-  const Tok basic = ExtractType(*symbol);
-  if (symbol->OwnerStruct == nullptr || !ValidBitFieldType.Has(basic) || symbol->TotalDepth > 0 ||
-      symbol->Shape.DimensionCount > 0) {
+  const bool plain = symbol->TotalDepth == 0 && symbol->Shape.DimensionCount == 0;
+  if (!plain || !ValidBitFieldType.Has(ExtractType(*symbol))) {
     return Fail(0, Format("Bit field not supported in the declaration of type '%s'", type.c_str()));
   }
   Next();
@@ -432,7 +476,7 @@ bool Parser::ParseBitField(const Declarator& declarator, SYM_REC* symbol) {
     return Fail(0, Format("Missing Bit field size in the declaration of type '%s'", type.c_str()));
   }
   const long width = std::strtol(scan_.WordText().c_str(), nullptr, 0);
-  if (width < 1 || width > 8L * GetObjectSize(slot_, symbol)) {
+  if (symbol->OwnerStruct == nullptr || width < 1 || width > 8L * GetObjectSize(slot_, symbol)) {
     return Fail(0, Format("Bit field not supported in the declaration of type '%s'", type.c_str()));
   }
   symbol->BitFieldWidth = static_cast<int32_t>(width);

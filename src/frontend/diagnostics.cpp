@@ -20,9 +20,9 @@ std::string MessageLine(const char* kind, std::string_view file, long line, long
 }  // namespace
 
 void SendOutput(std::string_view text) {
-  std::string line;
-  line.reserve(text.size() + 1);
-  line += text;
+  // Kept between calls, so that a line of output costs no allocation. One thread writes.
+  static std::string line;
+  line.assign(text);
   line += '\n';
   std::fwrite(line.data(), 1, line.size(), stdout);
   std::fflush(stdout);

@@ -16,6 +16,9 @@ const SYM_REC* ArgumentWithoutName(const FUNCPROTO_REC* proto, int* position) {
   return nullptr;
 }
 
+constexpr TokenList kBehindArgumentType = {Tok::COMMA,  Tok::RPAREN, Tok::STAR,    Tok::BITAND,
+                                           Tok::LPAREN, Tok::const_, Tok::LBRACKET};
+
 bool SameReturnType(const FUNCPROTO_REC* a, const FUNCPROTO_REC* b) {
   return a->ReturnType.BasicType == b->ReturnType.BasicType &&
          a->ReturnType.PointerDepth == b->ReturnType.PointerDepth;
@@ -150,52 +153,80 @@ bool Parser::ParseVarArgs(FUNCPROTO_REC* proto) {
   return true;
 }
 
-bool Parser::InsertArgument(FUNCPROTO_REC* proto, const Scope& scope) {
-  if (At(Tok::DOT)) return ParseVarArgs(proto);
-  Declarator declarator;
+// A parameter's type: in scripts also `$`, or nothing in front of a bare name.
+bool Parser::ParseArgumentType(const Scope& scope, TypeSpec* type) {
   const bool plain_name = slot_.IsScript() && At(Tok::IDENTIFIER) && !AtTypeStart(scope);
   if (At(Tok::dollar) || plain_name) {
-    declarator.type.BasicType = Tok::dollar;
-    declarator.type.StorageType = DOLLAR_VAR;
-    if (At(Tok::dollar)) Next();
+    type->BasicType = Tok::dollar;
+    type->StorageType = DOLLAR_VAR;
+    Accept(Tok::dollar);
   } else {
     Scope types = scope;
     types.kind = scope.kind == Scope::Kind::kMain ? Scope::Kind::kBlock : scope.kind;
-    if (!ParseSpecifiers(types, &declarator.type)) return false;
+    const bool is_unsigned = At(Tok::unsigned_);
+    if (!ParseSpecifiers(types, type)) return false;
+    if (is_unsigned && !scan_.TokenIn(kBehindArgumentType) && !AtDeclaredName()) {
+      return Fail(0, "Missing parameter name for the declaration of type 'unsigned'");
+    }
   }
-  while (At(Tok::STAR) || At(Tok::BITAND) || At(Tok::const_)) {
-    if (!At(Tok::const_)) ++declarator.type.PointerDepth;
-    Next();
+  for (; At(Tok::STAR) || At(Tok::BITAND) || At(Tok::const_); Next()) {
+    if (!At(Tok::const_)) ++type->PointerDepth;
   }
+  return true;
+}
+
+// `(* name)(args)`; the name may be missing.
+FUNCPROTO_REC* Parser::ParseFuncPtrArgument(const Scope& scope, Declarator* declarator) {
+  Next();
+  if (!Expect(Tok::STAR, 0, "Missing '*' in function pointer declaration .")) return nullptr;
+  AcceptDeclaredName(declarator);
+  if (!Expect(Tok::RPAREN, 0, "Missing ')' in function pointer declaration .")) return nullptr;
+  if (!At(Tok::LPAREN)) {
+    slot_.Error(0, "Missing '(' in function pointer declaration .");
+    return nullptr;
+  }
+  FUNCPROTO_REC* function = InsertFuncName(slot_, nullptr, declarator->name, declarator->type);
+  return ParseProcedureArgs(function, scope) ? function : nullptr;
+}
+
+void Parser::AcceptDeclaredName(Declarator* declarator) {
+  if (!AtDeclaredName()) return;
+  declarator->name = scan_.WordName();
+  Next();
+}
+
+bool Parser::InsertArgument(FUNCPROTO_REC* proto, const Scope& scope) {
+  if (At(Tok::DOT)) return ParseVarArgs(proto);
+  Declarator declarator;
   declarator.name = slot_.Names.Intern("");
+  if (!ParseArgumentType(scope, &declarator.type)) return false;
   FUNCPROTO_REC* function_pointer = nullptr;
   if (At(Tok::LPAREN)) {
-    Next();
-    if (!Expect(Tok::STAR, 0, "Missing '*' in function pointer declaration .")) return false;
-    if (AtDeclaredName()) {
-      declarator.name = scan_.WordName();
-      Next();
-    }
-    if (!Expect(Tok::RPAREN, 0, "Missing ')' in function pointer declaration .")) return false;
-    if (!At(Tok::LPAREN)) return Fail(0, "Missing '(' in function pointer declaration .");
-    function_pointer = InsertFuncName(slot_, nullptr, declarator.name, declarator.type);
-    if (!ParseProcedureArgs(function_pointer, scope)) return false;
-  } else if (AtDeclaredName()) {
-    declarator.name = scan_.WordName();
-    Next();
+    function_pointer = ParseFuncPtrArgument(scope, &declarator);
+    if (function_pointer == nullptr) return false;
+  } else {
+    AcceptDeclaredName(&declarator);
   }
   if (At(Tok::LBRACKET) && !ParseArrayDimension(scope, &declarator.dimensions)) return false;
   if (!At(Tok::COMMA) && !At(Tok::RPAREN)) return Fail(0, "Invalid argument parameter");
-
-  const bool is_void = declarator.type.BasicType == Tok::void_ && declarator.type.PointerDepth == 0 &&
-                       function_pointer == nullptr;
-  if (is_void && declarator.name->Text.empty()) {
+  const bool is_void = declarator.type.BasicType == Tok::void_ && declarator.type.PointerDepth == 0;
+  if (is_void && function_pointer == nullptr && declarator.name->Text.empty()) {
     InsertVoidArgument(proto, true);
     return true;
   }
+  DeclareArgument(proto, declarator, function_pointer);
+  return true;
+}
+
+void Parser::DeclareArgument(FUNCPROTO_REC* proto, const Declarator& declarator, FUNCPROTO_REC* function_pointer) {
   if (!declarator.name->Text.empty() &&
       FindBasicTypeConflictGlobal(slot_, &proto->ParametersHeader, declarator.name)) {
     slot_.Error(0, Format("Duplicate parameter declaration '%s'", declarator.name->c_str()));
+  }
+  const STRUCT_REC* record = declarator.type.Struct;
+  const bool by_value = declarator.type.PointerDepth == 0 && function_pointer == nullptr;
+  if (record != nullptr && by_value && record->IsForwardDeclared && record->This == nullptr) {
+    slot_.Error(0, Format("'%s' is not class/struct/union", record->name->c_str()));
   }
   SYM_REC* symbol = InsertVarName(slot_, &proto->ParametersHeader, declarator.name, declarator.type, true);
   if (function_pointer != nullptr) {
@@ -206,7 +237,6 @@ bool Parser::InsertArgument(FUNCPROTO_REC* proto, const Scope& scope) {
     SetShape(slot_, symbol, declarator.dimensions.data(), static_cast<int>(declarator.dimensions.size()));
   }
   ++proto->ParameterCount;
-  return true;
 }
 
 bool Parser::ParseFunctionSubroutineNamed(SYMBOLS_HEADER* header) {

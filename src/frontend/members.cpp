@@ -40,7 +40,7 @@ bool Parser::ParseStructMembers(const Scope& scope, STRUCT_REC* record) {
   members.owner = record;
   while (!At(Tok::RSECONDBRACKET)) {
     if (At(Tok::END_OF_FILE)) return Fail(38, "Unexpected end-of-file..");
-    const void* position = scan_.Position();
+    const ScanPosition position = scan_.Position();
     if (!ParseMember(members, record)) Synchronize(StructBodyList, EofProcList);
     if (scan_.Position() == position && !At(Tok::RSECONDBRACKET) && !At(Tok::END_OF_FILE)) Next();
   }

@@ -1,6 +1,7 @@
 #include "frontend/parser.h"
 
 #include "base/format.h"
+#include "base/host_stack.h"
 
 namespace vorc {
 
@@ -15,7 +16,7 @@ constexpr TokenList kNoList = {};
 }  // namespace
 
 Parser::Nesting::Nesting(Parser& parser) : parser_(parser) {
-  if (++parser_.depth_ > kDeepestNesting && !parser_.slot_.Stopped) {
+  if ((++parser_.depth_ > kDeepestNesting || HostStackLow()) && !parser_.slot_.Stopped) {
     parser_.slot_.Fatal(Format("Nesting is deeper than %d levels.", kDeepestNesting));
   }
 }
@@ -61,7 +62,7 @@ bool Parser::ParseCsyntax() {
       slot_.Error(0, "Too many errors..");
       break;
     }
-    const void* position = scan_.Position();
+    const ScanPosition position = scan_.Position();
     const long line = scan_.LineNumber();
     const int depth = scan_.IncludeDepth();
     ParseTopLevelItem();
@@ -121,7 +122,7 @@ void Parser::ParseTopLevelOther() {
     Synchronize(BeginList, EofList);
     return;
   }
-  const void* position = scan_.Position();
+  const ScanPosition position = scan_.Position();
   ParseMorvScript();
   if (scan_.Position() != position) return;
   slot_.Error(0, Format("'%s' is not valid outside a function.", scan_.ClipTok().c_str()));

@@ -66,6 +66,7 @@ class Parser {
     Name* name = nullptr;
     std::vector<int64_t> dimensions;
     bool function_body = false;   ///< it was a function with its body: no `;` follows
+    bool function_pointer = false;
   };
 
   /// Stops the compilation when constructs nest too deep for the host's stack.
@@ -122,6 +123,8 @@ class Parser {
   /// A whole declaration from its first word to its `;` or to the end of a function's body.
   bool ParseDeclaration(const Scope& scope, const FunctionTraits& traits = {});
   bool ParseDeclarators(const Scope& scope, const TypeSpec& type, const FunctionTraits& traits);
+  bool FailMissingName(const TypeSpec& type);
+  bool FailMissingSemicolon(const Scope& scope, const TypeSpec& type);
   bool ParseBasicTypeDecl(const Scope& scope, const TypeSpec& type, const FunctionTraits& traits,
                           bool* function_body);
   bool ParseNamedDeclarator(const Scope& scope, Declarator* declarator, const FunctionTraits& traits);
@@ -134,6 +137,7 @@ class Parser {
   void FinishVariable(const Scope& scope, SYM_REC* symbol);
   bool ParseInitialValue(const Scope& scope, SYM_REC* symbol);
   bool ParseLocalValue(const Scope& scope, SYM_REC* symbol);
+  bool ParseScriptValue(SYM_REC* symbol);
   bool ParseTypeDef(const Scope& scope);
   bool ParseFunctionPointer(const Scope& scope, Declarator* declarator);
   bool ParseEnum(const Scope& scope, TypeSpec* type);
@@ -146,6 +150,10 @@ class Parser {
                                bool* function_body);
   bool ParseProcedureArgs(FUNCPROTO_REC* proto, const Scope& scope);
   bool InsertArgument(FUNCPROTO_REC* proto, const Scope& scope);
+  bool ParseArgumentType(const Scope& scope, TypeSpec* type);
+  FUNCPROTO_REC* ParseFuncPtrArgument(const Scope& scope, Declarator* declarator);
+  void AcceptDeclaredName(Declarator* declarator);
+  void DeclareArgument(FUNCPROTO_REC* proto, const Declarator& declarator, FUNCPROTO_REC* function_pointer);
   bool ParseVarArgs(FUNCPROTO_REC* proto);
   void InsertVoidArgument(FUNCPROTO_REC* proto, bool counted);
   FUNCPROTO_REC* SettleOverload(SYMBOLS_HEADER* header, FUNCPROTO_REC* proto, bool defining);
@@ -270,6 +278,7 @@ class Parser {
   C_SLOT& slot_;
   Scanner& scan_;
   int depth_ = 0;
+  bool struct_defined_ = false;   ///< the last struct that was named had its body behind it
 };
 
 }  // namespace vorc

@@ -13,6 +13,15 @@
 
 namespace vorc {
 
+/// A place in the token stream, to see whether the scanner has moved.
+struct ScanPosition {
+  const char* cursor;
+  const void* expansion;
+  const void* item;
+
+  bool operator==(const ScanPosition&) const = default;
+};
+
 /// Delivers the tokens of a source file, with includes, conditionals and macros worked in. One
 /// token is current at a time; a saved state brings back any earlier one.
 class Scanner {
@@ -61,7 +70,7 @@ class Scanner {
   bool Touching() const { return now_.Blanks.empty(); }
   long LineNumber() const { return now_.LineNumber; }
   /// A value that differs whenever the scanner has moved.
-  const void* Position() const { return now_.MacroItem != nullptr ? static_cast<const void*>(now_.MacroItem) : now_.Cursor; }
+  ScanPosition Position() const { return {now_.Cursor, now_.Macro, now_.MacroItem}; }
 
   /// Next token, macros expanded, comments skipped; delivers line ends.
   void GetComboTokenDonotSkipEol();

@@ -36,7 +36,7 @@ bool Parser::ParseProcBody(FUNCPROTO_REC* proto) {
   const Scope scope = ProcScope(proto);
   while (!At(Tok::RSECONDBRACKET)) {
     if (At(Tok::END_OF_FILE)) return Fail(38, "Unexpected end-of-file..");
-    const void* position = scan_.Position();
+    const ScanPosition position = scan_.Position();
     if (!ParseBodyItem(scope)) Synchronize(ProcBodyList, EofProcList);
     if (scan_.Position() == position && !At(Tok::RSECONDBRACKET) && !At(Tok::END_OF_FILE)) Next();
   }
@@ -45,8 +45,6 @@ bool Parser::ParseProcBody(FUNCPROTO_REC* proto) {
 
 // Statements up to the block's `}`, which is left to the caller.
 bool Parser::ParseCodeBlock(FUNCPROTO_REC* proto, CODE_BLOCK* block) {
-  const Nesting nesting(*this);
-  if (!nesting) return false;
   Scope scope;
   scope.kind = Scope::Kind::kBlock;
   scope.proc = proto;
@@ -55,7 +53,7 @@ bool Parser::ParseCodeBlock(FUNCPROTO_REC* proto, CODE_BLOCK* block) {
   scope.statements = &block->Statements;
   while (!At(Tok::RSECONDBRACKET)) {
     if (At(Tok::END_OF_FILE)) return Fail(38, "Unexpected end-of-file..");
-    const void* position = scan_.Position();
+    const ScanPosition position = scan_.Position();
     if (!ParseBodyItem(scope)) Synchronize(ProcBodyList.With({Tok::case_, Tok::default_}), EofProcList);
     if (scan_.Position() == position && !At(Tok::RSECONDBRACKET) && !At(Tok::END_OF_FILE)) Next();
   }
@@ -177,7 +175,8 @@ bool Parser::ParseArm(STATEMENT_BLOCK* arm, const char* misuse, long code) {
     arm->StatementType = word.kind;
     if (!ParseStatementOfType(arm)) return false;
     const bool in_loop = arm->ParentStatement->StatementType != STATEMENT_TYPE_IF;
-    if (word.kind == STATEMENT_TYPE_SWITCH && in_loop) CheckSwitchStatementDulicateCaseValues(arm);
+    // A script takes the first of two equal cases.
+    if (word.kind == STATEMENT_TYPE_SWITCH && in_loop && !slot_.IsScript()) CheckSwitchStatementDulicateCaseValues(arm);
     return true;
   }
   Scope scope;
@@ -195,7 +194,10 @@ bool Parser::ParseArm(STATEMENT_BLOCK* arm, const char* misuse, long code) {
       return ParseExpressionStatement(arm, scope);
     default: break;
   }
-  if (scan_.TokenIn(kExpressionStart)) return ParseExpressionStatement(arm, scope);
+  if (scan_.TokenIn(kExpressionStart)) {
+    if (!ParseFullExpression(ContextOf(arm), &arm->Expression)) return false;
+    return Expect(Tok::SEMICOLON, 0, "Missing ';'.");
+  }
   return Fail(code, Format(misuse, scan_.ClipTok().c_str()));  // NOLINT(clang-diagnostic-format-nonliteral)
 }
 

@@ -26,6 +26,7 @@ bool Parser::ParseStructDecl(const Scope& scope, TypeSpec* type) {
   if (!nesting) return false;
   const Tok kind = Token();
   type->BasicType = kind;
+  struct_defined_ = false;
   Next();
   Name* tag = slot_.Names.Intern("");
   if (AtDeclaredName()) {
@@ -63,6 +64,7 @@ bool Parser::ParseStructDecl(const Scope& scope, TypeSpec* type) {
   if (!Expect(Tok::RSECONDBRACKET, 15, "Missing '}' in declaration of type 'class/struct'.")) return false;
   ResolveVirtualReference(record);
   GetStructSize(slot_, record);
+  struct_defined_ = true;
   return true;
 }
 

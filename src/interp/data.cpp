@@ -33,8 +33,8 @@ void Interpreter::AllocateData(SYM_REC* symbol) {
 }
 
 char* Interpreter::AddressOfSymbol(const SYM_REC* symbol) const {
-  if (symbol->IsParameter) return Word(frame_base_ + symbol->FrameOffset);
-  if (symbol->IsLocal) return Word(frame_base_ - symbol->FrameOffset);
+  if (symbol->IsParameter) return Word(frame_.base + symbol->FrameOffset);
+  if (symbol->IsLocal) return Word(frame_.base - symbol->FrameOffset);
   return symbol->InterpreterData;
 }
 

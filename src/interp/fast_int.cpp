@@ -59,6 +59,7 @@ class FastCompiler {
     bool place = false;
     bool indexed = false;
     bool is_int = true;
+    bool is_unsigned = false;   ///< straight from an unsigned variable
   };
 
   bool Level(const Code& code, bool pure);
@@ -163,7 +164,8 @@ bool FastCompiler::Variable(const Code& code, const Op& op, bool pure) {
   if (op.index_count > 0) return Element(op, place);
   if (op.kind != 2) return false;
   SetPlace(Emit(place ? FastCode::kPlace : FastCode::kLoad, op), op);
-  return PushItem({place, false, op.type == Tok::int_});
+  const bool is_unsigned = (symbol->StorageType & UNSIGNED_VAR) != 0;
+  return PushItem({place, false, op.type == Tok::int_ && !is_unsigned, is_unsigned});
 }
 
 bool FastCompiler::Element(const Op& op, bool place) {
@@ -178,7 +180,8 @@ bool FastCompiler::Element(const Op& op, bool place) {
   FastOp* fast = Emit(place ? FastCode::kPlaceElement : FastCode::kLoadElement, op);
   SetPlace(fast, op);
   fast->through_pointer = pointer;
-  return PushItem({place, true, op.type == Tok::int_});
+  const bool is_unsigned = (op.symbol->StorageType & UNSIGNED_VAR) != 0;
+  return PushItem({place, true, op.type == Tok::int_ && !is_unsigned, is_unsigned});
 }
 
 bool FastCompiler::Binary(const Op& op) {
@@ -229,6 +232,7 @@ bool FastCompiler::Store(const Op& op, const Code& code) {
   const Item right = items_.back();
   items_.pop_back();
   if (right.place || !items_.back().place) return false;
+  if (op.code == OpCode::kCompoundAssign && right.is_unsigned) return false;
   Emit(op.code == OpCode::kAssign ? FastCode::kStore : FastCode::kCompound, op);
   items_.back() = {false, false, right.is_int && op.code == OpCode::kAssign};
   return true;

@@ -160,7 +160,9 @@ std::string Formatter::Specification(const char* suffix, long largest) const {
     if (!digits.empty()) text += std::to_string(value);
   };
   add("", directive_.width);
-  if (!directive_.precision.empty()) add(".", directive_.precision.substr(1));
+  // As in C, a negative precision counts as none.
+  const bool precise = !directive_.precision.empty() && directive_.precision.find('-') == std::string::npos;
+  if (precise) add(".", directive_.precision.substr(1));
   return text + suffix;
 }
 
@@ -189,11 +191,10 @@ void Formatter::ConvertInteger(char letter) {
     case 'p': return Put("p", reinterpret_cast<void*>(value));
     default: break;
   }
-  constexpr int64_t kLow = -2147483648LL;
-  constexpr int64_t kHigh = 4294967295LL;
-  const bool narrow = value >= kLow && value <= kHigh;
+  constexpr int64_t kLowest32 = -2147483648LL;
+  constexpr int64_t kMask32 = 0xffffffffLL;
   const char suffix[] = {'l', 'l', letter, '\0'};
-  Put(suffix, static_cast<unsigned long long>(narrow ? value & kHigh : value));
+  Put(suffix, static_cast<unsigned long long>(value >= kLowest32 ? value & kMask32 : value));
 }
 
 void Formatter::ConvertText() {

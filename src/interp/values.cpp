@@ -281,7 +281,7 @@ void Interpreter::Assign(Entry* left, Entry* right, bool last) {
     if (text != nullptr && !null_variable) {
       if (dollar) StoreDollarText(left->symbol, left->address, text);
       else Write<const char*>(left->address, text);
-      right->SetText(Read<const char*>(left->address));
+      right->SetText(text);
     } else if (left->record != nullptr && left->kind == 2 && right->record == left->record && right->kind == 2 &&
                right->address != nullptr) {
       std::memmove(left->address, right->address, static_cast<size_t>(ElementSize(*left)));
@@ -389,9 +389,9 @@ bool Interpreter::CompoundAssign(const Op& op, Entry* left, Entry* right) {
   if (!left->IsDouble() && left->width == 1 && place.type != Tok::UCHAR) left->value = static_cast<int8_t>(left->value);
   if (!left->IsDouble() && left->width == 2) left->value = static_cast<int16_t>(left->value);
   if (!left->IsDouble() && left->width == 4) left->value = left->Low();
-  CompoundForm a = FormOf(*left);
-  CompoundForm b = FormOf(*right);
-  if (!right->IsDouble() && right->width < 8) b.integer = right->Low();
+  const CompoundForm a = FormOf(*left);
+  if (!right->IsDouble() && right->width < 8 && !right->is_unsigned) right->value = right->Low();
+  const CompoundForm b = FormOf(*right);
   double real = 0.0;
   if ((a.is_real || b.is_real) && RealCompound(op.token, a.real, b.real, &real)) {
     left->SetDouble(real);
@@ -401,7 +401,7 @@ bool Interpreter::CompoundAssign(const Op& op, Entry* left, Entry* right) {
     if (divides && b.integer == 0) return Fail(op.node, "Division by zero");
     const int64_t value = IntegerCompound(op.token, a.integer, b.integer);
     left->SetInt(0);
-    left->value = value;
+    left->value = place.IsDollar() ? static_cast<int32_t>(value) : value;
     // The stored number is as wide as its target; as a value it is an int.
     Entry wide = *left;
     if (IsRealType(place.type) && place.depth == 0) wide.SetDouble(static_cast<double>(value));

@@ -1,0 +1,26 @@
+#!/usr/bin/env bash
+# Runs every example with the built program and shows what it prints:
+#   scripts/run_examples.sh path/to/vorc examples-folder
+# A first line "// args: a b" in an example holds the arguments that its script gets.
+set -u
+vorc=$(readlink -f "${1:?usage: run_examples.sh path/to/vorc folder}")
+folder=$(readlink -f "${2:?usage: run_examples.sh path/to/vorc folder}")
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+
+failed=0
+for example in "$folder"/*.c; do
+  [ -e "$example" ] || { echo "run_examples: no example in $folder" >&2; exit 1; }
+  name=$(basename "$example")
+  # Outputs are written beside a source, so each example runs on a copy of the folder.
+  mkdir "$work/$name"
+  cp -r "$folder/." "$work/$name"
+  read -ra args < <(sed -n '1s|^// args: *||p' "$example")
+  echo "== $name ${args[*]:-}"
+  (cd "$work/$name" && "$vorc" -morv -morvquiet "$name" ${args[@]+"${args[@]}"} </dev/null) || {
+    echo "run_examples: $name failed with exit status $?" >&2
+    failed=1
+  }
+  echo
+done
+exit "$failed"

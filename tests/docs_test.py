@@ -1,0 +1,55 @@
+#!/usr/bin/env python3
+"""Runs the examples of the documentation: docs_test.py path/to/vorc page-or-folder ...
+
+An example is a ```c block directly followed by an ```output block, which must be what the script
+prints, to the byte. Each runs in an empty folder of its own."""
+
+import os
+import pathlib
+import re
+import sys
+
+import program
+
+EXAMPLE = re.compile(r"^```c\n(.*?)^```\n+```output\n(.*?)^```$", re.MULTILINE | re.DOTALL)
+
+
+def check(vorc, page, text, match):
+    place = f"{page}:{text.count(chr(10), 0, match.start()) + 1}"
+    script, expected = match.group(1), match.group(2).encode()
+    with program.Folder() as folder:
+        folder.write("script.c", script)
+        result = program.run([vorc, "-morv", "-morvquiet", "script.c"], folder.path)
+    if fault := result.fault():
+        print(f"FAIL {place}: {fault}\n{result.errors.decode('utf-8', 'replace')[-1500:]}")
+        return False
+    # A block always ends at a line end; a script's last line may lack it.
+    if result.output != expected and result.output + b"\n" != expected:
+        print(f"FAIL {place}")
+        program.show_difference(expected, result.output)
+        return False
+    return True
+
+
+def main():
+    vorc, places = os.path.abspath(sys.argv[1]), map(pathlib.Path, sys.argv[2:])
+    pages = [page for place in places for page in (sorted(place.rglob("*.md")) if place.is_dir() else [place])]
+    passed = failed = 0
+    for page in pages:
+        text = page.read_text()
+        matches = list(EXAMPLE.finditer(text))
+        # A block the pattern missed would go untested without a word.
+        if len(matches) != len(re.findall(r"^```output$", text, re.MULTILINE)):
+            print(f"FAIL {page}: an output block without a script in front of it")
+            failed += 1
+        for match in matches:
+            if check(vorc, page, text, match):
+                passed += 1
+            else:
+                failed += 1
+    print(f"{passed} passed, {failed} failed")
+    return 1 if failed or not passed else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

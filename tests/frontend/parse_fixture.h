@@ -1,0 +1,65 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+
+#include "frontend/parser.h"
+#include "frontend/scanner.h"
+
+namespace vorc {
+
+/// Parses a text in compile mode, without anything behind the parser.
+class ParsedSource : public ParseServices {
+ public:
+  explicit ParsedSource(const std::string& text, int cpu_size = 64) : slot(std::make_unique<C_SLOT>()), scanner(*slot) {
+    slot->Target.CPUSIZE = slot->Target.ADDRSIZE = cpu_size;
+    slot->Display.set_quiet(true);
+    slot->Services = this;
+    scanner.LoadSrcFromBuffer("test", text);
+    testing::internal::CaptureStdout();
+    good = scanner.OpenSourceCodeFile("test") && Parser(*slot, scanner).ParseCsyntax();
+    messages = testing::internal::GetCapturedStdout();
+  }
+
+  void AllocateData(SYM_REC*) override {}
+  void InitializeData(SYM_REC*) override {}
+  void RunStatement(STATEMENT_BLOCK*) override {}
+  bool IsBuiltin(const Name*) override { return false; }
+
+  SYM_REC* Variable(const std::string& name) {
+    return FindBasicTypeConflictGlobal(*slot, &slot->Globals, slot->Names.Intern(name)).Symbol();
+  }
+  STRUCT_REC* Struct(const std::string& name) {
+    return FindBasicTypeConflictGlobal(*slot, &slot->Globals, slot->Names.Intern(name)).Struct();
+  }
+  FUNCPROTO_REC* Function(const std::string& name) {
+    return FindFunction(*slot, &slot->Globals, slot->Names.Intern(name));
+  }
+  /// The chain of a function's first statement, as words.
+  std::string Chain(const std::string& function) {
+    const PROC_TABLE* body = Function(function)->ProcBody;
+    for (const STATEMENT_BLOCK* at = body->Statements.First; at != nullptr; at = at->Next) {
+      if (at->Expression != nullptr) return Words(at->Expression);
+    }
+    return "";
+  }
+
+  static std::string Words(const EXPR_NODE* head) {
+    std::string text;
+    for (const EXPR_NODE* node = head; node != nullptr; node = node->Next) {
+      if (!text.empty()) text += ' ';
+      const bool named = node->Token == Tok::IDENTIFIER || node->Token == Tok::NUMBER;
+      text += named ? std::string(node->Literal) : std::string(TokenName(node->Token));
+    }
+    return text;
+  }
+
+  std::unique_ptr<C_SLOT> slot;
+  Scanner scanner;
+  bool good = false;
+  std::string messages;
+};
+
+}  // namespace vorc

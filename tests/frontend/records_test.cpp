@@ -1,0 +1,135 @@
+#include <string>
+
+#include "frontend/layout.h"
+#include "parse_fixture.h"
+
+namespace vorc {
+namespace {
+
+TEST(Expressions, AreChainsInPostfixOrder) {
+  const struct {
+    const char* source;
+    const char* chain;
+  } cases[] = {
+      {"a + b * c", "a b c STAR PLUS"},
+      {"-x * y", "x UNARYMINUS y STAR"},
+      {"x = y ? 1 : 2", "x y QUESTION_MARK ASSIGN"},
+      {"a < b == c", "a b LT c EQ"},
+      {"a | b & c", "a b BITOR c BITAND"},
+      {"(int)x", "x TYPE_CAST"},
+      {"a = b = c", "a b c ASSIGN ASSIGN"},
+      {"a - b - c", "a b MINUS c MINUS"},
+      {"a += b -= 1", "a b 1 MINUS_EQ PLUS_EQ"},
+      {"*p", "p STAR_REF"},
+      {"&a", "a BITAND_ADDRESS"},
+      {"*p++", "p POST_PLUS_PLUS STAR_REF"},
+      {"++a", "a PLUS_PLUS"},
+      {"!a && ~b || c", "a NOT b TILDA AND c OR"},
+      {"(a + b) * c", "LPAREN c STAR"},
+      {"s.m", "s m DOT"},
+      {"f(1)", "f FUNCTION_ARGUMENT"},
+      {"known(1)", "FUNCTION_CALL"},
+      {"a << 1 + 2", "a 1 2 PLUS LEFTSHIFT"},
+      {"sizeof(int) + 'A'", "4 65 PLUS"},
+  };
+  for (const auto& c : cases) {
+    ParsedSource parsed(std::string("struct S { int m; };\nint known(int k) { return k; }\n") +
+                        "int test(void)\n{\nint a, b, c, x, y; int *p; struct S s;\n" + c.source + ";\n}\n");
+    ASSERT_TRUE(parsed.good) << c.source << "\n" << parsed.messages;
+    EXPECT_EQ(parsed.Chain("test"), c.chain) << c.source;
+  }
+}
+
+TEST(Expressions, NumbersCarryTheirImmediateClass) {
+  const struct {
+    const char* number;
+    int immediate_class;
+    int size;
+  } cases[] = {{"200", 4, 1},      {"300", 3, 4},       {"20000", 2, 4},
+               {"2000000", 5, 4},  {"5000000000", 6, 8}, {"0xFF", 4, 1}};
+  for (const auto& c : cases) {
+    ParsedSource parsed(std::string("int x;\nint test(void)\n{\nx = ") + c.number + ";\n}\n");
+    const EXPR_NODE* node = parsed.Function("test")->ProcBody->Statements.First->Expression->Next;
+    EXPECT_EQ(node->ImmediateClass, c.immediate_class) << c.number;
+    EXPECT_EQ(node->NumberSize, c.size) << c.number;
+  }
+}
+
+TEST(Layout, IsPackedAndCountsBasesFirst) {
+  ParsedSource parsed(
+      "struct A { char a; int b; };\n"
+      "struct B { int x : 3; int y : 5; int z : 30; };\n"
+      "union U { int a; char b; double c; };\n"
+      "struct D : A, U2 { char d; };\n");
+  STRUCT_REC* a = parsed.Struct("A");
+  EXPECT_EQ(GetObjectStructSize(*parsed.slot, a), 5);
+  EXPECT_EQ(GetObjectStructSize(*parsed.slot, parsed.Struct("U")), 8);
+  STRUCT_REC* b = parsed.Struct("B");
+  EXPECT_EQ(GetObjectStructSize(*parsed.slot, b), 8);
+  const MemberResult y = FindStructMember(*parsed.slot, b, parsed.slot->Names.Intern("y"));
+  EXPECT_EQ(y.Symbol->BitFieldOffset, 3);
+  const MemberResult z = FindStructMember(*parsed.slot, b, parsed.slot->Names.Intern("z"));
+  EXPECT_EQ(z.Symbol->MemberOffset, 4);
+  EXPECT_NE(parsed.messages.find("'U2' is not a base class/struct type"), std::string::npos);
+
+  ParsedSource bases("struct A { char a; int b; };\nstruct C { char c; };\nstruct D : A, C { char d; };\nstruct E : D { int e; };\n");
+  STRUCT_REC* e = bases.Struct("E");
+  const struct {
+    const char* member;
+    int offset;
+  } cases[] = {{"a", 0}, {"b", 1}, {"c", 5}, {"d", 6}, {"e", 7}};
+  for (const auto& c : cases) {
+    const MemberResult member = FindStructMember(*bases.slot, e, bases.slot->Names.Intern(c.member));
+    EXPECT_EQ(MemberDataOffset(*bases.slot, member), c.offset) << c.member;
+  }
+  EXPECT_EQ(GetObjectStructSize(*bases.slot, e), 11);
+}
+
+TEST(Layout, WidthsFollowTheTarget) {
+  ParsedSource wide("long l; char *p;\n");
+  EXPECT_EQ(GetObjectSize(*wide.slot, wide.Variable("l")), 8);
+  EXPECT_EQ(GetObjectSize(*wide.slot, wide.Variable("p")), 8);
+  ParsedSource narrow("long l; char *p;\n", 32);
+  EXPECT_EQ(GetObjectSize(*narrow.slot, narrow.Variable("l")), 4);
+  EXPECT_EQ(GetObjectSize(*narrow.slot, narrow.Variable("p")), 4);
+}
+
+TEST(Layout, FirstParameterLiesHighest) {
+  ParsedSource parsed("int f(int a, char b, char *c) { int x; char y[3]; { int z; } return 0; }\n");
+  FUNCPROTO_REC* f = parsed.Function("f");
+  UpdateArgSpOffset(*parsed.slot, f);
+  const SYM_REC* parameter = f->ParametersHeader.Symbols.First;
+  EXPECT_EQ(parameter->FrameOffset, 9);
+  EXPECT_EQ(parameter->Next->FrameOffset, 8);
+  EXPECT_EQ(parameter->Next->Next->FrameOffset, 0);
+  EXPECT_EQ(f->ProcBody->ArgSize, 13);
+  EXPECT_EQ(UpdateLocalVarAddress(*parsed.slot, f), 11);
+}
+
+TEST(Functions, KeepOneRecordForEachSignature) {
+  ParsedSource parsed(
+      "void f(int);\nvoid f(int a) { }\nint g(void);\nint g();\nint h(int a);\nint h(int a, char b);\nint main() { return 0; }\n");
+  EXPECT_TRUE(parsed.good) << parsed.messages;
+  EXPECT_NE(parsed.Function("f")->ProcBody, nullptr);
+  int live_g = 0;
+  int live_h = 0;
+  for (const FUNCPROTO_REC* proto : parsed.slot->Globals.Functions) {
+    live_g += proto->name->Text == "g" && !proto->PrototypeOnly;
+    live_h += proto->name->Text == "h" && !proto->PrototypeOnly;
+  }
+  EXPECT_EQ(live_g, 1);
+  EXPECT_EQ(live_h, 2);
+  EXPECT_EQ(FindProgramEntryLabel(*parsed.slot), parsed.Function("main"));
+}
+
+TEST(Types, TypedefChainsSettleOnABasicType) {
+  ParsedSource parsed("typedef int A; typedef A B; typedef B *C; typedef B D[3]; B b; C c; D d[2];\n");
+  ASSERT_TRUE(parsed.good) << parsed.messages;
+  EXPECT_EQ(ExtractType(*parsed.Variable("b")), Tok::int_);
+  EXPECT_EQ(parsed.Variable("c")->TotalDepth, 1);
+  EXPECT_EQ(parsed.Variable("d")->Shape.DimensionCount, 2);
+  EXPECT_EQ(GetDeclaredDataSize(*parsed.slot, parsed.Variable("d")), 24);
+}
+
+}  // namespace
+}  // namespace vorc

@@ -1,0 +1,87 @@
+"""Runs the program under test on a source in a folder of its own."""
+
+import os
+import re
+import shutil
+import subprocess
+import tempfile
+import threading
+from dataclasses import dataclass
+
+# What a sanitized build says when it finds a fault; no output may hold it.
+SANITIZER_REPORT = re.compile(rb"ERROR: \w*Sanitizer|runtime error:")
+
+
+@dataclass
+class Result:
+    status: int          # exit status, or minus the signal's number
+    output: bytes
+    errors: bytes
+    seconds: float
+    resident_mb: float
+    timed_out: bool
+
+    def fault(self):
+        """What is wrong with a run whatever its input was, None for nothing."""
+        if self.timed_out:
+            return "no end within the time limit"
+        if self.status < 0:
+            return f"ended by signal {-self.status}"
+        if SANITIZER_REPORT.search(self.errors):
+            return "sanitizer report"
+        return None
+
+
+class Folder:
+    """A temporary folder that goes away at the end of a `with`."""
+
+    def __init__(self, copy_of=None):
+        self.path = tempfile.mkdtemp(prefix="vorc-test-")
+        if copy_of is not None:
+            shutil.copytree(copy_of, self.path, dirs_exist_ok=True)
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
+        shutil.rmtree(self.path, ignore_errors=True)
+
+    def write(self, name, content):
+        data = content if isinstance(content, bytes) else content.encode()
+        with open(os.path.join(self.path, name), "wb") as file:
+            file.write(data)
+
+
+def run(command, folder, timeout=60, stdout=None):
+    """Runs a command in a folder, without input. `stdout` may be an open file to write to."""
+    with tempfile.TemporaryFile() as captured, tempfile.TemporaryFile() as errors:
+        process = subprocess.Popen(command, cwd=folder, stdin=subprocess.DEVNULL,
+                                   stdout=stdout if stdout is not None else captured,
+                                   stderr=errors, start_new_session=True)
+        expired = threading.Event()
+
+        def expire():
+            expired.set()
+            process.kill()
+
+        timer = threading.Timer(timeout, expire)
+        timer.start()
+        _, wait_status, usage = os.wait4(process.pid, 0)
+        timer.cancel()
+        process.returncode = os.waitstatus_to_exitcode(wait_status)
+        captured.seek(0)
+        errors.seek(0)
+        return Result(process.returncode, captured.read(), errors.read(),
+                      usage.ru_utime + usage.ru_stime, usage.ru_maxrss / 1024, expired.is_set())
+
+
+def show_difference(expected, actual, lines=12):
+    import difflib
+    difference = difflib.unified_diff(expected.decode("utf-8", "replace").splitlines(),
+                                      actual.decode("utf-8", "replace").splitlines(),
+                                      "expected", "printed", lineterm="", n=1)
+    for count, line in enumerate(difference):
+        if count == lines:
+            print("  ...")
+            return
+        print("  " + line)
