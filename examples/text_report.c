@@ -63,9 +63,9 @@ void by_region(void)
   for (i = 0; i < morv_list_count(names); i++) {
     $name = morv_list_get(names, i);
     place = morv_atoi(morv_map_get(places, $name));
-    // One star for each 40 of value.
+    // One star for each 20 of value.
     $bar = "";
-    while (sums[place] >= 40 * (morv_strlen($bar) + 1)) $bar += "*";
+    while (sums[place] >= 20 * (morv_strlen($bar) + 1)) $bar += "*";
     printf("  %-6s %8.2f %s\n", $name, sums[place], $bar);
   }
   morv_map_free(places);
