@@ -117,7 +117,9 @@ bool Parser::ParseSizeof(const ExprContext& context, int64_t* size) {
   type.BasicType = cast.TypeToken;
   type.Typedef = cast.Typedef;
   type.Struct = cast.Struct;
-  const bool pointer = cast.PointerDepth > 0 || cast.CastType == CAST_FUNC_PTR_TYPE;
+  int stars = cast.PointerDepth;
+  for (const TYPEDEF_REC* at = cast.Typedef; at != nullptr; at = at->Typedef) stars -= at->PointerDepth;
+  const bool pointer = stars > 0 || cast.CastType == CAST_FUNC_PTR_TYPE;
   *size = pointer ? slot_.Target.ADDRSIZE / 8 : GetTypeSize(slot_, type);
   for (const int64_t dimension : dimensions) *size *= dimension;
   return Expect(Tok::RPAREN, 79, "Missing ')' . ");

@@ -168,6 +168,7 @@ class Parser {
   bool ParseStructMembers(const Scope& scope, STRUCT_REC* record);
   bool ParseMember(const Scope& members, STRUCT_REC* record);
   bool ParseMemberPrefix(FunctionTraits* traits);
+  bool ParseFriendClass(const Scope& members, STRUCT_REC* record);
   bool ParseConstructorOrDestructor(const Scope& members, STRUCT_REC* record, bool destructor,
                                     const FunctionTraits& traits);
   bool ParseOperatorName(Declarator* declarator, const FunctionTraits& traits);

@@ -135,12 +135,7 @@ void Formatter::ParseDirective() {
     line_ += format_.substr(start_);
     return;
   }
-  const char letter = format_[at_];
-  if (letter == '\n' || letter == '\r') {
-    line_ += format_.substr(start_, at_ - start_);
-    return;
-  }
-  ++at_;
+  const char letter = format_[at_++];
   if (!Convert(letter)) line_ += format_.substr(start_, at_ - start_);
 }
 
