@@ -274,7 +274,6 @@ class Parser {
   bool ParseSizeof(const ExprContext& context, int64_t* size);
   bool ParseSizeofName(const ExprContext& context, int64_t* size);
   bool SizeofExpression(const ExprContext& context, int64_t* size);
-  int64_t StaticSize(const EXPR_NODE* head);
 
   C_SLOT& slot_;
   Scanner& scan_;
