@@ -236,8 +236,6 @@ bool Parser::CFactor(const ExprContext& context, ExprChain* chain) {
 }
 
 bool Parser::ParseGroupOrCast(const ExprContext& context, ExprChain* chain) {
-  const Nesting nesting(*this);
-  if (!nesting) return false;
   const auto saved = scan_.SaveToken();
   Next();
   if (AtCastType(context)) return ParseTypeCastNew(context, chain);

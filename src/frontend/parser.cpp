@@ -1,6 +1,7 @@
 #include "frontend/parser.h"
 
 #include "base/format.h"
+#include "base/host_stack.h"
 
 namespace vorc {
 
@@ -15,7 +16,7 @@ constexpr TokenList kNoList = {};
 }  // namespace
 
 Parser::Nesting::Nesting(Parser& parser) : parser_(parser) {
-  if (++parser_.depth_ > kDeepestNesting && !parser_.slot_.Stopped) {
+  if ((++parser_.depth_ > kDeepestNesting || HostStackLow()) && !parser_.slot_.Stopped) {
     parser_.slot_.Fatal(Format("Nesting is deeper than %d levels.", kDeepestNesting));
   }
 }

@@ -45,8 +45,6 @@ bool Parser::ParseProcBody(FUNCPROTO_REC* proto) {
 
 // Statements up to the block's `}`, which is left to the caller.
 bool Parser::ParseCodeBlock(FUNCPROTO_REC* proto, CODE_BLOCK* block) {
-  const Nesting nesting(*this);
-  if (!nesting) return false;
   Scope scope;
   scope.kind = Scope::Kind::kBlock;
   scope.proc = proto;

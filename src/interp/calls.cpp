@@ -1,6 +1,7 @@
 #include <cstring>
 
 #include "base/format.h"
+#include "base/host_stack.h"
 #include "base/trace.h"
 #include "frontend/layout.h"
 #include "interp/interpreter.h"
@@ -85,6 +86,8 @@ FUNCPROTO_REC* Interpreter::ChooseOverload(FUNCPROTO_REC* function, int count, c
 
 void Interpreter::WarnCount(const FUNCPROTO_REC* function, int count, const EXPR_NODE* node) {
   const int64_t wanted = FirstIsVoid(function) ? 0 : function->ParameterCount;
+  // One argument to `(void)` counts as none.
+  if (FirstIsVoid(function) && function->ParameterCount == 1 && count == 1) return;
   const bool fits = count == wanted || (count == 0 && wanted == 1) || (function->HasVarArgs && count >= wanted);
   if (!fits) slot_.WarningAt(node->Line, "Argument count mismatch");
 }
@@ -114,7 +117,7 @@ bool Interpreter::UserCall(const Op& op, Entry* result) {
     const STRUCT_REC* home = node->OwnerFunction == nullptr ? nullptr : node->OwnerFunction->OwnerClass;
     const MemberResult member =
         home == nullptr ? MemberResult() : FindStructMember(slot_, const_cast<STRUCT_REC*>(home), function->name);
-    return CallMember(function, this_base_ == nullptr ? nullptr : this_base_ + member.BaseOffset, node,
+    return CallMember(function, frame_.this_base == nullptr ? nullptr : frame_.this_base + member.BaseOffset, node,
                       op.argument_count, result);
   }
   WarnCount(function, op.argument_count, node);
@@ -217,34 +220,38 @@ bool Interpreter::CallFunction(FUNCPROTO_REC* function, const Entry* arguments, 
                                const EXPR_NODE* node, Entry* result) {
   PROC_TABLE* body = function->ProcBody;
   if (body->ArgSize < 0) UpdateArgSpOffset(slot_, function);
-  const int64_t saved_pointer = exec_stack_ptr_;
-  const int64_t saved_base = frame_base_;
-  const int32_t saved_return = return_reg_;
-  exec_stack_ptr_ -= kSavedWords + (own_frame ? body->ArgSize : count);
-  bool good = exec_stack_ptr_ >= 0;
+  const Frame caller = frame_;
+  frame_.stack_pointer -= kSavedWords + (own_frame ? body->ArgSize : count);
+  bool good = frame_.stack_pointer >= 0;
   if (good && own_frame) {
-    BindArguments(function, arguments, count, exec_stack_ptr_);
-    frame_base_ = exec_stack_ptr_;
-    VORC_TRACE("DIAG: new_frame_base=%d arg_units=%d remember_exec_stack_ptr=%d\n", static_cast<int>(frame_base_),
-               body->ArgSize, static_cast<int>(saved_pointer));
+    BindArguments(function, arguments, count, frame_.stack_pointer);
+    frame_.base = frame_.stack_pointer;
+    VORC_TRACE("DIAG: new_frame_base=%d arg_units=%d remember_exec_stack_ptr=%d\n", static_cast<int>(frame_.base),
+               body->ArgSize, static_cast<int>(caller.stack_pointer));
   }
-  good = good && RunBody(function, node);
-  if (!good && !failed()) Fail(node, Format("The script's stack of %d words is used up in function '%s'.",
-                                            static_cast<int>(ScriptMemory::kStackWords), function->name->c_str()));
+  good = good && RunBody(function);
+  return Leave(function, caller, good, node, result);
+}
+
+// Hands the result over and goes back to the caller's frame.
+bool Interpreter::Leave(const FUNCPROTO_REC* function, const Frame& caller, bool good, const EXPR_NODE* node,
+                        Entry* result) {
+  if (!good && !failed()) {
+    Fail(node, Format("The script's stack of %d words is used up in function '%s'.",
+                      static_cast<int>(ScriptMemory::kStackWords), function->name->c_str()));
+  }
   CopyReturnedData(function, result);
-  exec_stack_ptr_ = saved_pointer;
-  frame_base_ = saved_base;
-  return_reg_ = saved_return;
+  frame_ = caller;
   return !failed();
 }
 
 // Walks a function's statements in the frame that the caller prepared. False, without a report, if
 // its locals don't fit into the stack.
-bool Interpreter::RunBody(FUNCPROTO_REC* function, const EXPR_NODE*) {
+bool Interpreter::RunBody(FUNCPROTO_REC* function) {
   PROC_TABLE* body = function->ProcBody;
   if (body->LocalSize < 0) UpdateLocalVarAddress(slot_, function);
-  exec_stack_ptr_ -= int64_t{body->LocalSize} + 1;
-  if (exec_stack_ptr_ < 0 || HostStackLow()) return false;
+  frame_.stack_pointer -= int64_t{body->LocalSize} + 1;
+  if (frame_.stack_pointer < 0 || HostStackLow()) return false;
   for (STATEMENT_BLOCK* statement = body->Statements.First; statement != nullptr; statement = statement->Next) {
     if (!ExecStatement(statement)) break;
     if (statement->ExecState == kExit || statement->ExecState == kReturn) break;
@@ -295,7 +302,7 @@ void Interpreter::CopyReturnedData(const FUNCPROTO_REC* function, Entry* result)
   *result = Entry();
   if (function->ReturnKind != FUNC_RETTYPE_BASICTYPE) return;
   switch (function->ReturnType.BasicType) {
-    case Tok::int_: result->SetInt(return_reg_); break;
+    case Tok::int_: result->SetInt(frame_.return_reg); break;
     case Tok::float_:
     case Tok::double_: result->SetDouble(return_reg_double_); break;
     case Tok::char_:
@@ -304,7 +311,7 @@ void Interpreter::CopyReturnedData(const FUNCPROTO_REC* function, Entry* result)
     case Tok::dollar:
       if (return_reg_is_string_) result->SetText(RetainReturnedString(return_reg_string_));
       else if (return_reg_is_double_) result->SetDouble(return_reg_double_);
-      else result->SetInt(return_reg_);
+      else result->SetInt(frame_.return_reg);
       break;
     default: break;
   }
@@ -340,8 +347,8 @@ bool Interpreter::ExecReturn(STATEMENT_BLOCK* statement) {
     return_reg_double_ = declared == Tok::float_ ? static_cast<double>(static_cast<float>(value.real)) : value.real;
     return_reg_is_double_ = true;
   } else {
-    return_reg_ = value.Low();
-    VORC_TRACE("DIAG: InterpretExecReturnStatement set return_reg=%d\n", return_reg_);
+    frame_.return_reg = value.Low();
+    VORC_TRACE("DIAG: InterpretExecReturnStatement set return_reg=%d\n", frame_.return_reg);
   }
   return true;
 }
@@ -350,12 +357,9 @@ bool Interpreter::ExecReturn(STATEMENT_BLOCK* statement) {
 
 bool Interpreter::MemberCall(const Op& op, Entry* object) {
   const EXPR_NODE* node = op.node;
-  STRUCT_REC* record = ClassOf(node, *object);
-  if (record == nullptr) return false;
-  const MemberResult member = FindStructMember(slot_, record, node->name);
   const char* name = node->name->c_str();
-  if (!member) return Fail(node, Format("'%s' is not a member of struct/class/union '%s'", name, record->name->c_str()));
-  if (!CheckMemberAccess(node, record, member)) return false;
+  MemberResult member;
+  if (!FindMember(node, *object, &member)) return false;
   if (object->token != Tok::this_) {
     const bool arrow = op.token == Tok::POINTER;
     if (object->kind == 2 && arrow) return Fail(node, "Use of '.' instead of '->'");
@@ -387,30 +391,20 @@ bool Interpreter::CallMember(FUNCPROTO_REC* function, char* object, const EXPR_N
   if (body == nullptr) return Fail(node, Format("Undefined function '%s'.", function->name->c_str()));
   WarnCount(function, argument_count, node);
   if (body->ArgSize < 0) UpdateArgSpOffset(slot_, function);
-  const int64_t saved_pointer = exec_stack_ptr_;
-  const int64_t saved_base = frame_base_;
-  const int32_t saved_return = return_reg_;
-  char* const saved_this = this_base_;
-  exec_stack_ptr_ -= kSavedMemberWords + body->ArgSize;
-  bool good = exec_stack_ptr_ >= 0;
+  const Frame caller = frame_;
+  frame_.stack_pointer -= kSavedMemberWords + body->ArgSize;
+  bool good = frame_.stack_pointer >= 0;
   if (good) {
-    frame_base_ = exec_stack_ptr_;
-    this_base_ = object;
+    frame_.base = frame_.stack_pointer;
+    frame_.this_base = object;
     for (const SYM_REC* parameter : function->ParametersHeader.Symbols) {
       if (parameter->ValueType != Tok::void_ || parameter->TotalDepth > 0) {
-        std::memset(Word(frame_base_ + parameter->FrameOffset), 0, ScriptMemory::kWordSize);
+        std::memset(Word(frame_.base + parameter->FrameOffset), 0, ScriptMemory::kWordSize);
       }
     }
   }
-  good = good && RunBody(function, node);
-  if (!good && !failed()) Fail(node, Format("The script's stack of %d words is used up in function '%s'.",
-                                            static_cast<int>(ScriptMemory::kStackWords), function->name->c_str()));
-  CopyReturnedData(function, result);
-  exec_stack_ptr_ = saved_pointer;
-  frame_base_ = saved_base;
-  return_reg_ = saved_return;
-  this_base_ = saved_this;
-  return !failed();
+  good = good && RunBody(function);
+  return Leave(function, caller, good, node, result);
 }
 
 }  // namespace vorc

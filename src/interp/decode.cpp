@@ -1,5 +1,6 @@
 #include "interp/decode.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <new>
 
@@ -111,7 +112,7 @@ void Decoder::DecodeNode(EXPR_NODE* node, Op* op) {
     case Tok::FUNCTION_CALL: return DecodeName(node, op);
     case Tok::FUNCTION_ARGUMENT:
       op->code = OpCode::kValueCall;
-      op->list = DecodeArguments(node->Arguments, &op->argument_count);
+      op->list = DecodeList(node->Arguments, &EXPR_NODE::NextArgument, &op->argument_count);
       return;
     default: return DecodeOperator(node, op);
   }
@@ -129,15 +130,15 @@ void Decoder::DecodeName(EXPR_NODE* node, Op* op) {
   if (node->IsMember) {
     op->code = node->Token == Tok::FUNCTION_CALL ? OpCode::kMemberCall : OpCode::kMember;
     op->token = node->Next->Token;
-    if (op->code == OpCode::kMemberCall) op->list = DecodeArguments(node->Arguments, &op->argument_count);
-    else op->list = DecodeIndices(node->IndexExpression, &op->index_count);
+    if (op->code == OpCode::kMemberCall) op->list = DecodeList(node->Arguments, &EXPR_NODE::NextArgument, &op->argument_count);
+    else op->list = DecodeList(node->IndexExpression, &EXPR_NODE::NextDimension, &op->index_count);
     return;
   }
   if (node->Token == Tok::FUNCTION_CALL) {
     op->code = OpCode::kUserCall;
     op->function = node->Function;
     op->builtin = FindSystemFunction(node->name->Text);
-    op->list = DecodeArguments(node->Arguments, &op->argument_count);
+    op->list = DecodeList(node->Arguments, &EXPR_NODE::NextArgument, &op->argument_count);
     return;
   }
   if (node->CallWithoutParens) {
@@ -149,13 +150,13 @@ void Decoder::DecodeName(EXPR_NODE* node, Op* op) {
   if (node->HasCall) {
     op->code = OpCode::kNameCall;
     op->builtin = FindSystemFunction(node->name->Text);
-    op->list = DecodeArguments(node->Next->Arguments, &op->argument_count);
+    op->list = DecodeList(node->Next->Arguments, &EXPR_NODE::NextArgument, &op->argument_count);
     if (symbol != nullptr && !symbol->ImplicitExtern) DecodeVariable(symbol, node, op);
-    op->indices = DecodeIndices(node->IndexExpression, &op->index_count);
+    op->indices = DecodeList(node->IndexExpression, &EXPR_NODE::NextDimension, &op->index_count);
     return;
   }
   op->code = OpCode::kVariable;
-  op->list = DecodeIndices(node->IndexExpression, &op->index_count);
+  op->list = DecodeList(node->IndexExpression, &EXPR_NODE::NextDimension, &op->index_count);
   if (symbol != nullptr) DecodeVariable(symbol, node, op);
 }
 
@@ -185,23 +186,14 @@ void Decoder::DecodeVariable(SYM_REC* symbol, EXPR_NODE* node, Op* op) {
                   op->storage != Storage::kMember && node->IndexExpression == nullptr;
 }
 
-Code** Decoder::DecodeArguments(EXPR_NODE* first, int16_t* count) {
+// The chains of a list whose heads are linked through `next`.
+Code** Decoder::DecodeList(EXPR_NODE* first, EXPR_NODE* EXPR_NODE::*next, int16_t* count) {
   size_t length = 0;
-  for (const EXPR_NODE* at = first; at != nullptr; at = at->NextArgument) ++length;
+  for (const EXPR_NODE* at = first; at != nullptr; at = at->*next) ++length;
   auto** list = static_cast<Code**>(arena_.Allocate(sizeof(Code*) * (length + 1)));
-  size_t next = 0;
-  for (EXPR_NODE* at = first; at != nullptr; at = at->NextArgument) list[next++] = Decode(at);
-  *count = static_cast<int16_t>(length);
-  return list;
-}
-
-Code** Decoder::DecodeIndices(EXPR_NODE* first, int16_t* count) {
-  size_t length = 0;
-  for (const EXPR_NODE* at = first; at != nullptr; at = at->NextDimension) ++length;
-  auto** list = static_cast<Code**>(arena_.Allocate(sizeof(Code*) * (length + 1)));
-  size_t next = 0;
-  for (EXPR_NODE* at = first; at != nullptr; at = at->NextDimension) list[next++] = Decode(at);
-  *count = static_cast<int16_t>(length);
+  size_t position = 0;
+  for (EXPR_NODE* at = first; at != nullptr; at = at->*next) list[position++] = Decode(at);
+  *count = static_cast<int16_t>(std::min<size_t>(length, INT16_MAX));
   return list;
 }
 

@@ -103,8 +103,7 @@ class Decoder {
   void DecodeName(EXPR_NODE* node, Op* op);
   void DecodeVariable(SYM_REC* symbol, EXPR_NODE* node, Op* op);
   void DecodeOperator(EXPR_NODE* node, Op* op);
-  Code** DecodeArguments(EXPR_NODE* first, int16_t* count);
-  Code** DecodeIndices(EXPR_NODE* first, int16_t* count);
+  Code** DecodeList(EXPR_NODE* first, EXPR_NODE* EXPR_NODE::*next, int16_t* count);
   int CountSteps(const EXPR_NODE* head) const;
 
   C_SLOT& slot_;

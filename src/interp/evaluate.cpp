@@ -1,5 +1,6 @@
 #include <cstring>
 
+#include "base/host_stack.h"
 #include "base/trace.h"
 #include "interp/interpreter.h"
 #include "interp/numbers.h"
@@ -10,7 +11,6 @@ namespace {
 
 constexpr int kDeepestOperands = 32;
 constexpr size_t kOperandMemory = size_t{256} << 20;
-constexpr size_t kMostHostStack = size_t{150} << 20;
 
 int32_t WrappedDivide(int32_t a, int32_t b) {
   return b == -1 ? static_cast<int32_t>(0U - static_cast<uint32_t>(a)) : a / b;
@@ -32,19 +32,11 @@ Interpreter::Interpreter(C_SLOT& slot)
       memory_(ScriptMemory::Instance()),
       operand_memory_(kOperandMemory),
       operands_(reinterpret_cast<Entry*>(operand_memory_.data())),
-      operands_end_(operands_ + operand_memory_.size() / sizeof(Entry) - 2 * kDeepestOperands),
-      host_stack_(static_cast<const char*>(__builtin_frame_address(0))),
-      exec_stack_ptr_(static_cast<int64_t>(ScriptMemory::kStackWords) - 1),
-      frame_base_(exec_stack_ptr_) {}
+      operands_end_(operands_ + operand_memory_.size() / sizeof(Entry) - 2 * kDeepestOperands) {}
 
 bool Interpreter::Fail(const EXPR_NODE* node, const std::string& text) {
   slot_.ErrorAt(node == nullptr ? current_line_ : node->Line, 0, text);
   return false;
-}
-
-bool Interpreter::HostStackLow() const {
-  const char* here = static_cast<const char*>(__builtin_frame_address(0));
-  return host_stack_ > here && static_cast<size_t>(host_stack_ - here) > kMostHostStack;
 }
 
 bool Interpreter::CheckTop(const Entry* base, const Entry* top) {
@@ -169,7 +161,7 @@ bool Interpreter::Push(const Op& op, Mode mode, Entry* entry) {
       entry->kind = 1;
       entry->symbol = op.symbol;
       entry->record = op.symbol == nullptr ? nullptr : op.symbol->Struct;
-      entry->address = this_base_;
+      entry->address = frame_.this_base;
       return true;
     case OpCode::kGroup: {
       if (!Evaluate(op.sub, mode, entry)) return false;

@@ -89,6 +89,14 @@ class Interpreter final : public ParseServices {
 
   enum ExecStateValue : uint8_t { kNone = 0, kBreak = 1, kExit = 2, kReturn = 3, kContinue = 4 };
 
+  /// What a call changes and its end brings back.
+  struct Frame {
+    int64_t stack_pointer = static_cast<int64_t>(ScriptMemory::kStackWords) - 1;  ///< next free word
+    int64_t base = stack_pointer;
+    char* this_base = nullptr;
+    int32_t return_reg = 0;      ///< integer result of the last `return`
+  };
+
   // --- evaluate.cpp
   bool Evaluate(Code* code, Mode mode, Entry* result);
   bool EvaluateObject(Code* code, Mode mode, Entry* result);
@@ -141,6 +149,7 @@ class Interpreter final : public ParseServices {
   bool StarRef(const EXPR_NODE* node, Entry* entry);
   bool AddressOf(const EXPR_NODE* node, Entry* entry);
   void Cast(const EXPR_NODE* node, Entry* entry);
+  bool FindMember(const EXPR_NODE* node, const Entry& object, MemberResult* member);
   bool Member(const Op& op, Entry* object);
   bool ObjectAddress(const Op& op, Entry* object, const char* member, char** address);
   bool CheckMemberAccess(const EXPR_NODE* node, STRUCT_REC* record, const MemberResult& member);
@@ -162,7 +171,8 @@ class Interpreter final : public ParseServices {
   void BindArguments(FUNCPROTO_REC* function, const Entry* arguments, int count, int64_t base);
   void BindArgument(SYM_REC* parameter, const Entry& argument, char* word);
   bool CallMember(FUNCPROTO_REC* function, char* object, const EXPR_NODE* node, int argument_count, Entry* result);
-  bool RunBody(FUNCPROTO_REC* function, const EXPR_NODE* node);
+  bool RunBody(FUNCPROTO_REC* function);
+  bool Leave(const FUNCPROTO_REC* function, const Frame& caller, bool good, const EXPR_NODE* node, Entry* result);
   void CopyReturnedData(const FUNCPROTO_REC* function, Entry* result);
   void WarnCount(const FUNCPROTO_REC* function, int count, const EXPR_NODE* node);
   static BuiltinValue ToBuiltinValue(const Entry& entry);
@@ -192,7 +202,6 @@ class Interpreter final : public ParseServices {
 
   bool failed() const { return slot_.Display.ErrorCount > 0; }
   bool Fail(const EXPR_NODE* node, const std::string& text);
-  bool HostStackLow() const;
   char* Word(int64_t index) const { return memory_.stack() + index * static_cast<int64_t>(ScriptMemory::kWordSize); }
 
   C_SLOT& slot_;
@@ -208,13 +217,9 @@ class Interpreter final : public ParseServices {
     Entry entry;
   };
   std::vector<PendingStep> pending_;
-  const char* host_stack_;       ///< a place in the host's stack when the run began
 
-  int64_t exec_stack_ptr_;       ///< next free word of the simulated stack
-  int64_t frame_base_ = 0;
-  char* this_base_ = nullptr;
+  Frame frame_;
   long current_line_ = 0;        ///< of the statement that runs
-  int32_t return_reg_ = 0;
   double return_reg_double_ = 0.0;
   const char* return_reg_string_ = nullptr;
   bool return_reg_is_double_ = false;

@@ -33,18 +33,18 @@ void Interpreter::PlaceVariable(const Op& op, Entry* entry) {
   entry->dimensions = op.dimensions;
   switch (op.storage) {
     case Storage::kLocal:
-      entry->address = Word(frame_base_ - op.offset);
+      entry->address = Word(frame_.base - op.offset);
       VORC_TRACE("DIAG: local-var-addr name=%s base=%d offset=%ld addr=%p\n", symbol->name->c_str(),
-                 static_cast<int>(frame_base_), static_cast<long>(op.offset), static_cast<void*>(entry->address));
+                 static_cast<int>(frame_.base), static_cast<long>(op.offset), static_cast<void*>(entry->address));
       break;
     case Storage::kParameter:
-      entry->address = Word(frame_base_ + op.offset);
+      entry->address = Word(frame_.base + op.offset);
       if (op.dimensions > 0) {
         entry->address = const_cast<char*>(ReadPointer(entry->address));
         entry->is_parameter_array = true;
       }
       break;
-    case Storage::kMember: entry->address = this_base_ == nullptr ? nullptr : this_base_ + op.offset; break;
+    case Storage::kMember: entry->address = frame_.this_base == nullptr ? nullptr : frame_.this_base + op.offset; break;
     default:
       if (symbol->InterpreterData == nullptr) AllocateData(symbol);
       entry->address = symbol->InterpreterData;
@@ -158,7 +158,9 @@ void Interpreter::Cast(const EXPR_NODE* node, Entry* entry) {
   if (!entry->IsVariable() || entry->dimensions > 0 || entry->kind != 3 || cast->PointerDepth == 0) return;
   entry->depth = static_cast<int8_t>(cast->PointerDepth);
   entry->record = cast->Struct;
-  if (cast->Struct == nullptr && cast->Typedef == nullptr) entry->type = cast->TypeToken;
+  // Only what reads through the pointer sees the other type.
+  const bool read_through = node->Next != nullptr && node->Next->Token == Tok::STAR_REF;
+  if (read_through && cast->Struct == nullptr && cast->Typedef == nullptr) entry->type = cast->TypeToken;
 }
 
 STRUCT_REC* Interpreter::ClassOf(const EXPR_NODE* node, const Entry& object) {
@@ -182,7 +184,7 @@ bool Interpreter::CheckMemberAccess(const EXPR_NODE* node, STRUCT_REC* record, c
   const MemberKind access = member.Symbol != nullptr ? member.Symbol->MemberType : member.Function->MemberType;
   const FUNCPROTO_REC* from = node->OwnerFunction;
   const STRUCT_REC* home = from == nullptr ? nullptr : from->OwnerClass;
-  if (home == member.Owner || FriendOfClass(from, member.Owner)) return true;
+  if (home == member.Owner || FriendOfClass(from, member.Owner) || FriendOfClass(home, member.Owner)) return true;
   const bool derived = home != nullptr && InheritsFrom(home, member.Owner);
   const char* name = node->name->c_str();
   if (access == MEMBER_TYPE_PRIVATE || (member.ParentsPrivate && home != record)) {
@@ -223,16 +225,20 @@ bool Interpreter::ObjectAddress(const Op& op, Entry* object, const char* member,
   }
 }
 
+// The member that a step names, in the class of the object on its left.
+bool Interpreter::FindMember(const EXPR_NODE* node, const Entry& object, MemberResult* member) {
+  STRUCT_REC* record = ClassOf(node, object);
+  if (record == nullptr) return false;
+  *member = FindStructMember(slot_, record, node->name);
+  if (*member) return CheckMemberAccess(node, record, *member);
+  return Fail(node, Format("'%s' is not a member of struct/class/union '%s'", node->name->c_str(), record->name->c_str()));
+}
+
 bool Interpreter::Member(const Op& op, Entry* object) {
   const EXPR_NODE* node = op.node;
-  STRUCT_REC* record = ClassOf(node, *object);
-  if (record == nullptr) return false;
-  const MemberResult member = FindStructMember(slot_, record, node->name);
-  const char* name = node->name->c_str();
-  if (!member) return Fail(node, Format("'%s' is not a member of struct/class/union '%s'", name, record->name->c_str()));
-  if (!CheckMemberAccess(node, record, member)) return false;
+  MemberResult member;
   char* base = nullptr;
-  if (!ObjectAddress(op, object, name, &base)) return false;
+  if (!FindMember(node, *object, &member) || !ObjectAddress(op, object, node->name->c_str(), &base)) return false;
   if (member.Symbol == nullptr) return Fail(node, "Invalid expression");
   SYM_REC* symbol = member.Symbol;
   *object = Entry();

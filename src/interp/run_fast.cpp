@@ -84,8 +84,8 @@ bool Compound(Tok token, int64_t a, int64_t b, int64_t* result) {
 
 char* Interpreter::FastAddress(const FastOp& op) const {
   switch (op.storage) {
-    case Storage::kLocal: return Word(frame_base_ - op.number);
-    case Storage::kParameter: return Word(frame_base_ + op.number);
+    case Storage::kLocal: return Word(frame_.base - op.number);
+    case Storage::kParameter: return Word(frame_.base + op.number);
     default: return op.data;
   }
 }

@@ -41,22 +41,22 @@ bool HasLabel(const StatementList& list, const Name* name) {
 
 bool Interpreter::InterpretScript() {
   VORC_TRACE("DIAG: InterpretScript entry\n");
-  return_reg_ = kReturnRegister;
+  frame_.return_reg = kReturnRegister;
   FUNCPROTO_REC* entry = FindProgramEntryLabel(slot_);
   if (entry == nullptr) {
     slot_.ErrorAt(0, 0, "File has no 'main' ");
     return false;
   }
   if (entry->ProcBody == nullptr) return true;
-  frame_base_ = exec_stack_ptr_;
+  frame_.base = frame_.stack_pointer;
   UpdateArgSpOffset(slot_, entry);
   const int64_t locals = UpdateLocalVarAddress(slot_, entry);
-  if (locals + 1 > exec_stack_ptr_) {
+  if (locals + 1 > frame_.stack_pointer) {
     slot_.ErrorAt(entry->Line, 0, Format("The script's stack of %d words is used up in function 'main'.",
                                          static_cast<int>(ScriptMemory::kStackWords)));
     return false;
   }
-  exec_stack_ptr_ -= locals + 1;
+  frame_.stack_pointer -= locals + 1;
   for (STATEMENT_BLOCK* statement = entry->ProcBody->Statements.First; statement != nullptr; statement = statement->Next) {
     statement->ExecState = kNone;
     if (!ExecStatement(statement)) return false;
@@ -74,10 +74,10 @@ void Interpreter::RunStatement(STATEMENT_BLOCK* statement) {
                                              static_cast<int>(ScriptMemory::kStackWords)));
     return;
   }
-  frame_base_ = top;
-  exec_stack_ptr_ = top - locals - 1;
+  frame_.base = top;
+  frame_.stack_pointer = top - locals - 1;
   ExecStatement(statement);
-  exec_stack_ptr_ = top;
+  frame_.stack_pointer = top;
 }
 
 bool Interpreter::ExecStatement(STATEMENT_BLOCK* statement) {

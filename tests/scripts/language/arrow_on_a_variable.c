@@ -1,0 +1,8 @@
+struct S { int x; };
+int main()
+{
+  struct S s;
+  s->x = 5;
+  printf("never\n");
+  return 0;
+}

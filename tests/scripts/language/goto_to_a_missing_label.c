@@ -1,0 +1,7 @@
+int main()
+{
+  printf("before\n");
+  goto nowhere;
+  printf("after\n");
+  return 0;
+}
