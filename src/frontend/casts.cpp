@@ -1,21 +1,15 @@
-#include <algorithm>
-
 #include "base/format.h"
 #include "frontend/layout.h"
 #include "frontend/parser.h"
+#include "frontend/static_size.h"
 
 namespace vorc {
 
 namespace {
 
 constexpr TokenList kTags = {Tok::struct_, Tok::class_, Tok::union_};
-constexpr TokenList kBinary = {Tok::OR,   Tok::AND,   Tok::LT,  Tok::GT,        Tok::NE,         Tok::LE,   Tok::GE,
-                               Tok::EQ,   Tok::BITAND, Tok::BITOR, Tok::XOR,     Tok::LEFTSHIFT,  Tok::RIGHTSHIFT,
-                               Tok::PLUS, Tok::MINUS, Tok::STAR, Tok::SLASH,    Tok::DIV,        Tok::MOD};
 constexpr TokenList kNoOperand = {Tok::RPAREN, Tok::COMMA,  Tok::RBRACKET, Tok::SEMICOLON,
                                   Tok::SLASH,  Tok::MOD,    Tok::PLUS,     Tok::ASSIGN};
-constexpr int64_t kIntSize = 4;
-constexpr int64_t kDoubleSize = 8;
 
 }  // namespace
 
@@ -117,7 +111,9 @@ bool Parser::ParseSizeof(const ExprContext& context, int64_t* size) {
   type.BasicType = cast.TypeToken;
   type.Typedef = cast.Typedef;
   type.Struct = cast.Struct;
-  const bool pointer = cast.PointerDepth > 0 || cast.CastType == CAST_FUNC_PTR_TYPE;
+  int stars = cast.PointerDepth;
+  for (const TYPEDEF_REC* at = cast.Typedef; at != nullptr; at = at->Typedef) stars -= at->PointerDepth;
+  const bool pointer = stars > 0 || cast.CastType == CAST_FUNC_PTR_TYPE;
   *size = pointer ? slot_.Target.ADDRSIZE / 8 : GetTypeSize(slot_, type);
   for (const int64_t dimension : dimensions) *size *= dimension;
   return Expect(Tok::RPAREN, 79, "Missing ')' . ");
@@ -128,117 +124,8 @@ bool Parser::SizeofExpression(const ExprContext& context, int64_t* size) {
   if (scan_.TokenIn(kNoOperand)) return Fail(56, "Improper sizeof operand.");
   if (!ParseFullExpression(context, &head)) return false;
   if (head == nullptr) return Fail(56, "Improper sizeof operand.");
-  *size = StaticSize(head);
+  *size = StaticSize(slot_, head);
   return Expect(Tok::RPAREN, 79, "Missing ')' . ");
-}
-
-namespace {
-
-/// What is known of an operand's type without evaluating it.
-struct StaticType {
-  const SYM_REC* symbol = nullptr;
-  int used_dimensions = 0;
-  int used_pointers = 0;
-  int64_t plain_size = 0;      ///< size where no symbol stands behind the operand
-
-  void Dereference(int levels) {
-    const int dimensions = symbol == nullptr ? 0 : symbol->Shape.DimensionCount - used_dimensions;
-    const int arrays = levels < dimensions ? levels : dimensions;
-    used_dimensions += arrays;
-    used_pointers += levels - arrays;
-  }
-};
-
-int CountIndices(const EXPR_NODE* node) {
-  int count = 0;
-  for (const EXPR_NODE* index = node->IndexExpression; index != nullptr; index = index->NextDimension) ++count;
-  return count;
-}
-
-int64_t SizeOf(C_SLOT& slot, const StaticType& type) {
-  if (type.symbol == nullptr) return type.plain_size;
-  const SYM_REC* symbol = type.symbol;
-  int64_t size = slot.Target.ADDRSIZE / 8;
-  if (type.used_pointers > 0 && type.used_pointers >= symbol->TotalDepth) {
-    SYM_REC pointee = *symbol;
-    pointee.TotalDepth = 0;
-    size = GetObjectSize(slot, &pointee);
-  } else if (type.used_pointers == 0) {
-    size = GetObjectSize(slot, symbol);
-  }
-  for (int i = type.used_dimensions; i < symbol->Shape.DimensionCount; ++i) size *= symbol->Shape.Dimensions[i];
-  return size;
-}
-
-}  // namespace
-
-int64_t Parser::StaticSize(const EXPR_NODE* head) {
-  std::vector<StaticType> stack;
-  for (const EXPR_NODE* node = head; node != nullptr; node = node->Next) {
-    StaticType type;
-    switch (node->Token) {
-      case Tok::IDENTIFIER:
-      case Tok::DOLLAR_IDENTIFIER:
-        type.symbol = node->Symbol;
-        type.plain_size = slot_.Target.ADDRSIZE / 8;
-        if (node->IsMember && !stack.empty() && stack.back().symbol != nullptr && stack.back().symbol->Struct != nullptr) {
-          type.symbol = FindStructMember(slot_, stack.back().symbol->Struct, node->name).Symbol;
-        }
-        type.Dereference(CountIndices(node));
-        stack.push_back(type);
-        break;
-      case Tok::STRING:
-        type.plain_size = static_cast<int64_t>(std::string_view(node->Literal).size()) + 1;
-        stack.push_back(type);
-        break;
-      case Tok::REAL_NUMBER:
-        type.plain_size = kDoubleSize;
-        stack.push_back(type);
-        break;
-      case Tok::NUMBER:
-      case Tok::HEXNUMBER:
-      case Tok::FUNCTION_CALL:
-        type.plain_size = node->NumberSize == 8 ? kDoubleSize : kIntSize;
-        if (node->Function != nullptr) {
-          type.plain_size = node->Function->ReturnType.PointerDepth > 0
-                                ? slot_.Target.ADDRSIZE / 8
-                                : GetTypeSize(slot_, node->Function->ReturnType);
-        }
-        stack.push_back(type);
-        break;
-      case Tok::LPAREN:
-        type.plain_size = StaticSize(node->SubExpression);
-        stack.push_back(type);
-        break;
-      case Tok::STAR_REF:
-        if (!stack.empty()) stack.back().Dereference(node->StarRefCount);
-        break;
-      case Tok::BITAND_ADDRESS:
-        if (!stack.empty()) stack.back() = {nullptr, 0, 0, slot_.Target.ADDRSIZE / 8};
-        break;
-      case Tok::TYPE_CAST:
-        if (!stack.empty()) {
-          TypeSpec target;
-          target.BasicType = node->Cast->TypeToken;
-          target.Typedef = node->Cast->Typedef;
-          target.Struct = node->Cast->Struct;
-          stack.back() = {nullptr, 0, 0,
-                          node->Cast->PointerDepth > 0 ? slot_.Target.ADDRSIZE / 8 : GetTypeSize(slot_, target)};
-        }
-        break;
-      case Tok::DOT:
-      case Tok::POINTER:
-        if (stack.size() >= 2) stack.erase(stack.end() - 2);
-        break;
-      default:
-        if (kBinary.Has(node->Token) && stack.size() >= 2) {
-          const int64_t size = std::max(SizeOf(slot_, stack[stack.size() - 2]), SizeOf(slot_, stack.back()));
-          stack.pop_back();
-          stack.back() = {nullptr, 0, 0, std::max(size, kIntSize)};
-        }
-    }
-  }
-  return stack.empty() ? 0 : SizeOf(slot_, stack.back());
 }
 
 }  // namespace vorc

@@ -1,8 +1,8 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 
+#include "base/function_ref.h"
 #include "frontend/slot.h"
 
 namespace vorc {
@@ -19,9 +19,9 @@ struct InitializerLeaf {
 /// open a row, a member or a struct, bare values run on. Reports lists that don't fit.
 class InitializerWalk {
  public:
-  using Visitor = std::function<void(const InitializerLeaf& leaf)>;
+  using Visitor = FunctionRef<void(const InitializerLeaf& leaf)>;
 
-  InitializerWalk(C_SLOT& slot, Visitor visit) : slot_(slot), visit_(std::move(visit)) {}
+  InitializerWalk(C_SLOT& slot, Visitor visit) : slot_(slot), visit_(visit) {}
 
   /// Visits every value. Answers how many rows an open first dimension takes.
   int64_t Run(const SYM_REC* symbol);

@@ -118,10 +118,11 @@ bool Parser::VerifyInitilizers(SYM_REC* symbol, const ExprContext& context) {
   if (open > 1) return Fail(0, "Too many sizeless dimensions '[]'");
   if (misplaced) return Fail(0, "Wrongly placed sizeless dimensions '[]'");
   bool constant = true;
-  InitializerWalk walk(slot_, [&](const InitializerLeaf& leaf) {
+  const auto check = [&](const InitializerLeaf& leaf) {
     ConstantValue value;
     constant = constant && (!context.constant || EvalConstantExpression(slot_, leaf.element->Expression, &value));
-  });
+  };
+  InitializerWalk walk(slot_, check);
   const int64_t rows = walk.Run(symbol);
   if (open == 1) {
     shape.Dimensions[0] = rows;

@@ -21,6 +21,7 @@ constexpr AccessWord kAccessWords[] = {
     {Tok::protected_, MEMBER_TYPE_PROTECTED, "Missing ':' after keyword public"},
 };
 
+constexpr TokenList kTags = {Tok::struct_, Tok::class_, Tok::union_};
 constexpr TokenList kPrefixes = {Tok::friend_, Tok::virtual_, Tok::inline_};
 
 }  // namespace
@@ -72,6 +73,11 @@ bool Parser::ParseMember(const Scope& members, STRUCT_REC* record) {
   }
   FunctionTraits traits;
   if (!ParseMemberPrefix(&traits)) return false;
+  if (traits.is_friend && scan_.TokenIn(kTags)) {
+    const auto saved = scan_.SaveToken();
+    if (ParseFriendClass(members, record)) return true;
+    scan_.RestoreToken(saved);
+  }
   if (At(Tok::TILDA)) {
     Next();
     if (scan_.WordName() != record->name) {
@@ -91,6 +97,22 @@ bool Parser::ParseMember(const Scope& members, STRUCT_REC* record) {
     return false;
   }
   return ParseDeclaration(members, traits);
+}
+
+// `friend class B;`. False if it is the type of a friend function.
+bool Parser::ParseFriendClass(const Scope& members, STRUCT_REC* record) {
+  const Tok kind = Token();
+  Peek();
+  if (!AtName()) return false;
+  Name* name = scan_.WordName();
+  Peek();
+  if (!At(Tok::SEMICOLON)) return false;
+  STRUCT_REC* home = FindBasicTypeConflictGlobal(slot_, members.TagHeader(), name).Struct();
+  if (home == nullptr) home = InsertNewStruct(slot_, members.TagHeader(), name, kind, 0);
+  void* memory = slot_.Texts.Allocate(sizeof(FRIEND_NODE), alignof(FRIEND_NODE));
+  record->FriendClasses.Append(new (memory) FRIEND_NODE{home, nullptr});
+  Next();
+  return true;
 }
 
 bool Parser::ParseMemberPrefix(FunctionTraits* traits) {

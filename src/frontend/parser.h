@@ -168,6 +168,7 @@ class Parser {
   bool ParseStructMembers(const Scope& scope, STRUCT_REC* record);
   bool ParseMember(const Scope& members, STRUCT_REC* record);
   bool ParseMemberPrefix(FunctionTraits* traits);
+  bool ParseFriendClass(const Scope& members, STRUCT_REC* record);
   bool ParseConstructorOrDestructor(const Scope& members, STRUCT_REC* record, bool destructor,
                                     const FunctionTraits& traits);
   bool ParseOperatorName(Declarator* declarator, const FunctionTraits& traits);
@@ -273,7 +274,6 @@ class Parser {
   bool ParseSizeof(const ExprContext& context, int64_t* size);
   bool ParseSizeofName(const ExprContext& context, int64_t* size);
   bool SizeofExpression(const ExprContext& context, int64_t* size);
-  int64_t StaticSize(const EXPR_NODE* head);
 
   C_SLOT& slot_;
   Scanner& scan_;

@@ -130,6 +130,12 @@ struct TYPEDEF_REC : TypeSpec {
   TYPEDEF_REC* Next = nullptr;
 };
 
+/// A class that is a friend, or that a function is a friend of.
+struct FRIEND_NODE {
+  STRUCT_REC* Struct = nullptr;
+  FRIEND_NODE* Next = nullptr;
+};
+
 /// A base class of a struct.
 struct PARENT_NODE {
   InheritanceKind Access = INHERITANCE_TYPE_DEFAULT;
@@ -150,6 +156,7 @@ struct STRUCT_REC {
   int32_t EndLine = 0;
   MemberKind CurrentMemberAccess = MEMBER_TYPE_PUBLIC;
   List<PARENT_NODE> Parents;
+  List<FRIEND_NODE> FriendClasses;
   SYMBOLS_HEADER MembersHeader;
   SYM_REC* This = nullptr;
   FUNCPROTO_REC* Constructor = nullptr;
@@ -171,12 +178,6 @@ struct ENUM_REC {
   Name* name = nullptr;
   List<ENUM_ELEMENT> Elements;
   ENUM_REC* Next = nullptr;
-};
-
-/// A class that a function is a friend of.
-struct FRIEND_NODE {
-  STRUCT_REC* Struct = nullptr;
-  FRIEND_NODE* Next = nullptr;
 };
 
 struct FUNCPROTO_REC {

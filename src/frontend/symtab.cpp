@@ -200,16 +200,23 @@ void SettleType(C_SLOT& slot, SYM_REC* symbol) {
   if (symbol->Typedef != nullptr) SetShape(slot, symbol, nullptr, 0);
 }
 
+namespace {
+
+// The typedef whose dimensions come behind those of a type: none behind a pointer.
+const TYPEDEF_REC* ShapedBy(const TypeSpec& type) { return type.PointerDepth == 0 ? type.Typedef : nullptr; }
+
+}  // namespace
+
 void SetShape(C_SLOT& slot, SYM_REC* symbol, const int64_t* dimensions, int count) {
   int total = count;
-  for (const TYPEDEF_REC* record = symbol->Typedef; record != nullptr; record = record->Typedef) {
+  for (const TYPEDEF_REC* record = ShapedBy(*symbol); record != nullptr; record = ShapedBy(*record)) {
     total += record->Shape.DimensionCount;
   }
   if (total == 0) return;
   auto* all = static_cast<int64_t*>(slot.Texts.Allocate(static_cast<size_t>(total) * sizeof(int64_t), 8));
   int next = 0;
   for (int i = 0; i < count; ++i) all[next++] = dimensions[i];
-  for (const TYPEDEF_REC* record = symbol->Typedef; record != nullptr; record = record->Typedef) {
+  for (const TYPEDEF_REC* record = ShapedBy(*symbol); record != nullptr; record = ShapedBy(*record)) {
     for (int i = 0; i < record->Shape.DimensionCount; ++i) all[next++] = record->Shape.Dimensions[i];
   }
   symbol->Shape.Dimensions = all;
@@ -330,6 +337,14 @@ bool FriendOfClass(const FUNCPROTO_REC* function, const STRUCT_REC* owner) {
   if (function == nullptr) return false;
   for (const FRIEND_NODE* node : function->FriendOf) {
     if (node->Struct == owner) return true;
+  }
+  return false;
+}
+
+bool FriendOfClass(const STRUCT_REC* home, const STRUCT_REC* owner) {
+  if (home == nullptr) return false;
+  for (const FRIEND_NODE* node : owner->FriendClasses) {
+    if (node->Struct == home) return true;
   }
   return false;
 }

@@ -82,6 +82,8 @@ MemberResult FindStructMember(C_SLOT& slot, STRUCT_REC* owner, const Name* name)
 /// Bytes from the start of the object in which a data member was found to the member.
 int32_t MemberDataOffset(C_SLOT& slot, const MemberResult& member);
 bool FriendOfClass(const FUNCPROTO_REC* function, const STRUCT_REC* owner);
+/// True if all member functions of `home` are friends of `owner`.
+bool FriendOfClass(const STRUCT_REC* home, const STRUCT_REC* owner);
 /// True if `derived` is `base` or inherits from it by any road.
 bool InheritsFrom(const STRUCT_REC* derived, const STRUCT_REC* base);
 

@@ -86,6 +86,8 @@ FUNCPROTO_REC* Interpreter::ChooseOverload(FUNCPROTO_REC* function, int count, c
 
 void Interpreter::WarnCount(const FUNCPROTO_REC* function, int count, const EXPR_NODE* node) {
   const int64_t wanted = FirstIsVoid(function) ? 0 : function->ParameterCount;
+  // One argument to `(void)` counts as none.
+  if (FirstIsVoid(function) && function->ParameterCount == 1 && count == 1) return;
   const bool fits = count == wanted || (count == 0 && wanted == 1) || (function->HasVarArgs && count >= wanted);
   if (!fits) slot_.WarningAt(node->Line, "Argument count mismatch");
 }

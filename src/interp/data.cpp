@@ -87,11 +87,11 @@ void Interpreter::StoreLeaf(const InitializerLeaf& leaf, char* base, const Entry
 void Interpreter::InitializeData(SYM_REC* symbol) {
   if (!slot_.IsScript() || failed()) return;
   AllocateData(symbol);
-  InitializerWalk walk(slot_, [&](const InitializerLeaf& leaf) {
+  const auto store = [&](const InitializerLeaf& leaf) {
     Entry value;
     if (ConstantEntry(leaf, &value)) StoreLeaf(leaf, symbol->InterpreterData, value);
-  });
-  walk.Run(symbol);
+  };
+  InitializerWalk(slot_, store).Run(symbol);
 }
 
 // A local array or struct gets its values each time its declaration is reached.
@@ -101,12 +101,12 @@ bool Interpreter::FillLocal(const STATEMENT_BLOCK* statement) {
   char* base = AddressOfSymbol(symbol);
   if (base == nullptr) return true;
   std::memset(base, 0, static_cast<size_t>(GetDeclaredDataSize(slot_, symbol)));
-  InitializerWalk walk(slot_, [&](const InitializerLeaf& leaf) {
+  const auto store = [&](const InitializerLeaf& leaf) {
     Entry value;
     Code* code = decoder_.Decode(leaf.element->Expression);
     if (!failed() && Evaluate(code, Mode::kNormal, &value)) StoreLeaf(leaf, base, value);
-  });
-  walk.Run(symbol);
+  };
+  InitializerWalk(slot_, store).Run(symbol);
   return !failed();
 }
 

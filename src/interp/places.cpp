@@ -158,7 +158,9 @@ void Interpreter::Cast(const EXPR_NODE* node, Entry* entry) {
   if (!entry->IsVariable() || entry->dimensions > 0 || entry->kind != 3 || cast->PointerDepth == 0) return;
   entry->depth = static_cast<int8_t>(cast->PointerDepth);
   entry->record = cast->Struct;
-  if (cast->Struct == nullptr && cast->Typedef == nullptr) entry->type = cast->TypeToken;
+  // Only what reads through the pointer sees the other type.
+  const bool read_through = node->Next != nullptr && node->Next->Token == Tok::STAR_REF;
+  if (read_through && cast->Struct == nullptr && cast->Typedef == nullptr) entry->type = cast->TypeToken;
 }
 
 STRUCT_REC* Interpreter::ClassOf(const EXPR_NODE* node, const Entry& object) {
@@ -182,7 +184,7 @@ bool Interpreter::CheckMemberAccess(const EXPR_NODE* node, STRUCT_REC* record, c
   const MemberKind access = member.Symbol != nullptr ? member.Symbol->MemberType : member.Function->MemberType;
   const FUNCPROTO_REC* from = node->OwnerFunction;
   const STRUCT_REC* home = from == nullptr ? nullptr : from->OwnerClass;
-  if (home == member.Owner || FriendOfClass(from, member.Owner)) return true;
+  if (home == member.Owner || FriendOfClass(from, member.Owner) || FriendOfClass(home, member.Owner)) return true;
   const bool derived = home != nullptr && InheritsFrom(home, member.Owner);
   const char* name = node->name->c_str();
   if (access == MEMBER_TYPE_PRIVATE || (member.ParentsPrivate && home != record)) {

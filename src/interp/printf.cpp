@@ -22,8 +22,9 @@ bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
 class Formatter {
  public:
-  Formatter(std::string_view format, const BuiltinCall& call, void (*put_line)(std::string_view))
-      : format_(format), call_(call), put_line_(put_line) {}
+  /// `line` is empty memory for the line in hand.
+  Formatter(std::string_view format, const BuiltinCall& call, void (*put_line)(std::string_view), std::string* line)
+      : format_(format), call_(call), put_line_(put_line), line_(*line) {}
 
   void Run();
 
@@ -55,7 +56,7 @@ class Formatter {
   size_t start_ = 0;            ///< where the directive in hand began
   size_t next_argument_ = 1;
   Directive directive_;
-  std::string line_;
+  std::string& line_;
 };
 
 // An integer as the directives take it: all 64 bits of a wide value, else the signed low 32.
@@ -135,12 +136,7 @@ void Formatter::ParseDirective() {
     line_ += format_.substr(start_);
     return;
   }
-  const char letter = format_[at_];
-  if (letter == '\n' || letter == '\r') {
-    line_ += format_.substr(start_, at_ - start_);
-    return;
-  }
-  ++at_;
+  const char letter = format_[at_++];
   if (!Convert(letter)) line_ += format_.substr(start_, at_ - start_);
 }
 
@@ -225,7 +221,10 @@ void Formatter::ConvertText() {
 }  // namespace
 
 void MorvPrintfFormat(std::string_view format, const BuiltinCall& call, void (*put_line)(std::string_view line)) {
-  Formatter(format, call, put_line).Run();
+  // Kept between calls, so that printing allocates nothing. One thread runs scripts.
+  static std::string line;
+  line.clear();
+  Formatter(format, call, put_line, &line).Run();
 }
 
 }  // namespace vorc

@@ -173,8 +173,8 @@ const char* Interpreter::RingText(std::string_view left, std::string_view right)
     slot_.ErrorAt(current_line_, 0, "ExecSystemFunction: Not enough system memory");
     return "";
   }
-  std::memmove(buffer + left.size(), right.data(), right.size());
-  if (left.data() != buffer) std::memmove(buffer, left.data(), left.size());
+  if (!right.empty()) std::memmove(buffer + left.size(), right.data(), right.size());
+  if (!left.empty() && left.data() != buffer) std::memmove(buffer, left.data(), left.size());
   buffer[total] = '\0';
   return buffer;
 }
@@ -220,10 +220,10 @@ void Interpreter::StoreDollarText(SYM_REC* symbol, char* address, std::string_vi
       slot_.ErrorAt(current_line_, 0, "ExecSystemFunction: Not enough system memory");
       return;
     }
-    std::memcpy(buffer, text.data(), text.size());
+    if (!text.empty()) std::memcpy(buffer, text.data(), text.size());
     symbol->TextBuffer = buffer;
     symbol->TextCapacity = static_cast<uint32_t>(std::min<size_t>(capacity, UINT32_MAX));
-  } else {
+  } else if (!text.empty()) {
     std::memmove(symbol->TextBuffer, text.data(), text.size());
   }
   symbol->TextBuffer[text.size()] = '\0';

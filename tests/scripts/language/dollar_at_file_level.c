@@ -1,0 +1,3 @@
+printf("before\n");
+$x = 1;
+int main() { return 0; }

@@ -1,0 +1,6 @@
+int main()
+{
+  $x = 1;
+  int x;
+  return 0;
+}
