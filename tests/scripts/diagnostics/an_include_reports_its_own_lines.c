@@ -1,0 +1,2 @@
+#include "include/with_errors.h"
+int x; int x;

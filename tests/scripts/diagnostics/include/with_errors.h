@@ -1,0 +1,4 @@
+// a header with trouble
+int twice;
+int twice;
+#if 1

@@ -1,0 +1,55 @@
+#define TWO 2
+#define NAME TWO
+#define PAREN (2)
+#define EMPTY
+#define ZERO 0
+#define SHOW(t) printf(t);
+int main()
+{
+#if TWO
+  SHOW("number")
+#endif
+#if NAME
+  SHOW("a name for a number")
+#endif
+#if PAREN
+  SHOW("parenthesis")
+#endif
+#if EMPTY
+  SHOW("empty")
+#endif
+#if ZERO
+  SHOW("zero")
+#endif
+#if UNKNOWN
+  SHOW("unknown")
+#endif
+#if defined(TWO)
+  SHOW("defined")
+#endif
+#if !ZERO
+  SHOW("not")
+#endif
+#if 1 > 2
+  SHOW("only the first token counts")
+#endif
+#if 0x10
+  SHOW("hexadecimal")
+#endif
+#if -1
+  SHOW("negative")
+#endif
+#if 7 any other words
+  SHOW("words behind")
+#endif
+#ifdef EMPTY
+  SHOW("an empty name is defined")
+#endif
+#ifndef UNKNOWN
+  SHOW("an unknown one is not")
+#endif
+# if TWO
+  SHOW("blanks")
+ #	endif
+  return 0;
+}

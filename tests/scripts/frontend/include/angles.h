@@ -1,0 +1,1 @@
+#define ANGLES 4

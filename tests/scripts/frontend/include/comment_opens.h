@@ -1,0 +1,1 @@
+#define COMMENT_OPENS 6

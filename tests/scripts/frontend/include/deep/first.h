@@ -1,0 +1,2 @@
+#define FIRST 2
+#include "second.h"

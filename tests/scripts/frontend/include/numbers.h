@@ -1,0 +1,2 @@
+#undef NUMBER
+#define NUMBER 1

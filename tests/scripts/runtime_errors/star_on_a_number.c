@@ -1,0 +1,5 @@
+int main()
+{
+  printf("start\n");
+  return *5;
+}
