@@ -147,7 +147,7 @@ bool Evaluator::ApplyIndices(const EXPR_NODE* node, ConstantValue* value) {
     if (dimension >= shape.DimensionCount) break;
     const int64_t size = shape.Dimensions[dimension++];
     stride = size > 0 ? stride / size : 0;
-    value->integer += at * stride;
+    value->integer = Wrap(static_cast<uint64_t>(value->integer) + static_cast<uint64_t>(at) * static_cast<uint64_t>(stride));
   }
   // What an index list leaves of an array is an address; a whole element is a variable.
   value->kind = dimension < shape.DimensionCount ? Kind::kAddress : Kind::kVariable;

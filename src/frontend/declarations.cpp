@@ -8,7 +8,7 @@ namespace vorc {
 namespace {
 
 constexpr int kMostDimensions = 128;
-constexpr int64_t kLargestDimension = int64_t{1} << 30;
+constexpr int64_t kLargestDimension = INT32_MAX;   // what is too large to hold is told later
 
 struct StorageWord {
   Tok token;

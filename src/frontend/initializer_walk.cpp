@@ -41,7 +41,7 @@ void InitializerWalk::Fail(const INITIALIZER* element, const char* format) {
 
 int64_t InitializerWalk::RowSize(const SYM_REC* symbol, int dimension) const {
   int64_t size = GetObjectSize(slot_, symbol);
-  for (int i = dimension + 1; i < symbol->Shape.DimensionCount; ++i) size *= symbol->Shape.Dimensions[i];
+  for (int i = dimension + 1; i < symbol->Shape.DimensionCount; ++i) size = SizeProduct(size, symbol->Shape.Dimensions[i]);
   return size;
 }
 
@@ -113,15 +113,15 @@ int64_t InitializerWalk::FillRows(const SYM_REC* symbol, int dimension, int64_t 
   int64_t row = 0;
   for (; row < rows && *at != nullptr && good_; ++row) {
     if (!last) {
-      FillArray(symbol, dimension + 1, offset + row * size, at);
+      FillArray(symbol, dimension + 1, offset + SizeProduct(row, size), at);
       continue;
     }
     if (IsStruct(symbol)) {
-      FillStruct(symbol->Struct, offset + row * size, at);
+      FillStruct(symbol->Struct, offset + SizeProduct(row, size), at);
     } else if (IsList(*at)) {
       Fail(*at, "Extra '{' found.\n");
     } else {
-      visit_({symbol, offset + row * size, 0, *at});
+      visit_({symbol, offset + SizeProduct(row, size), 0, *at});
       *at = (*at)->Next;
     }
   }

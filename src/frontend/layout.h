@@ -8,6 +8,12 @@
 
 namespace vorc {
 
+/// A product of sizes that stops at the largest 64-bit number.
+inline int64_t SizeProduct(int64_t a, int64_t b) {
+  int64_t product = 0;
+  return __builtin_mul_overflow(a, b, &product) ? INT64_MAX : product;
+}
+
 /// Bytes of a basic type, 0 for a token that is none.
 int32_t GetBasicTypeSize(const C_SLOT& slot, Tok token);
 /// Bytes of one element of a variable: the address size for pointers, else its type's size.

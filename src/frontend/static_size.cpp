@@ -131,7 +131,7 @@ int64_t Sizer::SizeOf(const Operand& operand) {
   } else if (operand.used_pointers == 0) {
     size = GetObjectSize(slot_, symbol);
   }
-  for (int i = operand.used_dimensions; i < symbol->Shape.DimensionCount; ++i) size *= symbol->Shape.Dimensions[i];
+  for (int i = operand.used_dimensions; i < symbol->Shape.DimensionCount; ++i) size = SizeProduct(size, symbol->Shape.Dimensions[i]);
   return size;
 }
 

@@ -13,7 +13,7 @@ namespace {
 
 constexpr int kSavedWords = 2;
 constexpr int kSavedMemberWords = 4;
-constexpr int kMostArguments = 1000;
+constexpr int kMostArguments = 30'000;
 constexpr int kBuiltinArgumentsAtHand = 16;
 
 bool FirstIsVoid(const FUNCPROTO_REC* function) {

@@ -51,16 +51,19 @@ bool Interpreter::CheckTop(const Entry* base, const Entry* top) {
   return true;
 }
 
-// Runs an expression and settles its value. Operands of this expression lie from `operands_` on.
+// Runs an expression and settles its value.
 bool Interpreter::Evaluate(Code* code, Mode mode, Entry* result) {
+  if (code == nullptr || !PrepareFast(code) || !code->fast->exact) return EvaluateSteps(code, mode, result);
+  int32_t value = 0;
+  if (!RunFast(*code->fast, &value)) return false;
+  result->SetInt(value);
+  return true;
+}
+
+// The same step by step. Operands of this expression lie from `operands_` on.
+bool Interpreter::EvaluateSteps(Code* code, Mode mode, Entry* result) {
   if (code == nullptr) {
     *result = Entry();
-    return true;
-  }
-  if (PrepareFast(code) && code->fast->exact) {
-    int32_t value = 0;
-    if (!RunFast(*code->fast, &value)) return false;
-    result->SetInt(value);
     return true;
   }
   Entry* base = operands_;

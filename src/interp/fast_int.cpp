@@ -9,7 +9,8 @@ namespace {
 
 constexpr size_t kMostOperands = 24;   // of one level; nested groups have levels of their own
 constexpr size_t kMostValues = 60;
-constexpr int kMostSteps = 4000;
+constexpr size_t kMostSteps = 500;
+constexpr int kDeepestGroups = 16;
 
 struct BinaryForm {
   Tok token;
@@ -79,6 +80,7 @@ class FastCompiler {
   std::vector<FastOp> ops_;
   std::vector<Item> items_;
   size_t level_base_ = 0;
+  int depth_ = 0;
 };
 
 FastProgram* FastCompiler::Run(const Code& code) {
@@ -95,13 +97,15 @@ FastProgram* FastCompiler::Run(const Code& code) {
 bool FastCompiler::Level(const Code& code, bool pure) {
   const size_t outer = level_base_;
   level_base_ = items_.size();
-  bool good = true;
-  if (code.count == 2 && (code.ops[1].code == OpCode::kStepAfter || code.ops[1].code == OpCode::kStepBefore)) {
-    good = !pure && Step(code);
+  bool good = ++depth_ <= kDeepestGroups;
+  const bool step = code.count == 2 && (code.ops[1].code == OpCode::kStepAfter || code.ops[1].code == OpCode::kStepBefore);
+  if (step) {
+    good = good && !pure && Step(code);
   } else {
     for (int i = 0; i < code.count && good; ++i) good = Compile(code, code.ops[i], pure);
   }
   good = good && items_.size() == level_base_ + 1;
+  --depth_;
   level_base_ = outer;
   return good;
 }
@@ -117,7 +121,7 @@ FastOp* FastCompiler::Emit(FastCode code, const Op& op) {
 bool FastCompiler::PushItem(Item item) {
   items_.push_back(item);
   return items_.size() - level_base_ <= kMostOperands && items_.size() <= kMostValues &&
-         ops_.size() < static_cast<size_t>(kMostSteps);
+         ops_.size() < kMostSteps;
 }
 
 bool FastCompiler::Compile(const Code& code, const Op& op, bool pure) {
@@ -125,7 +129,7 @@ bool FastCompiler::Compile(const Code& code, const Op& op, bool pure) {
     case OpCode::kNumber:
       if (op.node->NumberSize == 8) return false;
       Emit(FastCode::kConstant, op)->number = static_cast<int32_t>(op.number);
-      return PushItem({});
+      return PushItem({false, false, true, op.number > INT32_MAX});
     case OpCode::kVariable: return Variable(code, op, pure);
     case OpCode::kGroup:
       if (op.sub == nullptr || !Level(*op.sub, true)) return false;

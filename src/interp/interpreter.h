@@ -99,6 +99,7 @@ class Interpreter final : public ParseServices {
 
   // --- evaluate.cpp
   bool Evaluate(Code* code, Mode mode, Entry* result);
+  bool EvaluateSteps(Code* code, Mode mode, Entry* result);
   bool EvaluateObject(Code* code, Mode mode, Entry* result);
   bool RunSteps(const Code* code, Mode mode, Entry* base, Entry** top);
   bool Step(const Op& op, Mode mode, Entry* top);

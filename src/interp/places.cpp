@@ -81,12 +81,13 @@ bool Interpreter::ApplyIndices(Code** indices, int count, const EXPR_NODE* node,
 bool Interpreter::IndexArray(const EXPR_NODE* node, int64_t index, int dimension, Entry* entry) {
   const ArrayShape& shape = entry->symbol->Shape;
   int64_t stride = ElementSize(*entry);
-  for (int i = dimension + 1; i < shape.DimensionCount; ++i) stride *= shape.Dimensions[i];
+  for (int i = dimension + 1; i < shape.DimensionCount; ++i) stride = SizeProduct(stride, shape.Dimensions[i]);
   const bool inside = index >= 0 && index < shape.Dimensions[dimension];
   if (index >= shape.Dimensions[dimension] && !entry->is_parameter_array) {
     slot_.WarningAt(node->Line, "Array index out of range!!");
   }
-  entry->address += index * stride;
+  entry->address = reinterpret_cast<char*>(reinterpret_cast<uintptr_t>(entry->address) +
+                                           static_cast<uintptr_t>(SizeProduct(index, stride)));
   --entry->dimensions;
   Classify(entry);
   if (inside && !entry->is_parameter_array) return true;

@@ -122,10 +122,11 @@ char* Interpreter::FastElement(const FastOp& fast, const int32_t* indices) {
 }
 
 bool Interpreter::RunFast(const FastProgram& program, int32_t* result) {
+  // The first of each is never used: both begin one below what they hold.
   int32_t stack[kStackSize];
   Place places[kStackSize];
-  int32_t* top = stack - 1;
-  Place* place = places - 1;
+  int32_t* top = stack;
+  Place* place = places;
   for (const FastOp *op = program.ops, *end = op + program.count; op != end; ++op) {
     switch (op->code) {
       case FastCode::kConstant: *++top = op->number; break;
@@ -203,7 +204,7 @@ bool Interpreter::RunFast(const FastProgram& program, int32_t* result) {
 bool Interpreter::EvaluateLow(Code* code, Mode mode, int32_t* low) {
   if (code != nullptr && PrepareFast(code)) return RunFast(*code->fast, low);
   Entry value;
-  if (!Evaluate(code, mode, &value)) return false;
+  if (!EvaluateSteps(code, mode, &value)) return false;
   *low = value.Low();
   return true;
 }

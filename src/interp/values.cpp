@@ -390,7 +390,6 @@ bool Interpreter::CompoundAssign(const Op& op, Entry* left, Entry* right) {
   if (!left->IsDouble() && left->width == 2) left->value = static_cast<int16_t>(left->value);
   if (!left->IsDouble() && left->width == 4) left->value = left->Low();
   const CompoundForm a = FormOf(*left);
-  if (!right->IsDouble() && right->width < 8 && !right->is_unsigned) right->value = right->Low();
   const CompoundForm b = FormOf(*right);
   double real = 0.0;
   if ((a.is_real || b.is_real) && RealCompound(op.token, a.real, b.real, &real)) {
