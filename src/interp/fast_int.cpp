@@ -3,6 +3,8 @@
 #include <new>
 #include <vector>
 
+#include "interp/memory.h"
+
 namespace vorc {
 
 namespace {
@@ -28,23 +30,18 @@ constexpr BinaryForm kBinaryForms[] = {
     {Tok::NE, FastCode::kNotEqual},
 };
 
-/// How an integer type lies in memory; size 0 for a type this is not for.
-struct IntegerForm {
-  uint8_t size;
-  bool is_signed;
-};
-
-IntegerForm FormOf(Tok type) {
+/// Bytes of an integer type, 0 for a type that this is not for.
+uint8_t SizeOf(Tok type) {
   switch (type) {
     case Tok::int_:
     case Tok::INT32:
-    case Tok::UINT32: return {4, true};
+    case Tok::UINT32: return 4;
     case Tok::char_:
     case Tok::UCHAR:
-    case Tok::bool_: return {1, false};
+    case Tok::bool_: return 1;
     case Tok::INT16:
-    case Tok::UINT16: return {2, false};
-    default: return {0, false};
+    case Tok::UINT16: return 2;
+    default: return 0;
   }
 }
 
@@ -61,6 +58,7 @@ class FastCompiler {
     bool indexed = false;
     bool is_int = true;
     bool is_unsigned = false;   ///< straight from an unsigned variable
+    const Op* variable = nullptr;   ///< of a place: the variable, null for an element
   };
 
   bool Level(const Code& code, bool pure);
@@ -68,6 +66,7 @@ class FastCompiler {
   bool Variable(const Code& code, const Op& op, bool pure);
   bool Element(const Op& op, bool place);
   bool Binary(const Op& op);
+  FastOp TakeRight();
   bool Logical(const Op& op);
   bool Unary(const Op& op);
   bool Store(const Op& op, const Code& code);
@@ -149,27 +148,30 @@ bool FastCompiler::Compile(const Code& code, const Op& op, bool pure) {
 }
 
 void FastCompiler::SetPlace(FastOp* fast, const Op& op) {
-  const IntegerForm form = FormOf(op.type);
-  fast->storage = op.storage;
-  fast->size = form.size;
-  fast->is_signed = form.is_signed;
-  fast->number = op.offset;
-  fast->data = op.symbol->InterpreterData;
+  constexpr int64_t kWord = ScriptMemory::kWordSize;
+  fast->size = SizeOf(op.type);
+  fast->in_frame = op.storage != Storage::kGlobal;
+  switch (op.storage) {
+    case Storage::kLocal: fast->place = -op.offset * kWord; break;
+    case Storage::kParameter: fast->place = op.offset * kWord; break;
+    default: fast->place = reinterpret_cast<int64_t>(op.symbol->InterpreterData);
+  }
 }
 
 bool FastCompiler::Variable(const Code& code, const Op& op, bool pure) {
   const SYM_REC* symbol = op.symbol;
   if (symbol == nullptr || symbol->ImplicitExtern || symbol->BitFieldWidth > 0 || op.record != nullptr) return false;
-  if (op.storage == Storage::kMember || symbol->IsFunctionPointer || FormOf(op.type).size == 0) return false;
+  if (op.storage == Storage::kMember || symbol->IsFunctionPointer || SizeOf(op.type) == 0) return false;
   if (op.storage == Storage::kGlobal && symbol->InterpreterData == nullptr) return false;
   // A place is only right where the operator that takes it ends the expression.
   const bool place = op.node->IsLvalue;
   if (place && (pure || items_.size() != level_base_ + static_cast<size_t>(&op - code.ops))) return false;
   if (op.index_count > 0) return Element(op, place);
   if (op.kind != 2) return false;
-  SetPlace(Emit(place ? FastCode::kPlace : FastCode::kLoad, op), op);
   const bool is_unsigned = (symbol->StorageType & UNSIGNED_VAR) != 0;
-  return PushItem({place, false, op.type == Tok::int_ && !is_unsigned, is_unsigned});
+  if (place) return PushItem({true, false, true, is_unsigned, &op});
+  SetPlace(Emit(FastCode::kLoad, op), op);
+  return PushItem({false, false, op.type == Tok::int_ && !is_unsigned, is_unsigned});
 }
 
 bool FastCompiler::Element(const Op& op, bool place) {
@@ -184,6 +186,7 @@ bool FastCompiler::Element(const Op& op, bool place) {
   FastOp* fast = Emit(place ? FastCode::kPlaceElement : FastCode::kLoadElement, op);
   SetPlace(fast, op);
   fast->through_pointer = pointer;
+  if (array && op.index_count == 1) fast->length = op.symbol->Shape.Dimensions[0];
   const bool is_unsigned = (op.symbol->StorageType & UNSIGNED_VAR) != 0;
   return PushItem({place, true, op.type == Tok::int_ && !is_unsigned, is_unsigned});
 }
@@ -193,11 +196,32 @@ bool FastCompiler::Binary(const Op& op) {
   const Item right = items_.back();
   items_.pop_back();
   if (right.place || items_.back().place) return false;
+  FastOp fast = TakeRight();
+  fast.op = &op;
   for (const BinaryForm& form : kBinaryForms) {
-    if (form.token == op.token) Emit(form.code, op);
+    if (form.token == op.token) fast.code = form.code;
   }
+  ops_.push_back(fast);
   items_.back() = {};
   return true;
+}
+
+// A constant or a variable that was just pushed needs no turn of its own.
+FastOp FastCompiler::TakeRight() {
+  FastOp fast;
+  const FastOp& last = ops_.back();
+  if (last.code == FastCode::kConstant) {
+    fast.right = FastRight::kConstant;
+    fast.number = last.number;
+  } else if (last.code == FastCode::kLoad && last.size == sizeof(int32_t)) {
+    fast.right = FastRight::kVariable;
+    fast.in_frame = last.in_frame;
+    fast.place = last.place;
+  } else {
+    return fast;
+  }
+  ops_.pop_back();
+  return fast;
 }
 
 bool FastCompiler::Logical(const Op& op) {
@@ -237,7 +261,13 @@ bool FastCompiler::Store(const Op& op, const Code& code) {
   items_.pop_back();
   if (right.place || !items_.back().place) return false;
   if (op.code == OpCode::kCompoundAssign && right.is_unsigned) return false;
-  Emit(op.code == OpCode::kAssign ? FastCode::kStore : FastCode::kCompound, op);
+  const bool assign = op.code == OpCode::kAssign;
+  if (const Op* variable = items_.back().variable) {
+    SetPlace(Emit(assign ? FastCode::kStore : FastCode::kCompound, op), *variable);
+    ops_.back().type = variable->type;
+  } else {
+    Emit(assign ? FastCode::kStoreElement : FastCode::kCompoundElement, op);
+  }
   items_.back() = {false, false, right.is_int && op.code == OpCode::kAssign};
   return true;
 }

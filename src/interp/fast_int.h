@@ -12,8 +12,7 @@ enum class FastCode : uint8_t {
   kConstant,
   kLoad,            ///< a variable
   kLoadElement,     ///< an array element or what a pointer selects; its indices are popped
-  kPlace,           ///< the address of a variable
-  kPlaceElement,
+  kPlaceElement,    ///< the address of one
   kAdd,
   kSubtract,
   kMultiply,
@@ -36,20 +35,27 @@ enum class FastCode : uint8_t {
   kNot,
   kInvert,
   kDrop,            ///< forgets the value on top
-  kStore,
-  kCompound,        ///< works on the place below; the token is in `node`
+  kStore,           ///< to a variable
+  kStoreElement,    ///< to the place on top
+  kCompound,        ///< the token of the operator is in `op`
+  kCompoundElement,
   kIncrement,
   kDecrement,
 };
 
+/// Where a binary operator finds its right operand.
+enum class FastRight : uint8_t { kStack, kConstant, kVariable };
+
 struct FastOp {
   FastCode code = FastCode::kConstant;
-  Storage storage = Storage::kNone;
+  FastRight right = FastRight::kStack;
   uint8_t size = 4;             ///< bytes of the variable or element
-  bool is_signed = true;
+  bool in_frame = false;        ///< the place counts from the frame's base
   bool through_pointer = false;
-  int32_t number = 0;           ///< the constant, or the offset of the variable
-  char* data = nullptr;         ///< storage of a global
+  Tok type = Tok::NOTOKEN;      ///< of the variable that a compound assignment changes
+  int32_t number = 0;           ///< the constant
+  int64_t place = 0;            ///< address of the variable, or its distance from the frame's base
+  int64_t length = 0;           ///< elements of an array of one dimension, 0 for anything else
   const Op* op = nullptr;       ///< the step it was made of
 };
 

@@ -120,8 +120,7 @@ class Interpreter final : public ParseServices {
   // --- run_fast.cpp
   bool PrepareFast(Code* code);
   bool RunFast(const FastProgram& program, int32_t* result);
-  char* FastAddress(const FastOp& op) const;
-  char* FastElement(const FastOp& fast, const int32_t* indices);
+  char* FastElement(const FastOp& fast, char* base, const int32_t* indices);
   bool EvaluateLow(Code* code, Mode mode, int32_t* low);
 
   // --- values.cpp

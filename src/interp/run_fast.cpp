@@ -9,20 +9,19 @@ namespace {
 
 constexpr int kStackSize = 64;
 
-int32_t Load(const char* address, const FastOp& op) {
-  switch (op.size) {
-    case 1: return static_cast<unsigned char>(*address);
-    case 2: {
-      uint16_t value;
-      std::memcpy(&value, address, sizeof value);
-      return value;
-    }
-    default: {
-      int32_t value;
-      std::memcpy(&value, address, sizeof value);
-      return value;
-    }
-  }
+int32_t LoadInt(const char* address) {
+  int32_t value;
+  std::memcpy(&value, address, sizeof value);
+  return value;
+}
+
+// Narrow integers are read without their sign.
+int32_t Load(const char* address, uint8_t size) {
+  if (size == sizeof(int32_t)) return LoadInt(address);
+  if (size == 1) return static_cast<unsigned char>(*address);
+  uint16_t value;
+  std::memcpy(&value, address, sizeof value);
+  return value;
 }
 
 void Store(char* address, uint8_t size, int32_t value) {
@@ -82,18 +81,9 @@ bool Compound(Tok token, int64_t a, int64_t b, int64_t* result) {
 
 }  // namespace
 
-char* Interpreter::FastAddress(const FastOp& op) const {
-  switch (op.storage) {
-    case Storage::kLocal: return Word(frame_.base - op.number);
-    case Storage::kParameter: return Word(frame_.base + op.number);
-    default: return op.data;
-  }
-}
-
 // The address that indices select. The general way takes over where one is out of range.
-char* Interpreter::FastElement(const FastOp& fast, const int32_t* indices) {
+char* Interpreter::FastElement(const FastOp& fast, char* base, const int32_t* indices) {
   const Op& op = *fast.op;
-  char* base = FastAddress(fast);
   if (fast.through_pointer) {
     char* pointer = nullptr;
     std::memcpy(&pointer, base, sizeof pointer);
@@ -127,71 +117,87 @@ bool Interpreter::RunFast(const FastProgram& program, int32_t* result) {
   Place places[kStackSize];
   int32_t* top = stack;
   Place* place = places;
+  const int64_t frame = reinterpret_cast<int64_t>(Word(frame_.base));
+  const auto address = [frame](const FastOp& op) {
+    return reinterpret_cast<char*>(op.in_frame ? frame + op.place : op.place);
+  };
+  const auto right = [&](const FastOp& op) {
+    if (op.right == FastRight::kConstant) return op.number;
+    if (op.right == FastRight::kVariable) return LoadInt(address(op));
+    return *top--;
+  };
+  const auto element = [&](const FastOp& op, const int32_t* indices) {
+    // One comparison sees a negative index too.
+    if (static_cast<uint64_t>(int64_t{indices[0]}) < static_cast<uint64_t>(op.length)) {
+      return address(op) + int64_t{indices[0]} * op.size;
+    }
+    return FastElement(op, address(op), indices);
+  };
   for (const FastOp *op = program.ops, *end = op + program.count; op != end; ++op) {
     switch (op->code) {
       case FastCode::kConstant: *++top = op->number; break;
-      case FastCode::kLoad: *++top = Load(FastAddress(*op), *op); break;
+      case FastCode::kLoad: *++top = Load(address(*op), op->size); break;
       case FastCode::kLoadElement: {
         top -= op->op->index_count - 1;
-        const char* address = FastElement(*op, top);
-        if (address == nullptr) return false;
-        *top = Load(address, *op);
+        const char* at = element(*op, top);
+        if (at == nullptr) return false;
+        *top = Load(at, op->size);
         break;
       }
-      case FastCode::kPlace: *++place = {FastAddress(*op), op->size, op->op->type}; break;
       case FastCode::kPlaceElement: {
         top -= op->op->index_count;
-        char* address = FastElement(*op, top + 1);
-        if (address == nullptr) return false;
-        *++place = {address, op->size, op->op->type};
+        char* at = element(*op, top + 1);
+        if (at == nullptr) return false;
+        *++place = {at, op->size, op->op->type};
         break;
       }
-      case FastCode::kAdd: --top; *top = Wrap(static_cast<uint32_t>(*top) + static_cast<uint32_t>(top[1])); break;
-      case FastCode::kSubtract: --top; *top = Wrap(static_cast<uint32_t>(*top) - static_cast<uint32_t>(top[1])); break;
-      case FastCode::kMultiply: --top; *top = Wrap(static_cast<uint32_t>(*top) * static_cast<uint32_t>(top[1])); break;
+      case FastCode::kAdd: { const int32_t b = right(*op); *top = Wrap(static_cast<uint32_t>(*top) + static_cast<uint32_t>(b)); break; }
+      case FastCode::kSubtract: { const int32_t b = right(*op); *top = Wrap(static_cast<uint32_t>(*top) - static_cast<uint32_t>(b)); break; }
+      case FastCode::kMultiply: { const int32_t b = right(*op); *top = Wrap(static_cast<uint32_t>(*top) * static_cast<uint32_t>(b)); break; }
       case FastCode::kDivide:
       case FastCode::kRemainder: {
-        --top;
-        if (top[1] == 0) return Fail(op->op->node, "Division by zero");
-        const int64_t a = *top;
-        *top = static_cast<int32_t>(op->code == FastCode::kDivide ? a / top[1] : a % top[1]);
+        const int64_t b = right(*op);
+        if (b == 0) return Fail(op->op->node, "Division by zero");
+        *top = static_cast<int32_t>(op->code == FastCode::kDivide ? *top / b : *top % b);
         break;
       }
-      case FastCode::kXor: --top; *top ^= top[1]; break;
-      case FastCode::kAnd: --top; *top &= top[1]; break;
-      case FastCode::kOr: --top; *top |= top[1]; break;
-      case FastCode::kShiftLeft: --top; *top = Wrap(static_cast<uint32_t>(*top) << (top[1] & 31)); break;
-      case FastCode::kShiftRight: --top; *top >>= top[1] & 31; break;
-      case FastCode::kLess: --top; *top = *top < top[1]; break;
-      case FastCode::kGreater: --top; *top = *top > top[1]; break;
-      case FastCode::kLessEqual: --top; *top = *top <= top[1]; break;
-      case FastCode::kGreaterEqual: --top; *top = *top >= top[1]; break;
-      case FastCode::kEqual: --top; *top = *top == top[1]; break;
-      case FastCode::kNotEqual: --top; *top = *top != top[1]; break;
+      case FastCode::kXor: { const int32_t b = right(*op); *top ^= b; break; }
+      case FastCode::kAnd: { const int32_t b = right(*op); *top &= b; break; }
+      case FastCode::kOr: { const int32_t b = right(*op); *top |= b; break; }
+      case FastCode::kShiftLeft: { const int32_t b = right(*op); *top = Wrap(static_cast<uint32_t>(*top) << (b & 31)); break; }
+      case FastCode::kShiftRight: { const int32_t b = right(*op); *top >>= b & 31; break; }
+      case FastCode::kLess: { const int32_t b = right(*op); *top = *top < b; break; }
+      case FastCode::kGreater: { const int32_t b = right(*op); *top = *top > b; break; }
+      case FastCode::kLessEqual: { const int32_t b = right(*op); *top = *top <= b; break; }
+      case FastCode::kGreaterEqual: { const int32_t b = right(*op); *top = *top >= b; break; }
+      case FastCode::kEqual: { const int32_t b = right(*op); *top = *top == b; break; }
+      case FastCode::kNotEqual: { const int32_t b = right(*op); *top = *top != b; break; }
       case FastCode::kLogicalAnd: --top; *top = *top != 0 && top[1] != 0; break;
       case FastCode::kLogicalOr: --top; *top = *top != 0 || top[1] != 0; break;
       case FastCode::kNegate: *top = Wrap(0U - static_cast<uint32_t>(*top)); break;
       case FastCode::kNot: *top = *top == 0; break;
       case FastCode::kInvert: *top = ~*top; break;
       case FastCode::kDrop: --top; break;
-      case FastCode::kStore:
+      case FastCode::kStore: Store(address(*op), op->size, *top); break;
+      case FastCode::kStoreElement:
         Store(place->address, place->size, *top);
         --place;
         break;
-      case FastCode::kCompound: {
+      case FastCode::kCompound:
+      case FastCode::kCompoundElement: {
+        const Place target = op->code == FastCode::kCompound ? Place{address(*op), op->size, op->type} : *place--;
         int64_t value = 0;
-        if (!Compound(op->op->token, LoadSigned(*place), *top, &value)) return Fail(op->op->node, "Division by zero");
+        if (!Compound(op->op->token, LoadSigned(target), *top, &value)) return Fail(op->op->node, "Division by zero");
         *top = static_cast<int32_t>(value);
-        Store(place->address, place->size, *top);
-        --place;
+        Store(target.address, target.size, *top);
         break;
       }
       case FastCode::kIncrement:
       case FastCode::kDecrement: {
-        char* address = FastAddress(*op);
+        char* at = address(*op);
         const uint32_t step = op->code == FastCode::kIncrement ? 1U : ~0U;
-        *++top = Wrap(static_cast<uint32_t>(Load(address, *op)) + step);
-        Store(address, op->size, *top);
+        *++top = Wrap(static_cast<uint32_t>(LoadInt(at)) + step);
+        Store(at, op->size, *top);
         break;
       }
     }
