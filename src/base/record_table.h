@@ -29,8 +29,8 @@ class RecordTable {
   T* At(size_t index) const { return index < count_ ? Records() + index : nullptr; }
   /// True for the address of a record of this table.
   bool Holds(const void* address) const {
-    const auto offset = static_cast<size_t>(static_cast<const char*>(address) - memory_.data());
-    return address >= memory_.data() && offset < count_ * sizeof(T) && offset % sizeof(T) == 0;
+    const size_t offset = reinterpret_cast<uintptr_t>(address) - reinterpret_cast<uintptr_t>(memory_.data());
+    return offset < count_ * sizeof(T) && offset % sizeof(T) == 0;
   }
   size_t count() const { return count_; }
   size_t capacity() const { return capacity_; }

@@ -189,7 +189,7 @@ bool Parser::ParseDeclaration(const Scope& scope, const FunctionTraits& traits) 
 bool Parser::ParseDeclarators(const Scope& scope, const TypeSpec& type, const FunctionTraits& traits) {
   while (true) {
     const bool starts = scan_.TokenIn(ValidVarList) || At(Tok::BITAND) || At(Tok::operator_) || AtDeclaredName();
-    if (!starts) return FailMissingName(type);
+    if (!starts) return FailMissingName(scope, type);
     bool function_body = false;
     if (!ParseBasicTypeDecl(scope, type, traits, &function_body)) return false;
     if (function_body) return true;
@@ -198,7 +198,8 @@ bool Parser::ParseDeclarators(const Scope& scope, const TypeSpec& type, const Fu
   }
 }
 
-bool Parser::FailMissingName(const TypeSpec& type) {
+bool Parser::FailMissingName(const Scope& scope, const TypeSpec& type) {
+  if (scope.by_name) return Fail(45, Format("Invalid variable name: '%s'", scan_.ClipTok().c_str()));
   if (type.BasicType == Tok::enum_) return Fail(29, "Unexpected end in declaration of type 'enum'.");
   if (kTags.Has(type.BasicType)) {
     return struct_defined_ ? Fail(14, "Unexpected end of declaration of type 'struct/class'.")
@@ -208,6 +209,10 @@ bool Parser::FailMissingName(const TypeSpec& type) {
 }
 
 bool Parser::FailMissingSemicolon(const Scope& scope, const TypeSpec& type) {
+  if (scope.by_name) {
+    slot_.Error(46, "Unexpected end of declaration.");
+    return Fail(0, "Missing ';'.");
+  }
   if (type.BasicType == Tok::enum_) return Fail(30, "Missing ';' in declaration of type 'enum'.");
   if (kTags.Has(type.BasicType)) return Fail(19, "Missing ';' in declaration of type 'class/struct'.");
   if (scope.kind == Scope::Kind::kForClause) {

@@ -111,7 +111,9 @@ void Parser::ParseTopLevelItem() {
 void Parser::ParseTopLevelIdentifier() {
   const bool type = FindBasicTypeConflictGlobal(slot_, &slot_.Globals, scan_.WordName()).IsType();
   if (type || !slot_.IsScript()) {
-    ParseDeclaration(MainScope());
+    Scope scope = MainScope();
+    scope.by_name = slot_.IsScript();
+    ParseDeclaration(scope);
     return;
   }
   if (!MorvPROC_ParseIdentifier()) Synchronize(BeginList, EofList);

@@ -41,6 +41,7 @@ class Parser {
 
     Kind kind = Kind::kMain;
     bool is_typedef = false;
+    bool by_name = false;             ///< a script's declaration that a type's name opened
     SYMBOLS_HEADER* header = nullptr;
     FUNCPROTO_REC* proc = nullptr;
     CODE_BLOCK* block = nullptr;
@@ -123,7 +124,7 @@ class Parser {
   /// A whole declaration from its first word to its `;` or to the end of a function's body.
   bool ParseDeclaration(const Scope& scope, const FunctionTraits& traits = {});
   bool ParseDeclarators(const Scope& scope, const TypeSpec& type, const FunctionTraits& traits);
-  bool FailMissingName(const TypeSpec& type);
+  bool FailMissingName(const Scope& scope, const TypeSpec& type);
   bool FailMissingSemicolon(const Scope& scope, const TypeSpec& type);
   bool ParseBasicTypeDecl(const Scope& scope, const TypeSpec& type, const FunctionTraits& traits,
                           bool* function_body);

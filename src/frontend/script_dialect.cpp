@@ -59,10 +59,9 @@ bool Parser::MorvPROC_ParseIdentifier() {
   const Scope scope = MorvScope();
   STATEMENT_BLOCK* statement = NewStatementBlock(slot_, scope.proc, scope.statements, nullptr);
   if (!ParseFullExpression(ContextOf(statement), &statement->Expression)) return false;
-  if (!At(Tok::SEMICOLON)) return Fail(0, "Missing ';'");
+  // The statement runs before its end is looked for.
   RunMorvStatement(statement);
-  Next();
-  return true;
+  return Expect(Tok::SEMICOLON, 0, "Missing ';'");
 }
 
 ConflictResult Parser::FindDollarFactorIdentifier(const ExprContext& context, const Name* name) const {

@@ -8,6 +8,11 @@
 
 namespace vorc {
 
+/// An address some bytes further; it may be none that exists, and is checked before it is used.
+inline char* Displaced(const char* address, int64_t bytes) {
+  return reinterpret_cast<char*>(reinterpret_cast<uintptr_t>(address) + static_cast<uintptr_t>(bytes));
+}
+
 /// All memory that a script can reach by an address: its stack, its data and its texts. Addresses
 /// are checked against these ranges, so that a wild pointer is an error of the script and never one
 /// of the program. Data lies low enough for an address to survive in 32 bits.
@@ -35,8 +40,8 @@ class ScriptMemory {
   ScriptMemory();
 
   static bool Inside(const ReservedMemory& memory, const char* address, size_t size) {
-    const auto offset = static_cast<size_t>(address - memory.data());
-    return address >= memory.data() && offset < memory.size() && size <= memory.size() - offset;
+    const size_t offset = reinterpret_cast<uintptr_t>(address) - reinterpret_cast<uintptr_t>(memory.data());
+    return offset < memory.size() && size <= memory.size() - offset;
   }
 
   ReservedMemory data_;

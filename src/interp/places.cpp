@@ -44,7 +44,7 @@ void Interpreter::PlaceVariable(const Op& op, Entry* entry) {
         entry->is_parameter_array = true;
       }
       break;
-    case Storage::kMember: entry->address = frame_.this_base == nullptr ? nullptr : frame_.this_base + op.offset; break;
+    case Storage::kMember: entry->address = frame_.this_base == nullptr ? nullptr : Displaced(frame_.this_base, op.offset); break;
     default:
       if (symbol->InterpreterData == nullptr) AllocateData(symbol);
       entry->address = symbol->InterpreterData;
@@ -86,8 +86,7 @@ bool Interpreter::IndexArray(const EXPR_NODE* node, int64_t index, int dimension
   if (index >= shape.Dimensions[dimension] && !entry->is_parameter_array) {
     slot_.WarningAt(node->Line, "Array index out of range!!");
   }
-  entry->address = reinterpret_cast<char*>(reinterpret_cast<uintptr_t>(entry->address) +
-                                           static_cast<uintptr_t>(SizeProduct(index, stride)));
+  entry->address = Displaced(entry->address, SizeProduct(index, stride));
   --entry->dimensions;
   Classify(entry);
   if (inside && !entry->is_parameter_array) return true;
@@ -100,7 +99,7 @@ bool Interpreter::FollowPointer(const EXPR_NODE* node, int64_t index, Entry* ent
   if (pointer == nullptr) return NullPointer(node, *entry, pointer);
   --entry->depth;
   const int64_t size = ElementSize(*entry);
-  entry->address = const_cast<char*>(pointer) + index * size;
+  entry->address = Displaced(pointer, index * size);
   Classify(entry);
   return memory_.Contains(entry->address, static_cast<size_t>(size)) || NullPointer(node, *entry, entry->address);
 }
@@ -249,7 +248,7 @@ bool Interpreter::Member(const Op& op, Entry* object) {
   object->type = symbol->ValueType;
   object->depth = static_cast<int8_t>(symbol->IsFunctionPointer ? 1 : symbol->TotalDepth);
   object->dimensions = static_cast<int8_t>(symbol->Shape.DimensionCount);
-  object->address = base + MemberDataOffset(slot_, member);
+  object->address = Displaced(base, MemberDataOffset(slot_, member));
   Classify(object);
   if (op.index_count == 0) return true;
   object->indexed = true;

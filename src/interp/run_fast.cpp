@@ -97,7 +97,7 @@ char* Interpreter::FastElement(const FastOp& fast, const int32_t* indices) {
   if (fast.through_pointer) {
     char* pointer = nullptr;
     std::memcpy(&pointer, base, sizeof pointer);
-    char* address = pointer + int64_t{indices[0]} * fast.size;
+    char* address = Displaced(pointer, int64_t{indices[0]} * fast.size);
     if (pointer != nullptr && memory_.Contains(address, fast.size)) return address;
   } else {
     const ArrayShape& shape = op.symbol->Shape;
@@ -105,7 +105,7 @@ char* Interpreter::FastElement(const FastOp& fast, const int32_t* indices) {
     bool inside = true;
     for (int i = 0; i < op.index_count; ++i) {
       inside &= indices[i] >= 0 && indices[i] < shape.Dimensions[i];
-      index = index * shape.Dimensions[i] + indices[i];
+      index = inside ? index * shape.Dimensions[i] + indices[i] : 0;
     }
     if (inside) return base + index * fast.size;
   }
