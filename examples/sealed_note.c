@@ -30,8 +30,8 @@ function open_note(password, note)
 // Changes one character of a text.
 function damage(text, place)
 {
-  $other = "A";
-  if (morv_strcmp(morv_substr(text, place, 1), "A") == 0) $other = "B";
+  $other = "0";
+  if (morv_strcmp(morv_substr(text, place, 1), "0") == 0) $other = "1";
   return isprint(morv_substr(text, 0, place), $other, morv_substr(text, place + 1, 0 - 1));
 }
 

@@ -62,6 +62,8 @@ bool Parser::ParseSpecifiers(const Scope& scope, TypeSpec* type) {
     if (scan_.TokenIn(StorageList)) {
       ParseStorageWord(scope, type);
       storage_seen = true;
+    } else if (storage_seen && At(Tok::inline_)) {
+      Next();
     } else if (settled) {
       return true;
     } else if (scan_.TokenIn(BasicTypeList)) {

@@ -42,7 +42,7 @@ class Formatter {
   void ConvertReal(char letter);
   void ConvertInteger(char letter);
   void ConvertText();
-  std::string Specification(const char* suffix, long largest) const;
+  std::string FormatOf(const char* suffix, long largest) const;
   template <typename Value>
   void Put(const char* suffix, Value value);
   void Flush();
@@ -148,7 +148,7 @@ bool Formatter::Convert(char letter) {
   return true;
 }
 
-std::string Formatter::Specification(const char* suffix, long largest) const {
+std::string Formatter::FormatOf(const char* suffix, long largest) const {
   std::string text = "%" + directive_.flags;
   const auto add = [&](std::string_view prefix, const std::string& digits) {
     const long value = std::clamp(std::strtol(digits.c_str(), nullptr, 10), -largest, largest);
@@ -165,7 +165,7 @@ std::string Formatter::Specification(const char* suffix, long largest) const {
 template <typename Value>
 void Formatter::Put(const char* suffix, Value value) {
   char output[kLongestOutput + 1];
-  const int length = std::snprintf(output, sizeof output, Specification(suffix, kLargestNumberField).c_str(), value);
+  const int length = std::snprintf(output, sizeof output, FormatOf(suffix, kLargestNumberField).c_str(), value);
   if (length > 0) line_.append(output, std::min(static_cast<size_t>(length), kLongestOutput));
 }
 
@@ -210,12 +210,12 @@ void Formatter::ConvertText() {
     line_ += value.text;
     return;
   }
-  const std::string specification = Specification("s", kLargestTextField);
-  const int length = std::snprintf(nullptr, 0, specification.c_str(), value.text);
+  const std::string format = FormatOf("s", kLargestTextField);
+  const int length = std::snprintf(nullptr, 0, format.c_str(), value.text);
   if (length <= 0) return;
   const size_t before = line_.size();
   line_.resize(before + static_cast<size_t>(length));
-  std::snprintf(line_.data() + before, static_cast<size_t>(length) + 1, specification.c_str(), value.text);
+  std::snprintf(line_.data() + before, static_cast<size_t>(length) + 1, format.c_str(), value.text);
 }
 
 }  // namespace

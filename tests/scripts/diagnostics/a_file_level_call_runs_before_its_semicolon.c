@@ -1,0 +1,3 @@
+printf("runs")
+printf("does not");
+int main() { printf("nor does main"); return 0; }

@@ -1,3 +1,0 @@
-printf("before\n");
-$x = 1;
-int main() { return 0; }

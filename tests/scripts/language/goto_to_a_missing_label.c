@@ -1,7 +1,0 @@
-int main()
-{
-  printf("before\n");
-  goto nowhere;
-  printf("after\n");
-  return 0;
-}
