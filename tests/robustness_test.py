@@ -165,6 +165,7 @@ SOURCES = {
     "include_of_a_device": '#include "/dev/null"\n#include "/dev/full"\nint x;\n',
     "self_inheritance": "class A : public A { };\nclass B; class C : public B { }; class B : public C { };\n",
     "self_containment": "struct A { struct A a; };\nstruct B { struct C { struct B b; } c; };\n",
+    "half_self_containment": 'struct S { S m } n = { 1 };\n',
     "half_class": "class A : public",
     "half_operators": "class A { int operator",
     "half_enum": "enum { A = , B = (, ",
