@@ -48,9 +48,7 @@ bool IsMemberOperator(const EXPR_NODE* node) {
 
 }  // namespace
 
-Code* Decoder::Decode(EXPR_NODE* head) {
-  if (head == nullptr) return nullptr;
-  if (head->Decoded != nullptr) return static_cast<Code*>(head->Decoded);
+Code* Decoder::DecodeChain(EXPR_NODE* head) {
   Code* code = new (arena_.Allocate(sizeof(Code))) Code();
   code->count = CountSteps(head);
   code->ops = static_cast<Op*>(arena_.Allocate(sizeof(Op) * static_cast<size_t>(code->count)));

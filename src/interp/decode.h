@@ -96,9 +96,13 @@ class Decoder {
   Decoder(C_SLOT& slot, Arena& arena) : slot_(slot), arena_(arena) {}
 
   /// The steps of the chain that starts at `head`; remembered in the node.
-  Code* Decode(EXPR_NODE* head);
+  Code* Decode(EXPR_NODE* head) {
+    if (head == nullptr) return nullptr;
+    return head->Decoded != nullptr ? static_cast<Code*>(head->Decoded) : DecodeChain(head);
+  }
 
  private:
+  Code* DecodeChain(EXPR_NODE* head);
   void DecodeNode(EXPR_NODE* node, Op* op);
   void DecodeName(EXPR_NODE* node, Op* op);
   void DecodeVariable(SYM_REC* symbol, EXPR_NODE* node, Op* op);

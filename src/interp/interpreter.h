@@ -118,7 +118,8 @@ class Interpreter final : public ParseServices {
   bool CheckTop(const Entry* base, const Entry* top);
 
   // --- run_fast.cpp
-  bool PrepareFast(Code* code);
+  bool PrepareFast(Code* code) { return code->fast != nullptr ? !failed() : TryFast(code); }
+  bool TryFast(Code* code);
   bool RunFast(const FastProgram& program, int32_t* result);
   char* FastElement(const FastOp& fast, char* base, const int32_t* indices);
   bool EvaluateLow(Code* code, Mode mode, int32_t* low);

@@ -216,8 +216,7 @@ bool Interpreter::EvaluateLow(Code* code, Mode mode, int32_t* low) {
 }
 
 // True if the expression has an integer program, which is made at its second run.
-bool Interpreter::PrepareFast(Code* code) {
-  if (code->fast != nullptr) return !failed();
+bool Interpreter::TryFast(Code* code) {
   // A trace shows every step, and only the general evaluation takes them one by one.
   if (code->fast_tried || TraceOn() || code->runs++ == 0) return false;
   code->fast_tried = true;

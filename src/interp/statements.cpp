@@ -176,14 +176,16 @@ bool Interpreter::ExecFor(STATEMENT_BLOCK* statement) {
   STATEMENT_BLOCK* third = second->Next;
   STATEMENT_BLOCK* body = third->Next;
   if (first->Block != nullptr && !ExecForClauses(first->Block->Statements.First, nullptr)) return false;
-  while (second->ChildStatements.First != nullptr) {
+  const STATEMENT_BLOCK* conditions = second->ChildStatements.First;
+  const STATEMENT_BLOCK* steps = third->ChildStatements.First;
+  while (conditions != nullptr) {
     bool goes_on = false;
-    if (!ExecForClauses(second->ChildStatements.First, &goes_on)) return false;
+    if (!ExecForClauses(conditions, &goes_on)) return false;
     if (!goes_on) return true;
     if (!ExecStatement(body)) return false;
     // The body's state, not the loop's own: it is what an earlier run of this loop may have left.
     if (body->ExecState >= kBreak && body->ExecState <= kReturn) return true;
-    if (!ExecForClauses(third->ChildStatements.First, nullptr)) return false;
+    if (!ExecForClauses(steps, nullptr)) return false;
   }
   return true;
 }
