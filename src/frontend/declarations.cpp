@@ -304,8 +304,12 @@ bool Parser::ParseVariable(const Scope& scope, Declarator* declarator, FUNCPROTO
   symbol->MemberType = scope.owner != nullptr ? scope.owner->CurrentMemberAccess : MEMBER_TYPE_NONE;
   const bool is_void = symbol->ValueType == Tok::void_ && symbol->TotalDepth == 0 && !symbol->IsFunctionPointer;
   if (is_void) return Fail(48, "Unexpected end of declaration of type 'void'");
+  if (symbol->Struct != nullptr && symbol->TotalDepth == 0 && !CompleteStruct(symbol->Struct)) {
+    // As a pointer it has a size, and a struct that contains itself has an end.
+    symbol->PointerDepth = symbol->TotalDepth = 1;
+    return false;
+  }
   if (At(Tok::COLON)) return ParseBitField(*declarator, symbol);
-  if (symbol->Struct != nullptr && symbol->TotalDepth == 0 && !CompleteStruct(symbol->Struct)) return false;
   if (At(Tok::ASSIGN)) return ParseInitialValue(scope, symbol);
   if (symbol->Shape.UnsizedFirstDimension && scope.InFunction()) return Fail(0, "Unknown array size.");
   FinishVariable(scope, symbol);
