@@ -98,12 +98,15 @@ std::string PlainSource(int functions) {
     const std::string number = std::to_string(i);
     text += "int function_" + number + "(int a, int b)\n{\n  int i;\n  int sum;\n  sum = a * " + number +
             ";\n  for (i = 0; i < b; i++)\n  {\n    if (i % 2 == 0) sum = sum + i;\n    else sum = sum - 1;\n"
-            "  }\n  return sum + table[" + number + " % 8];\n}\n\n";
+            "  }\n  return sum + table[" +
+            number + " % 8];\n}\n\n";
   }
   return text;
 }
 
-int64_t CountLines(const std::string& text) { return std::count(text.begin(), text.end(), '\n'); }
+int64_t CountLines(const std::string& text) {
+  return std::count(text.begin(), text.end(), '\n');
+}
 
 void BM_Scanner(benchmark::State& state) {
   const std::string text = PlainSource(static_cast<int>(state.range(0)));

@@ -14,14 +14,17 @@ template <typename Result, typename... Arguments>
 class FunctionRef<Result(Arguments...)> {
  public:
   template <typename Callable>
-    requires(!std::is_same_v<std::remove_cvref_t<Callable>, FunctionRef>)
-  FunctionRef(Callable&& callable)  // NOLINT(google-explicit-constructor): a lambda is passed as it is
+  requires(!std::is_same_v<std::remove_cvref_t<Callable>, FunctionRef>)
+      FunctionRef(Callable&& callable)  // NOLINT(google-explicit-constructor): a lambda is passed as it is
       : object_(const_cast<void*>(static_cast<const void*>(std::addressof(callable)))),
         call_([](void* object, Arguments... arguments) -> Result {
-          return (*static_cast<std::remove_reference_t<Callable>*>(object))(std::forward<Arguments>(arguments)...);
+          return (*static_cast<std::remove_reference_t<Callable>*>(object))(
+              std::forward<Arguments>(arguments)...);
         }) {}
 
-  Result operator()(Arguments... arguments) const { return call_(object_, std::forward<Arguments>(arguments)...); }
+  Result operator()(Arguments... arguments) const {
+    return call_(object_, std::forward<Arguments>(arguments)...);
+  }
 
  private:
   void* object_;

@@ -52,8 +52,10 @@ struct List {
   T* Last = nullptr;
 
   void Append(T* record) {
-    if (Last == nullptr) First = record;
-    else Last->Next = record;
+    if (Last == nullptr)
+      First = record;
+    else
+      Last->Next = record;
     Last = record;
   }
 

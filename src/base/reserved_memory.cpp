@@ -12,8 +12,10 @@ ReservedMemory::ReservedMemory(size_t size, void* wanted_address) : size_(size) 
     memory = mmap(wanted_address, size, kProtection, kFlags | MAP_FIXED_NOREPLACE, -1, 0);
   }
   if (memory == MAP_FAILED) memory = mmap(nullptr, size, kProtection, kFlags, -1, 0);
-  if (memory == MAP_FAILED) size_ = 0;
-  else data_ = static_cast<char*>(memory);
+  if (memory == MAP_FAILED)
+    size_ = 0;
+  else
+    data_ = static_cast<char*>(memory);
 }
 
 ReservedMemory::~ReservedMemory() {

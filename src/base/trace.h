@@ -14,7 +14,7 @@ inline bool TraceOn() {
 }  // namespace vorc
 
 /// A line of the trace on standard error; its arguments are only evaluated when it is on.
-#define VORC_TRACE(...)                                      \
-  do {                                                       \
+#define VORC_TRACE(...)                                       \
+  do {                                                        \
     if (::vorc::TraceOn()) std::fprintf(stderr, __VA_ARGS__); \
   } while (false)

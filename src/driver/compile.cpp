@@ -104,14 +104,17 @@ bool Compilation::ParseDiskFile(const std::string& name) {
   return true;
 }
 
-bool Compilation::CompileDiskFile() { return OpenRelatedFiles() && ParseDiskFile(options_.source); }
+bool Compilation::CompileDiskFile() {
+  return OpenRelatedFiles() && ParseDiskFile(options_.source);
+}
 
 // Definitions of the command line stand in a file of their own that includes the source.
 bool Compilation::CompileWithDefines() {
   const std::string prelude = options_.source + ".vorc_dtmp.c";
   File file(std::fopen(prelude.c_str(), "w"));
   if (file == nullptr) {
-    std::fprintf(stderr, "vorc: could not create temporary -D prelude file for '%s'\n", options_.source.c_str());
+    std::fprintf(stderr, "vorc: could not create temporary -D prelude file for '%s'\n",
+                 options_.source.c_str());
     defines_failed_ = true;
     return false;
   }
@@ -120,7 +123,8 @@ bool Compilation::CompileWithDefines() {
     if (equals == std::string::npos) {
       std::fprintf(file.get(), "#define %s\n", define.c_str());
     } else {
-      std::fprintf(file.get(), "#define %s %s\n", define.substr(0, equals).c_str(), define.substr(equals + 1).c_str());
+      std::fprintf(file.get(), "#define %s %s\n", define.substr(0, equals).c_str(),
+                   define.substr(equals + 1).c_str());
     }
   }
   std::fprintf(file.get(), "#include \"%s\"\n", FullPath(options_.source).c_str());
@@ -155,10 +159,13 @@ int Compilation::Finish() {
 std::string SetFileExt(const std::string& path, const std::string& extension) {
   const size_t slash = path.find_last_of('/');
   const size_t dot = path.find_last_of('.');
-  const bool has_extension = dot != std::string::npos && (slash == std::string::npos || dot > slash + 1) && dot > 0;
+  const bool has_extension =
+      dot != std::string::npos && (slash == std::string::npos || dot > slash + 1) && dot > 0;
   return (has_extension ? path.substr(0, dot) : path) + "." + extension;
 }
 
-int RunCompilation(const Options& options) { return Compilation(options).Run(); }
+int RunCompilation(const Options& options) {
+  return Compilation(options).Run();
+}
 
 }  // namespace vorc

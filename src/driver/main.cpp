@@ -34,8 +34,10 @@ int RunWithLargeStack(const vorc::Options& options) {
   pthread_attr_init(&attributes);
   pthread_attr_setstacksize(&attributes, kStackSize);
   pthread_t thread;
-  if (pthread_create(&thread, &attributes, RunOnThread, &run) != 0) RunOnThread(&run);
-  else pthread_join(thread, nullptr);
+  if (pthread_create(&thread, &attributes, RunOnThread, &run) != 0)
+    RunOnThread(&run);
+  else
+    pthread_join(thread, nullptr);
   pthread_attr_destroy(&attributes);
   return run.status;
 }

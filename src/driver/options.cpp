@@ -101,14 +101,15 @@ struct FormatName {
   std::string_view name;
   int format;
 };
-constexpr FormatName kFormats[] = {{"native", 0}, {"vx", 0}, {"elf", 1}, {"pe", 2}, {"eldopic", 3}, {"picfmt2", 3}};
+constexpr FormatName kFormats[] = {{"native", 0}, {"vx", 0},      {"elf", 1},
+                                   {"pe", 2},     {"eldopic", 3}, {"picfmt2", 3}};
 constexpr std::string_view kFormatOptions[] = {"exe=", "-exe=", "exeformat=", "-exeformat="};
 
 struct CoreName {
   std::string_view name;
   Core core;
-  int xlen;                 ///< 0 leaves it as it is
-  int multiply_divide;      ///< -1 leaves it as it is
+  int xlen;             ///< 0 leaves it as it is
+  int multiply_divide;  ///< -1 leaves it as it is
 };
 constexpr CoreName kCores[] = {
     {"aarch64", Core::kAArch64, 0, -1}, {"arm64", Core::kAArch64, 0, -1}, {"a64", Core::kAArch64, 0, -1},
@@ -126,8 +127,9 @@ std::optional<int> SetFormat(const std::string& value, Options* options) {
     options->exe_format = format.format;
     return std::nullopt;
   }
-  std::fprintf(stderr, "vorc: error: unknown executable format '%s'\n      expected one of: native (or vx), elf, pe\n",
-               value.c_str());
+  std::fprintf(
+      stderr, "vorc: error: unknown executable format '%s'\n      expected one of: native (or vx), elf, pe\n",
+      value.c_str());
   return kExitError;
 }
 
@@ -139,8 +141,10 @@ std::optional<int> SetCore(const std::string& value, Options* options) {
     if (core.multiply_divide >= 0) options->multiply_divide = core.multiply_divide == 1;
     return std::nullopt;
   }
-  std::fprintf(stderr, "vorc: error: unknown core '%s'\n      known: rv32i (base ISA), rv32im / rv32 (with multiply-divide)\n",
-               value.c_str());
+  std::fprintf(
+      stderr,
+      "vorc: error: unknown core '%s'\n      known: rv32i (base ISA), rv32im / rv32 (with multiply-divide)\n",
+      value.c_str());
   return kExitError;
 }
 
@@ -154,8 +158,10 @@ void SetOptimization(const std::string& argument, Options* options) {
 }
 
 void AddPositional(const std::string& argument, Options* options) {
-  if (options->source.empty()) options->source = argument;
-  else if (options->script_arguments.size() < kMostScriptArguments) options->script_arguments.push_back(argument);
+  if (options->source.empty())
+    options->source = argument;
+  else if (options->script_arguments.size() < kMostScriptArguments)
+    options->script_arguments.push_back(argument);
 }
 
 bool ApplyWordOption(std::string_view argument, Options* options) {
@@ -181,7 +187,8 @@ std::optional<int> ParseOptions(const std::vector<std::string>& arguments, Optio
     if (ApplyWordOption(argument, options)) continue;
     if (argument == "--") {
       for (++i; i < arguments.size(); ++i) {
-        if (options->script_arguments.size() < kMostScriptArguments) options->script_arguments.push_back(arguments[i]);
+        if (options->script_arguments.size() < kMostScriptArguments)
+          options->script_arguments.push_back(arguments[i]);
       }
       break;
     }
@@ -195,10 +202,12 @@ std::optional<int> ParseOptions(const std::vector<std::string>& arguments, Optio
     if (taken) continue;
     if (argument.starts_with("-core=")) {
       if (auto status = SetCore(argument.substr(6), options)) return status;
-    } else if (argument.starts_with("-o") && argument.size() > 2 && std::isdigit(static_cast<unsigned char>(argument[2]))) {
+    } else if (argument.starts_with("-o") && argument.size() > 2 &&
+               std::isdigit(static_cast<unsigned char>(argument[2]))) {
       SetOptimization(argument, options);
     } else if (argument.starts_with("-I") && argument.size() > 2) {
-      if (options->include_paths.size() < kMostIncludePaths) options->include_paths.push_back(argument.substr(2));
+      if (options->include_paths.size() < kMostIncludePaths)
+        options->include_paths.push_back(argument.substr(2));
     } else if (argument == "-D" && i + 1 < arguments.size()) {
       // With the table full only the `-D` goes, and its value is looked at as an argument.
       if (options->defines.size() < kMostDefines) options->defines.push_back(arguments[++i]);
@@ -214,32 +223,38 @@ std::optional<int> ParseOptions(const std::vector<std::string>& arguments, Optio
 std::optional<int> SettleWidths(Options* options) {
   if (options->morv) {
     if (options->cpu_size != 64) {
-      if (!options->quiet) std::fputs("vorc: -morv overrides -cpu32; generating 64-bit (CPUSIZE 64)\n", stderr);
+      if (!options->quiet)
+        std::fputs("vorc: -morv overrides -cpu32; generating 64-bit (CPUSIZE 64)\n", stderr);
       options->cpu_size = options->address_size = 64;
     }
     if (options->address_override != 0 && !options->quiet) {
-      std::fprintf(stderr, "vorc: -morv runs on the 64-bit host; ignoring -addr%d\n", options->address_override);
+      std::fprintf(stderr, "vorc: -morv runs on the 64-bit host; ignoring -addr%d\n",
+                   options->address_override);
     }
     return std::nullopt;
   }
   if (options->address_override != 0) options->address_size = options->address_override;
   if (options->address_size > options->cpu_size) {
-    std::fprintf(stderr, "vorc: error: address bus (%d) is wider than the data registers (%d) - a pointer would not fit in a register\n",
+    std::fprintf(stderr,
+                 "vorc: error: address bus (%d) is wider than the data registers (%d) - a pointer would not "
+                 "fit in a register\n",
                  options->address_size, options->cpu_size);
     return kExitError;
   }
   if (options->rtl) {
-    std::fputs("vorc: -rtl requires -morv as well.\n"
-               "      RTL generation reads the script through the MORV front\n"
-               "      end, so both belong on the command line:\n"
-               "          vorc -morv -rtl <script.morv>\n", stderr);
+    std::fputs(
+        "vorc: -rtl requires -morv as well.\n"
+        "      RTL generation reads the script through the MORV front\n"
+        "      end, so both belong on the command line:\n"
+        "          vorc -morv -rtl <script.morv>\n",
+        stderr);
     return kExitMisuse;
   }
   return std::nullopt;
 }
 
 std::string BuildQueryString(const std::vector<std::string>& arguments) {
-  constexpr size_t kName = sizeof "QUERY_STRING=" - 1;   // the limits count the variable's name
+  constexpr size_t kName = sizeof "QUERY_STRING=" - 1;  // the limits count the variable's name
   constexpr size_t kPairBegins = 8129;
   constexpr size_t kValueEnds = 8183;
   std::string text;
@@ -263,6 +278,8 @@ std::string BuildQueryString(const std::vector<std::string>& arguments) {
   return text;
 }
 
-void PrintUsage() { std::fputs(kUsage, stderr); }
+void PrintUsage() {
+  std::fputs(kUsage, stderr);
+}
 
 }  // namespace vorc

@@ -21,10 +21,10 @@ struct Options {
   bool multiply_divide = true;
   int cpu_size = 64;
   int address_size = 64;
-  int address_override = 0;          ///< 0 for none
-  int exe_format = 0;                ///< 0 native, 1 ELF, 2 PE, 3 position-independent native
-  int debug_symbols = 0;             ///< 1 keep, -1 strip, 0 as the build has it
-  int optimization_level = -1;       ///< -1 for not given
+  int address_override = 0;     ///< 0 for none
+  int exe_format = 0;           ///< 0 native, 1 ELF, 2 PE, 3 position-independent native
+  int debug_symbols = 0;        ///< 1 keep, -1 strip, 0 as the build has it
+  int optimization_level = -1;  ///< -1 for not given
   int retarget_xlen = 32;
   Core core = Core::kQlx;
   std::string source;

@@ -8,8 +8,8 @@ namespace vorc {
 namespace {
 
 constexpr TokenList kTags = {Tok::struct_, Tok::class_, Tok::union_};
-constexpr TokenList kNoOperand = {Tok::RPAREN, Tok::COMMA,  Tok::RBRACKET, Tok::SEMICOLON,
-                                  Tok::SLASH,  Tok::MOD,    Tok::PLUS,     Tok::ASSIGN};
+constexpr TokenList kNoOperand = {Tok::RPAREN, Tok::COMMA, Tok::RBRACKET, Tok::SEMICOLON,
+                                  Tok::SLASH,  Tok::MOD,   Tok::PLUS,     Tok::ASSIGN};
 
 }  // namespace
 
@@ -21,7 +21,8 @@ bool Parser::AtCastType(const ExprContext& context) const {
     case Tok::const_:
     case Tok::volatile_: return true;
     case Tok::IDENTIFIER:
-      return FindFactorIdentifier(slot_, context.proc, context.statement, context.block, scan_.WordName()).IsType();
+      return FindFactorIdentifier(slot_, context.proc, context.statement, context.block, scan_.WordName())
+          .IsType();
     default: return false;
   }
 }
@@ -32,7 +33,9 @@ bool Parser::ParseCastType(const ExprContext& context, CAST* cast) {
   if (scan_.TokenIn(kTags)) {
     Next();
     if (!AtName()) return Fail(0, "Missing: struct/class/union name");
-    type.Struct = FindFactorIdentifier(slot_, context.proc, context.statement, context.block, scan_.WordName()).Struct();
+    type.Struct =
+        FindFactorIdentifier(slot_, context.proc, context.statement, context.block, scan_.WordName())
+            .Struct();
     if (type.Struct == nullptr) {
       return Fail(54, Format("'%s' is not a struct/class/union", scan_.ClipTok().c_str()));
     }
@@ -47,7 +50,8 @@ bool Parser::ParseCastType(const ExprContext& context, CAST* cast) {
     if (!ParseSpecifiers(scope, &type)) return false;
   }
   for (; At(Tok::STAR); Next()) ++cast->PointerDepth;
-  cast->TypeToken = type.BasicType == Tok::int_ && (type.StorageType & UNSIGNED_VAR) != 0 ? Tok::UINT32 : type.BasicType;
+  cast->TypeToken =
+      type.BasicType == Tok::int_ && (type.StorageType & UNSIGNED_VAR) != 0 ? Tok::UINT32 : type.BasicType;
   cast->Typedef = type.Typedef;
   cast->Struct = type.Struct;
   for (const TYPEDEF_REC* at = type.Typedef; at != nullptr; at = at->Typedef) {

@@ -30,7 +30,8 @@ class Evaluator {
   bool Binary(const EXPR_NODE* node);
   bool RealBinary(const EXPR_NODE* node, double a, double b, ConstantValue* result);
   bool IntegerBinary(const EXPR_NODE* node, int64_t a, int64_t b, ConstantValue* result);
-  bool AddressBinary(const EXPR_NODE* node, const ConstantValue& a, const ConstantValue& b, ConstantValue* result);
+  bool AddressBinary(const EXPR_NODE* node, const ConstantValue& a, const ConstantValue& b,
+                     ConstantValue* result);
   bool Choose(const EXPR_NODE* node);
   bool Settle(const EXPR_NODE* node, ConstantValue* value);
   bool Fail(const EXPR_NODE* node, const std::string& text) {
@@ -64,7 +65,9 @@ bool IsTrue(const ConstantValue& value) {
   return value.kind != Kind::kInteger || value.integer != 0;
 }
 
-int64_t Wrap(uint64_t value) { return static_cast<int64_t>(value); }
+int64_t Wrap(uint64_t value) {
+  return static_cast<int64_t>(value);
+}
 
 bool Evaluator::Run(const EXPR_NODE* head, ConstantValue* value) {
   const size_t base = stack_.size();
@@ -125,7 +128,8 @@ bool Evaluator::PushName(const EXPR_NODE* node) {
   if (symbol == nullptr || symbol->ImplicitExtern || node->Token == Tok::FUNCTION_CALL) {
     const bool undeclared = node->Token != Tok::FUNCTION_CALL && !node->HasCall;
     return Fail(node, Format(undeclared ? "Initializing symbol '%s' must be declared."
-                                        : "Initializing symbol '%s' must be constant number.", node->Literal));
+                                        : "Initializing symbol '%s' must be constant number.",
+                             node->Literal));
   }
   if (node->IndexExpression == nullptr && ConstantVariable(symbol, &value)) {
     stack_.push_back(value);
@@ -147,7 +151,8 @@ bool Evaluator::ApplyIndices(const EXPR_NODE* node, ConstantValue* value) {
     if (dimension >= shape.DimensionCount) break;
     const int64_t size = shape.Dimensions[dimension++];
     stride = size > 0 ? stride / size : 0;
-    value->integer = Wrap(static_cast<uint64_t>(value->integer) + static_cast<uint64_t>(at) * static_cast<uint64_t>(stride));
+    value->integer = Wrap(static_cast<uint64_t>(value->integer) +
+                          static_cast<uint64_t>(at) * static_cast<uint64_t>(stride));
   }
   // What an index list leaves of an array is an address; a whole element is a variable.
   value->kind = dimension < shape.DimensionCount ? Kind::kAddress : Kind::kVariable;
@@ -158,7 +163,8 @@ bool Evaluator::ApplyIndices(const EXPR_NODE* node, ConstantValue* value) {
 bool Evaluator::Select(const EXPR_NODE* node) {
   ConstantValue* value = stack_.empty() ? nullptr : &stack_.back();
   const bool object = value != nullptr && value->kind == Kind::kVariable && value->part->Struct != nullptr;
-  const MemberResult member = object ? FindStructMember(slot_, value->part->Struct, node->name) : MemberResult();
+  const MemberResult member =
+      object ? FindStructMember(slot_, value->part->Struct, node->name) : MemberResult();
   if (member.Symbol == nullptr || value->part->TotalDepth > 0 || node->Token == Tok::FUNCTION_CALL) {
     return Fail(node, Format("Initializing symbol '%s' must be constant number.", node->Literal));
   }
@@ -170,7 +176,9 @@ bool Evaluator::Select(const EXPR_NODE* node) {
 // A `const` scalar at file level stands for its value.
 bool Evaluator::ConstantVariable(const SYM_REC* symbol, ConstantValue* value) {
   // Not while its own initial value is being read.
-  if (!symbol->HasInitializer || (symbol->StorageType & CONSTANT_VAR) == 0 || symbol->Shape.DimensionCount > 0 || symbol->TotalDepth > 0) return false;
+  if (!symbol->HasInitializer || (symbol->StorageType & CONSTANT_VAR) == 0 ||
+      symbol->Shape.DimensionCount > 0 || symbol->TotalDepth > 0)
+    return false;
   const INITIALIZER* element = symbol->Initializer.First;
   if (element == nullptr || element->Expression == nullptr) return false;
   return Evaluator(slot_).Run(element->Expression, value) && value->IsNumber();
@@ -186,8 +194,10 @@ bool Evaluator::Unary(const EXPR_NODE* node) {
   if (stack_.empty()) return Fail(node, "Stack Underflow Error.");
   ConstantValue& value = stack_.back();
   if (node->Token == Tok::BITAND_ADDRESS) {
-    if (value.kind == Kind::kVariable || value.kind == Kind::kAddress) value.kind = Kind::kAddress;
-    else if (value.kind != Kind::kFunction) return Fail(node, "Improper use of '&' in the expression.");
+    if (value.kind == Kind::kVariable || value.kind == Kind::kAddress)
+      value.kind = Kind::kAddress;
+    else if (value.kind != Kind::kFunction)
+      return Fail(node, "Improper use of '&' in the expression.");
     return true;
   }
   if (!Settle(node, &value)) return false;
@@ -197,7 +207,8 @@ bool Evaluator::Unary(const EXPR_NODE* node) {
   }
   if (!value.IsNumber()) return Fail(node, "Incompatible data types in arithmatic expression.");
   if (node->Token == Tok::UNARYMINUS) {
-    value = value.kind == Kind::kReal ? Real(-value.real) : Integer(Wrap(0 - static_cast<uint64_t>(value.integer)));
+    value = value.kind == Kind::kReal ? Real(-value.real)
+                                      : Integer(Wrap(0 - static_cast<uint64_t>(value.integer)));
   } else if (node->Token == Tok::TILDA) {
     value = Integer(~(value.kind == Kind::kReal ? static_cast<int64_t>(value.real) : value.integer));
   }
@@ -267,8 +278,10 @@ bool Evaluator::IntegerBinary(const EXPR_NODE* node, int64_t a, int64_t b, Const
     case Tok::DIV:
     case Tok::MOD:
       if (b == 0) return Fail(node, "Division by zero");
-      if (b == -1) value = node->Token == Tok::MOD ? 0 : Wrap(0 - ua);
-      else value = node->Token == Tok::MOD ? a % b : a / b;
+      if (b == -1)
+        value = node->Token == Tok::MOD ? 0 : Wrap(0 - ua);
+      else
+        value = node->Token == Tok::MOD ? a % b : a / b;
       break;
     case Tok::XOR: value = a ^ b; break;
     case Tok::BITAND: value = a & b; break;

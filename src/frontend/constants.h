@@ -11,11 +11,11 @@ struct ConstantValue {
   enum class Kind : uint8_t { kInteger, kReal, kText, kVariable, kAddress, kFunction };
 
   Kind kind = Kind::kInteger;
-  int64_t integer = 0;              ///< also the byte offset behind an address
+  int64_t integer = 0;  ///< also the byte offset behind an address
   double real = 0.0;
   const char* text = nullptr;
-  SYM_REC* symbol = nullptr;        ///< the variable whose address it is
-  SYM_REC* part = nullptr;          ///< that variable, or the member of it that was selected
+  SYM_REC* symbol = nullptr;  ///< the variable whose address it is
+  SYM_REC* part = nullptr;    ///< that variable, or the member of it that was selected
   FUNCPROTO_REC* function = nullptr;
 
   bool IsNumber() const { return kind == Kind::kInteger || kind == Kind::kReal; }

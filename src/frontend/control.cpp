@@ -75,7 +75,8 @@ bool Parser::ParseWHILE(STATEMENT_BLOCK* statement) {
 
 bool Parser::ParseDO(STATEMENT_BLOCK* statement) {
   Next();
-  STATEMENT_BLOCK* body = NewDerivedStatementBlock(slot_, statement, "derived as all statements for  the do loop");
+  STATEMENT_BLOCK* body =
+      NewDerivedStatementBlock(slot_, statement, "derived as all statements for  the do loop");
   if (!ParseArm(body, "Misuse of '%s' in 'do' statement.", 70)) return false;
   if (!Expect(Tok::while_, 0, "Missing 'while' in 'do' statement.")) return false;
   if (!ParseCondition(statement, "while")) return false;
@@ -83,9 +84,12 @@ bool Parser::ParseDO(STATEMENT_BLOCK* statement) {
 }
 
 bool Parser::ParseFOR(STATEMENT_BLOCK* statement) {
-  STATEMENT_BLOCK* first = NewDerivedStatementBlock(slot_, statement, "derived as first_for_clause_statement");
-  STATEMENT_BLOCK* second = NewDerivedStatementBlock(slot_, statement, "derived as second_for_clause_statement");
-  STATEMENT_BLOCK* third = NewDerivedStatementBlock(slot_, statement, "derived as third_for_clause_statement");
+  STATEMENT_BLOCK* first =
+      NewDerivedStatementBlock(slot_, statement, "derived as first_for_clause_statement");
+  STATEMENT_BLOCK* second =
+      NewDerivedStatementBlock(slot_, statement, "derived as second_for_clause_statement");
+  STATEMENT_BLOCK* third =
+      NewDerivedStatementBlock(slot_, statement, "derived as third_for_clause_statement");
   Next();
   if (!Expect(Tok::LPAREN, 0, "Missing '(' in 'for' statement.")) return false;
   if (!ParseFirstForClause(first)) return false;
@@ -93,7 +97,8 @@ bool Parser::ParseFOR(STATEMENT_BLOCK* statement) {
   if (!Expect(Tok::SEMICOLON, 0, "Missing ';' in 'for' statement.")) return false;
   if (!ParseForClauses(third, first, "ThirdForClause expression", Tok::RPAREN)) return false;
   if (!Expect(Tok::RPAREN, 0, "Missing ')' in 'for' statement.")) return false;
-  STATEMENT_BLOCK* body = NewDerivedStatementBlock(slot_, statement, "derived as all statements for  the for loop");
+  STATEMENT_BLOCK* body =
+      NewDerivedStatementBlock(slot_, statement, "derived as all statements for  the for loop");
   body->ForScope = first;
   return ParseArm(body, "Misuse of '%s' in 'for' statement.", 69);
 }
@@ -171,7 +176,8 @@ bool Parser::ParseDefaultType(const Scope& scope) {
   STATEMENT_BLOCK* statement = NewStatementBlock(slot_, scope.proc, scope.statements, scope.block);
   statement->StatementType = STATEMENT_TYPE_DEFAULT;
   if (FindParentSwitchStatement(statement) == nullptr) {
-    slot_.Error(InBody(statement) ? 73 : 68, "Invalid use of 'default'. It must be used in 'switch' statement.");
+    slot_.Error(InBody(statement) ? 73 : 68,
+                "Invalid use of 'default'. It must be used in 'switch' statement.");
   }
   Next();
   if (InBody(statement)) {
@@ -192,23 +198,28 @@ bool Parser::ParseGotoType(STATEMENT_BLOCK* statement) {
 
 bool Parser::ParseBreakType(STATEMENT_BLOCK* statement) {
   if (FindLoopSwitchStatement(statement) == nullptr) {
-    slot_.Error(InBody(statement) ? 72 : 67, "Invalid use of 'break'. It must be used in for/do/while loops or in 'switch' statements.");
+    slot_.Error(InBody(statement) ? 72 : 67,
+                "Invalid use of 'break'. It must be used in for/do/while loops or in 'switch' statements.");
   }
   Next();
-  return InBody(statement) ? Expect(Tok::SEMICOLON, 74, "Missing ';'") : Expect(Tok::SEMICOLON, 0, "Missing ';' .");
+  return InBody(statement) ? Expect(Tok::SEMICOLON, 74, "Missing ';'")
+                           : Expect(Tok::SEMICOLON, 0, "Missing ';' .");
 }
 
 bool Parser::ParseContinueType(STATEMENT_BLOCK* statement) {
   if (FindLoopStatement(statement) == nullptr) {
-    slot_.Error(InBody(statement) ? 71 : 66, "Invalid use of 'continue'. It must be used in for/do/while loops.");
+    slot_.Error(InBody(statement) ? 71 : 66,
+                "Invalid use of 'continue'. It must be used in for/do/while loops.");
   }
   Next();
-  return InBody(statement) ? Expect(Tok::SEMICOLON, 74, "Missing ';'") : Expect(Tok::SEMICOLON, 0, "Missing ';' .");
+  return InBody(statement) ? Expect(Tok::SEMICOLON, 74, "Missing ';'")
+                           : Expect(Tok::SEMICOLON, 0, "Missing ';' .");
 }
 
 bool Parser::ParseReturnType(STATEMENT_BLOCK* statement) {
   Next();
-  if (!scan_.TokenIn(kNoValue) && !ParseFullExpression(ContextOf(statement), &statement->Expression)) return false;
+  if (!scan_.TokenIn(kNoValue) && !ParseFullExpression(ContextOf(statement), &statement->Expression))
+    return false;
   return Expect(Tok::SEMICOLON, 59, "Missing ';'");
 }
 

@@ -1,6 +1,6 @@
 #include "base/format.h"
-#include "frontend/layout.h"
 #include "frontend/constants.h"
+#include "frontend/layout.h"
 #include "frontend/parser.h"
 
 namespace vorc {
@@ -8,18 +8,18 @@ namespace vorc {
 namespace {
 
 constexpr int kMostDimensions = 128;
-constexpr int64_t kLargestDimension = INT32_MAX;   // what is too large to hold is told later
+constexpr int64_t kLargestDimension = INT32_MAX;  // what is too large to hold is told later
 
 struct StorageWord {
   Tok token;
   StorageBit bit;
 };
 constexpr StorageWord kStorageWords[] = {
-    {Tok::const_, CONSTANT_VAR}, {Tok::volatile_, VOLATILE_VAR}, {Tok::static_, STATIC_VAR},
-    {Tok::register_, REGISTER_VAR}, {Tok::auto_, AUTO_VAR},      {Tok::extern_, EXTERN_VAR},
+    {Tok::const_, CONSTANT_VAR},    {Tok::volatile_, VOLATILE_VAR}, {Tok::static_, STATIC_VAR},
+    {Tok::register_, REGISTER_VAR}, {Tok::auto_, AUTO_VAR},         {Tok::extern_, EXTERN_VAR},
 };
 
-constexpr TokenList kUnsignedTypes = {Tok::UINT16, Tok::UINT32, Tok::UINT64, Tok::UINT128,
+constexpr TokenList kUnsignedTypes = {Tok::UINT16, Tok::UINT32, Tok::UINT64,  Tok::UINT128,
                                       Tok::UINT8,  Tok::UINT4,  Tok::UINT256, Tok::UCHAR};
 constexpr TokenList kTags = {Tok::struct_, Tok::class_, Tok::union_};
 
@@ -29,10 +29,10 @@ struct UnsignedForm {
 };
 // What `unsigned` makes of the word behind it.
 constexpr UnsignedForm kUnsignedForms[] = {
-    {Tok::char_, Tok::UCHAR},   {Tok::short_, Tok::UINT16}, {Tok::long_, Tok::UINT64},
-    {Tok::INT64, Tok::UINT64},  {Tok::INT32, Tok::UINT32},  {Tok::INT16, Tok::UINT16},
-    {Tok::INT8, Tok::UINT8},    {Tok::INT128, Tok::UINT128}, {Tok::INT256, Tok::UINT256},
-    {Tok::INT4, Tok::UINT4},    {Tok::int_, Tok::int_},
+    {Tok::char_, Tok::UCHAR},  {Tok::short_, Tok::UINT16},  {Tok::long_, Tok::UINT64},
+    {Tok::INT64, Tok::UINT64}, {Tok::INT32, Tok::UINT32},   {Tok::INT16, Tok::UINT16},
+    {Tok::INT8, Tok::UINT8},   {Tok::INT128, Tok::UINT128}, {Tok::INT256, Tok::UINT256},
+    {Tok::INT4, Tok::UINT4},   {Tok::int_, Tok::int_},
 };
 
 bool Reads(const EXPR_NODE* node, const SYM_REC* symbol) {
@@ -50,7 +50,8 @@ bool Parser::AtTypeStart(const Scope& scope) const {
   if (Token() == Tok::void_ || Token() == Tok::enum_) return true;
   if (Token() != Tok::IDENTIFIER) return false;
   if (scope.proc != nullptr) {
-    if (auto hit = FindLocalIdentifier(slot_, scope.proc, nullptr, scope.block, scan_.WordName())) return hit.IsType();
+    if (auto hit = FindLocalIdentifier(slot_, scope.proc, nullptr, scope.block, scan_.WordName()))
+      return hit.IsType();
   }
   return FindBasicTypeConflictGlobal(slot_, &slot_.Globals, scan_.WordName()).IsType();
 }
@@ -100,7 +101,8 @@ bool Parser::ParseSpecifiers(const Scope& scope, TypeSpec* type) {
 bool Parser::ParseStorageWord(const Scope& scope, TypeSpec* type) {
   for (const StorageWord& word : kStorageWords) {
     if (!At(word.token)) continue;
-    const bool misplaced = scope.kind == Scope::Kind::kMain && (word.bit == AUTO_VAR || word.bit == REGISTER_VAR);
+    const bool misplaced =
+        scope.kind == Scope::Kind::kMain && (word.bit == AUTO_VAR || word.bit == REGISTER_VAR);
     if (misplaced) {
       slot_.Error(0, Format("Invalid storage class '%s' for the scope.", std::string(scan_.Word()).c_str()));
     } else {
@@ -144,7 +146,8 @@ void Parser::ParseUnsignedWord(TypeSpec* type) {
 
 bool Parser::ParseUserTypeName(const Scope& scope, TypeSpec* type) {
   ConflictResult found;
-  if (scope.proc != nullptr) found = FindLocalIdentifier(slot_, scope.proc, nullptr, scope.block, scan_.WordName());
+  if (scope.proc != nullptr)
+    found = FindLocalIdentifier(slot_, scope.proc, nullptr, scope.block, scan_.WordName());
   if (!found) found = FindBasicTypeConflictGlobal(slot_, &slot_.Globals, scan_.WordName());
   UseNamedType(found, type);
   Next();
@@ -190,7 +193,8 @@ bool Parser::ParseDeclaration(const Scope& scope, const FunctionTraits& traits) 
 
 bool Parser::ParseDeclarators(const Scope& scope, const TypeSpec& type, const FunctionTraits& traits) {
   while (true) {
-    const bool starts = scan_.TokenIn(ValidVarList) || At(Tok::BITAND) || At(Tok::operator_) || AtDeclaredName();
+    const bool starts =
+        scan_.TokenIn(ValidVarList) || At(Tok::BITAND) || At(Tok::operator_) || AtDeclaredName();
     if (!starts) return FailMissingName(scope, type);
     bool function_body = false;
     if (!ParseBasicTypeDecl(scope, type, traits, &function_body)) return false;
@@ -220,7 +224,8 @@ bool Parser::FailMissingSemicolon(const Scope& scope, const TypeSpec& type) {
   if (scope.kind == Scope::Kind::kForClause) {
     return Fail(0, Format("Unexpected expression in for clause: '%s'", scan_.ClipTok().c_str()));
   }
-  if (scope.kind == Scope::Kind::kBlock) return Fail(0, Format("Unexpected symbol '%s'", scan_.ClipTok().c_str()));
+  if (scope.kind == Scope::Kind::kBlock)
+    return Fail(0, Format("Unexpected symbol '%s'", scan_.ClipTok().c_str()));
   return Fail(48, "Missing ';'.");
 }
 
@@ -302,7 +307,8 @@ bool Parser::ParseVariable(const Scope& scope, Declarator* declarator, FUNCPROTO
     SetShape(slot_, symbol, declarator->dimensions.data(), static_cast<int>(declarator->dimensions.size()));
   }
   symbol->MemberType = scope.owner != nullptr ? scope.owner->CurrentMemberAccess : MEMBER_TYPE_NONE;
-  const bool is_void = symbol->ValueType == Tok::void_ && symbol->TotalDepth == 0 && !symbol->IsFunctionPointer;
+  const bool is_void =
+      symbol->ValueType == Tok::void_ && symbol->TotalDepth == 0 && !symbol->IsFunctionPointer;
   if (is_void) return Fail(48, "Unexpected end of declaration of type 'void'");
   if (symbol->Struct != nullptr && symbol->TotalDepth == 0 && !CompleteStruct(symbol->Struct)) {
     // As a pointer it has a size, and a struct that contains itself has an end.
@@ -361,9 +367,11 @@ void Parser::ShowConflict(const ConflictResult& conflict, const Name* name, bool
   if (conflict.IsParameter && !(symbol != nullptr && symbol->BasicType == Tok::dollar)) {
     slot_.Error(0, Format("Local variable name conflicts with function parameter name '%s'", text));
   } else if (slot_.IsScript() && symbol != nullptr && symbol->BasicType == Tok::dollar) {
-    slot_.Error(0, Format("Duplicate declaration '%s': it is already a typeless name here (the $var '$%s', or a "
-                          "typeless function's parameter). Declare a typed '%s' before the first '$%s', or rename "
-                          "one of them.", text, text, text, text));
+    slot_.Error(
+        0, Format("Duplicate declaration '%s': it is already a typeless name here (the $var '$%s', or a "
+                  "typeless function's parameter). Declare a typed '%s' before the first '$%s', or rename "
+                  "one of them.",
+                  text, text, text, text));
   } else {
     slot_.Error(0, Format("Duplicate declaration '%s'", text));
   }
@@ -423,9 +431,12 @@ bool Parser::ParseScriptValue(SYM_REC* symbol) {
 bool Parser::ParseArrayDimension(const Scope& scope, std::vector<int64_t>* dimensions) {
   while (At(Tok::LBRACKET)) {
     Next();
-    if (dimensions->size() == kMostDimensions) return Fail(23, "Error in array declaration. More than 128 dimensions.");
-    if (At(Tok::RBRACKET)) dimensions->push_back(0);
-    else dimensions->push_back(EvalArrayDimensionExpression(scope));
+    if (dimensions->size() == kMostDimensions)
+      return Fail(23, "Error in array declaration. More than 128 dimensions.");
+    if (At(Tok::RBRACKET))
+      dimensions->push_back(0);
+    else
+      dimensions->push_back(EvalArrayDimensionExpression(scope));
     if (!Expect(Tok::RBRACKET, 23, "Error in array declaration. Missing ']'.")) return false;
   }
   return true;

@@ -9,7 +9,8 @@ namespace {
 // The terminal gets this much of a line; the log always has all of it.
 constexpr size_t kShownLength = 900;
 
-std::string MessageLine(const char* kind, std::string_view file, long line, long code, std::string_view text) {
+std::string MessageLine(const char* kind, std::string_view file, long line, long code,
+                        std::string_view text) {
   std::string message = "<";
   message += file;
   message += Format("(%ld)>: %s %ld: ", line, kind, code);
@@ -28,7 +29,9 @@ void SendOutput(std::string_view text) {
   std::fflush(stdout);
 }
 
-void MessageBox(const char* text, const char* title) { std::fprintf(stderr, "%s: %s\n", title, text); }
+void MessageBox(const char* text, const char* title) {
+  std::fprintf(stderr, "%s: %s\n", title, text);
+}
 
 bool Diagnostics::OpenLog(const std::string& path) {
   log_.reset(std::fopen(path.c_str(), "w+"));

@@ -21,7 +21,9 @@ void Scanner::SkipToEndOfLine() {
   now_.MacroItem = nullptr;
 }
 
-void Scanner::NextAfterDirective() { GetComboTokenSkipEol(); }
+void Scanner::NextAfterDirective() {
+  GetComboTokenSkipEol();
+}
 
 void Scanner::ParsePound() {
   RawToken();

@@ -7,8 +7,8 @@ namespace vorc {
 
 namespace {
 
-constexpr TokenList kAssignments = {Tok::ASSIGN,   Tok::BITOR_EQ, Tok::BITAND_EQ, Tok::STAR_EQ,
-                                    Tok::SLASH_EQ, Tok::MINUS_EQ, Tok::PLUS_EQ,   Tok::DIV_EQ,
+constexpr TokenList kAssignments = {Tok::ASSIGN,   Tok::BITOR_EQ,     Tok::BITAND_EQ,    Tok::STAR_EQ,
+                                    Tok::SLASH_EQ, Tok::MINUS_EQ,     Tok::PLUS_EQ,      Tok::DIV_EQ,
                                     Tok::HAT_EQ,   Tok::LEFTSHIFT_EQ, Tok::RIGHTSHIFT_EQ};
 
 // What a `.` or `->` can follow that is no name.
@@ -64,8 +64,10 @@ EXPR_NODE* Parser::CreateNewExprNode(const ExprContext& context, Tok token) {
 EXPR_NODE* Parser::Append(const ExprContext& context, ExprChain* chain, Tok token) {
   EXPR_NODE* node = CreateNewExprNode(context, token);
   node->Prev = chain->Last;
-  if (chain->Last == nullptr) chain->First = node;
-  else chain->Last->Next = node;
+  if (chain->Last == nullptr)
+    chain->First = node;
+  else
+    chain->Last->Next = node;
   chain->Last = node;
   return node;
 }
@@ -130,7 +132,8 @@ bool Parser::AssignmentExpression(const ExprContext& context, ExprChain* chain) 
   if (At(Tok::QUESTION_MARK)) return ParseQuestionMark(context, chain);
   if (!scan_.TokenIn(kAssignments)) return true;
   const Tok op = Token();
-  for (EXPR_NODE* node = chain->Last; node != nullptr && !node->IsLvalue; node = node->Prev) node->IsLvalue = true;
+  for (EXPR_NODE* node = chain->Last; node != nullptr && !node->IsLvalue; node = node->Prev)
+    node->IsLvalue = true;
   Next();
   if (!AssignmentExpression(context, chain)) return false;
   AddOperator(context, chain, op);
@@ -187,7 +190,8 @@ bool Parser::BitAnd_Star(const ExprContext& context, ExprChain* chain) {
   for (; At(Tok::STAR); ++stars) Next();
   if (!CFactor(context, chain)) return false;
   const bool object = chain->Last != nullptr && kMayBeObject.Has(chain->Last->Token);
-  if (object && (At(Tok::POINTER) || At(Tok::DOT)) && !ParseMemberChain(context, chain, nullptr)) return false;
+  if (object && (At(Tok::POINTER) || At(Tok::DOT)) && !ParseMemberChain(context, chain, nullptr))
+    return false;
   if (At(Tok::PLUS_PLUS) || At(Tok::MINUS_MINUS)) {
     AddOperator(context, chain, At(Tok::PLUS_PLUS) ? Tok::POST_PLUS_PLUS : Tok::POST_MINUS_MINUS);
     Next();
@@ -202,7 +206,10 @@ bool Parser::CFactor(const ExprContext& context, ExprChain* chain) {
     case Tok::IDENTIFIER:
     case Tok::this_: return ParseComplexIdentifier(context, chain);
     case Tok::NUMBER:
-      AddNumber(context, chain, Tok::NUMBER, scan_.Word() == "true" ? "1" : scan_.Word() == "false" ? "0" : scan_.Word());
+      AddNumber(context, chain, Tok::NUMBER,
+                scan_.Word() == "true"    ? "1"
+                : scan_.Word() == "false" ? "0"
+                                          : scan_.Word());
       break;
     case Tok::HEXNUMBER: AddNumber(context, chain, Tok::HEXNUMBER, scan_.Word()); break;
     case Tok::REAL_NUMBER: AddRealNumber(context, chain); break;
@@ -279,12 +286,14 @@ bool Parser::ParseComplexIdentifier(const ExprContext& context, ExprChain* chain
     EXPR_NODE* node = Append(context, chain, Tok::this_);
     node->name = scan_.WordName();
     node->Literal = "this";
-    if (context.proc != nullptr && context.proc->OwnerClass != nullptr) node->Symbol = context.proc->OwnerClass->This;
+    if (context.proc != nullptr && context.proc->OwnerClass != nullptr)
+      node->Symbol = context.proc->OwnerClass->This;
     Next();
     return At(Tok::DOT) || At(Tok::POINTER) ? ParseMemberChain(context, chain, node) : true;
   }
   Name* name = scan_.WordName();
-  const ConflictResult found = FindFactorIdentifier(slot_, context.proc, context.statement, context.block, name);
+  const ConflictResult found =
+      FindFactorIdentifier(slot_, context.proc, context.statement, context.block, name);
   Next();
   if (At(Tok::LPAREN)) return ParseCallBehindName(context, chain, name, found);
   if (found.Kind == BindingKind::kEnumElement) {
@@ -361,7 +370,8 @@ bool Parser::ParseMemberChain(const ExprContext& context, ExprChain* chain, EXPR
   while (At(Tok::DOT) || At(Tok::POINTER)) {
     const Tok op = Token();
     if (left->Symbol != nullptr && left->Symbol->ImplicitExtern) {
-      return Fail(58, Format("Left side of '%s' must be a struct or class or union.", op == Tok::DOT ? "." : "->"));
+      return Fail(
+          58, Format("Left side of '%s' must be a struct or class or union.", op == Tok::DOT ? "." : "->"));
     }
     Next();
     if (scan_.WordName() == nullptr) return Fail(58, Format("Unexpected '%s'", scan_.ClipTok().c_str()));
@@ -425,7 +435,8 @@ bool Parser::ParseDollarFactor(const ExprContext& context, ExprChain* chain) {
   if (!slot_.IsScript()) return Fail(0, "'$var' is only available in MORV (-morv) mode.");
   const long line = scan_.LineNumber();
   Next();
-  if (scan_.WordName() == nullptr || scan_.LineNumber() != line) return Fail(0, "Missing variable name after '$'.");
+  if (scan_.WordName() == nullptr || scan_.LineNumber() != line)
+    return Fail(0, "Missing variable name after '$'.");
   if (!scan_.Touching()) return Fail(0, "No space allowed between '$' and the variable name.");
   SYM_REC* symbol = FindOrCreateDollar(context, scan_.WordName());
   Next();

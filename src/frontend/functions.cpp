@@ -26,8 +26,8 @@ bool SameReturnType(const FUNCPROTO_REC* a, const FUNCPROTO_REC* b) {
 
 }  // namespace
 
-bool Parser::ParseFunctionDeclarator(const Scope& scope, const Declarator& declarator, const FunctionTraits& traits,
-                                     bool* function_body) {
+bool Parser::ParseFunctionDeclarator(const Scope& scope, const Declarator& declarator,
+                                     const FunctionTraits& traits, bool* function_body) {
   if (scope.is_typedef) {
     FUNCPROTO_REC* proto = InsertFuncName(slot_, nullptr, declarator.name, declarator.type);
     return ParseProcedureArgs(proto, scope) && DeclareTypedef(scope, declarator, proto);
@@ -67,7 +67,8 @@ bool Parser::ParseBasicProcedure(const Scope& scope, FUNCPROTO_REC* proto, bool*
     const auto saved = scan_.SaveToken();
     const int depth = scan_.IncludeDepth();
     Peek();
-    const bool body = At(Tok::LSECONDBRACKET) && scan_.IncludeDepth() == depth && scope.kind == Scope::Kind::kMain;
+    const bool body =
+        At(Tok::LSECONDBRACKET) && scan_.IncludeDepth() == depth && scope.kind == Scope::Kind::kMain;
     scan_.RestoreToken(saved);
     if (body) slot_.Error(22, Format("Definition of '%s' ends with ';'", proto->name->c_str()));
   }
@@ -218,7 +219,8 @@ bool Parser::InsertArgument(FUNCPROTO_REC* proto, const Scope& scope) {
   return true;
 }
 
-void Parser::DeclareArgument(FUNCPROTO_REC* proto, const Declarator& declarator, FUNCPROTO_REC* function_pointer) {
+void Parser::DeclareArgument(FUNCPROTO_REC* proto, const Declarator& declarator,
+                             FUNCPROTO_REC* function_pointer) {
   if (!declarator.name->Text.empty() &&
       FindBasicTypeConflictGlobal(slot_, &proto->ParametersHeader, declarator.name)) {
     slot_.Error(0, Format("Duplicate parameter declaration '%s'", declarator.name->c_str()));
@@ -244,8 +246,8 @@ bool Parser::ParseFunctionSubroutineNamed(SYMBOLS_HEADER* header) {
   const std::string text(TokenName(word));
   Next();
   if (!AtName()) {
-    slot_.Error(0, Format("Missing %s name after '%s' - expected '%s name(param1,param2,...) { ... }'.", text.c_str(),
-                          text.c_str(), text.c_str()));
+    slot_.Error(0, Format("Missing %s name after '%s' - expected '%s name(param1,param2,...) { ... }'.",
+                          text.c_str(), text.c_str(), text.c_str()));
     SkipToSemicolon();
     return false;
   }

@@ -41,7 +41,8 @@ void InitializerWalk::Fail(const INITIALIZER* element, const char* format) {
 
 int64_t InitializerWalk::RowSize(const SYM_REC* symbol, int dimension) const {
   int64_t size = GetObjectSize(slot_, symbol);
-  for (int i = dimension + 1; i < symbol->Shape.DimensionCount; ++i) size = SizeProduct(size, symbol->Shape.Dimensions[i]);
+  for (int i = dimension + 1; i < symbol->Shape.DimensionCount; ++i)
+    size = SizeProduct(size, symbol->Shape.Dimensions[i]);
   return size;
 }
 
@@ -55,7 +56,8 @@ int64_t InitializerWalk::Run(const SYM_REC* symbol) {
       return static_cast<int64_t>(std::string_view(element->Expression->Literal).size()) + 1;
     }
     const INITIALIZER* at = element->List.First;
-    const bool one_text = symbol->Shape.DimensionCount == 1 && at != nullptr && at->Next == nullptr && IsText(at) && IsCharType(symbol);
+    const bool one_text = symbol->Shape.DimensionCount == 1 && at != nullptr && at->Next == nullptr &&
+                          IsText(at) && IsCharType(symbol);
     if (one_text) {
       visit_({symbol, 0, kNoEnd, at});
       return static_cast<int64_t>(std::string_view(at->Expression->Literal).size()) + 1;
@@ -72,7 +74,8 @@ void InitializerWalk::FillElement(const SYM_REC* symbol, int64_t offset, const I
   if (IsStruct(symbol)) return FillStruct(symbol->Struct, offset, at);
   if (IsList(element)) {
     const INITIALIZER* inner = element->List.First;
-    if (inner != nullptr && (inner->Next != nullptr || IsList(inner))) return Fail(element, "incorrect initializer {");
+    if (inner != nullptr && (inner->Next != nullptr || IsList(inner)))
+      return Fail(element, "incorrect initializer {");
     if (inner != nullptr) visit_({symbol, offset, 0, inner});
   } else {
     visit_({symbol, offset, 0, element});
@@ -80,7 +83,8 @@ void InitializerWalk::FillElement(const SYM_REC* symbol, int64_t offset, const I
   *at = element->Next;
 }
 
-void InitializerWalk::FillArray(const SYM_REC* symbol, int dimension, int64_t offset, const INITIALIZER** at) {
+void InitializerWalk::FillArray(const SYM_REC* symbol, int dimension, int64_t offset,
+                                const INITIALIZER** at) {
   const INITIALIZER* element = *at;
   const bool last = dimension + 1 == symbol->Shape.DimensionCount;
   if (last && IsCharType(symbol)) {
@@ -105,7 +109,8 @@ void InitializerWalk::FillArray(const SYM_REC* symbol, int dimension, int64_t of
   *at = element->Next;
 }
 
-int64_t InitializerWalk::FillRows(const SYM_REC* symbol, int dimension, int64_t offset, const INITIALIZER** at) {
+int64_t InitializerWalk::FillRows(const SYM_REC* symbol, int dimension, int64_t offset,
+                                  const INITIALIZER** at) {
   const int64_t declared = symbol->Shape.Dimensions[dimension];
   const int64_t rows = declared > 0 ? declared : kNoEnd;
   const int64_t size = RowSize(symbol, dimension);

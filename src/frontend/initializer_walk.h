@@ -9,9 +9,9 @@ namespace vorc {
 
 /// One value of an initializer and the place in the variable that it fills.
 struct InitializerLeaf {
-  const SYM_REC* symbol = nullptr;     ///< gives the type: the variable, or a member of its struct
-  int64_t offset = 0;                  ///< bytes from the start of the variable
-  int64_t text_room = 0;               ///< elements of a char array that a text fills, else 0
+  const SYM_REC* symbol = nullptr;  ///< gives the type: the variable, or a member of its struct
+  int64_t offset = 0;               ///< bytes from the start of the variable
+  int64_t text_room = 0;            ///< elements of a char array that a text fills, else 0
   const INITIALIZER* element = nullptr;
 };
 

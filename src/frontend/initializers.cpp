@@ -13,11 +13,16 @@ struct InitializerForm {
   InitializerKind kind;
 };
 constexpr InitializerForm kForms[] = {
-    {Tok::IDENTIFIER, INITIALIZER_TYPE_SYMBOL_ADDRESS}, {Tok::HEXNUMBER, INITIALIZER_TYPE_SYMBOL_ADDRESS},
-    {Tok::NUMBER, INITIALIZER_TYPE_NUMBER},             {Tok::PLUS, INITIALIZER_TYPE_PLUS},
-    {Tok::MINUS, INITIALIZER_TYPE_MINUS},               {Tok::LPAREN, INITIALIZER_TYPE_LPAREN},
-    {Tok::STRING, INITIALIZER_TYPE_STRING},             {Tok::BITAND, INITIALIZER_TYPE_BITAND},
-    {Tok::sizeof_, INITIALIZER_TYPE_SIZEOF},            {Tok::SINGLEQUOTE, INITIALIZER_TYPE_SINGLEQUOTE},
+    {Tok::IDENTIFIER, INITIALIZER_TYPE_SYMBOL_ADDRESS},
+    {Tok::HEXNUMBER, INITIALIZER_TYPE_SYMBOL_ADDRESS},
+    {Tok::NUMBER, INITIALIZER_TYPE_NUMBER},
+    {Tok::PLUS, INITIALIZER_TYPE_PLUS},
+    {Tok::MINUS, INITIALIZER_TYPE_MINUS},
+    {Tok::LPAREN, INITIALIZER_TYPE_LPAREN},
+    {Tok::STRING, INITIALIZER_TYPE_STRING},
+    {Tok::BITAND, INITIALIZER_TYPE_BITAND},
+    {Tok::sizeof_, INITIALIZER_TYPE_SIZEOF},
+    {Tok::SINGLEQUOTE, INITIALIZER_TYPE_SINGLEQUOTE},
     {Tok::REAL_NUMBER, INITIALIZER_TYPE_REALNUMBER},
 };
 
@@ -28,7 +33,9 @@ InitializerKind KindOf(Tok token) {
   return INITIALIZER_TYPE_NULL;
 }
 
-bool IsText(const SYM_REC* symbol) { return symbol->ValueType == Tok::char_ || symbol->ValueType == Tok::UCHAR; }
+bool IsText(const SYM_REC* symbol) {
+  return symbol->ValueType == Tok::char_ || symbol->ValueType == Tok::UCHAR;
+}
 
 }  // namespace
 
@@ -42,8 +49,10 @@ INITIALIZER* Parser::InsertNewIntilizerElement(InitializerList* list, Initialize
   INITIALIZER* element = slot_.New(slot_.InitializerElements, "initial values");
   element->InitializerType = kind;
   element->Line = scan_.LineNumber();
-  if (list->Last == nullptr) list->First = element;
-  else list->Last->Next = element;
+  if (list->Last == nullptr)
+    list->First = element;
+  else
+    list->Last->Next = element;
   list->Last = element;
   ++list->Count;
   return element;
@@ -61,7 +70,8 @@ bool Parser::InitializeBasicType(SYM_REC* symbol, const ExprContext& context) {
     return Fail(0, "'{' required while initializating struct, union or class variables");
   }
   if (list) {
-    INITIALIZER* element = InsertNewIntilizerElement(&symbol->Initializer, INITIALIZER_TYPE_ANOTHER_INTIALIZER_LIST);
+    INITIALIZER* element =
+        InsertNewIntilizerElement(&symbol->Initializer, INITIALIZER_TYPE_ANOTHER_INTIALIZER_LIST);
     Next();
     if (!ParseInitilizerList(&element->List, context)) return false;
   } else {
@@ -120,7 +130,8 @@ bool Parser::VerifyInitilizers(SYM_REC* symbol, const ExprContext& context) {
   bool constant = true;
   const auto check = [&](const InitializerLeaf& leaf) {
     ConstantValue value;
-    constant = constant && (!context.constant || EvalConstantExpression(slot_, leaf.element->Expression, &value));
+    constant =
+        constant && (!context.constant || EvalConstantExpression(slot_, leaf.element->Expression, &value));
   };
   InitializerWalk walk(slot_, check);
   const int64_t rows = walk.Run(symbol);

@@ -13,9 +13,13 @@ constexpr int32_t kEnumSize = 4;
 constexpr int32_t kParameterPointerSize = 8;
 constexpr uint16_t kFrameless = STATIC_VAR | EXTERN_VAR | LABEL_VAR;
 
-int32_t Capped(int64_t size) { return static_cast<int32_t>(std::min(size, kLargestSize)); }
+int32_t Capped(int64_t size) {
+  return static_cast<int32_t>(std::min(size, kLargestSize));
+}
 
-bool IsMemberFunctionOrThis(const STRUCT_REC* record, const SYM_REC* member) { return member == record->This; }
+bool IsMemberFunctionOrThis(const STRUCT_REC* record, const SYM_REC* member) {
+  return member == record->This;
+}
 
 /// A run of bit fields that share storage units of one size.
 struct BitFieldRun {
@@ -83,7 +87,8 @@ int32_t GetTypeSize(C_SLOT& slot, const TypeSpec& type) {
     for (int i = 0; i < record->Shape.DimensionCount; ++i) {
       elements = std::min(elements * record->Shape.Dimensions[i], kLargestSize);
     }
-    if (record->PointerDepth > 0 || record->Function != nullptr) return Capped(elements * slot.Target.ADDRSIZE / 8);
+    if (record->PointerDepth > 0 || record->Function != nullptr)
+      return Capped(elements * slot.Target.ADDRSIZE / 8);
     if (elements != 1) return Capped(elements * GetTypeSize(slot, *record));
     at = record;
   }
@@ -144,7 +149,8 @@ bool ContainsStruct(const STRUCT_REC* record, const STRUCT_REC* part) {
   }
   for (const SYM_REC* member : record->MembersHeader.Symbols) {
     if (IsMemberFunctionOrThis(record, member) || member->Struct == nullptr) continue;
-    if (member->TotalDepth == 0 && !member->IsFunctionPointer && ContainsStruct(member->Struct, part)) return true;
+    if (member->TotalDepth == 0 && !member->IsFunctionPointer && ContainsStruct(member->Struct, part))
+      return true;
   }
   return false;
 }

@@ -57,7 +57,8 @@ void Scanner::DeliverItem(const DEFINE_ITEM* item) {
   }
 }
 
-bool Scanner::PushMacroFrame(const DEFINE_REC* define, DEFINE_ITEM* first, const DEFINE_ITEM* const* arguments) {
+bool Scanner::PushMacroFrame(const DEFINE_REC* define, DEFINE_ITEM* first,
+                             const DEFINE_ITEM* const* arguments) {
   const int depth = now_.Macro == nullptr ? 0 : now_.Macro->Depth + 1;
   if (depth > kDeepestExpansion) return false;
   void* memory = slot_.Texts.Allocate(sizeof(MacroFrame), alignof(MacroFrame));
@@ -204,8 +205,10 @@ bool Scanner::ParseFormalParameters(DEFINE_REC* define) {
     return false;
   }
   if (now_.Token == Tok::RPAREN) return true;
-  if (now_.Token == Tok::ENDOFSTRING) slot_.Error(61, "Missing ')' in macro formal parameter declaration.");
-  else slot_.Error(60, "Error in macro formal parameter declaration.");
+  if (now_.Token == Tok::ENDOFSTRING)
+    slot_.Error(61, "Missing ')' in macro formal parameter declaration.");
+  else
+    slot_.Error(60, "Error in macro formal parameter declaration.");
   return false;
 }
 
@@ -232,8 +235,10 @@ void Scanner::ParseReplacement(DEFINE_REC* define) {
 
 void Scanner::ParseUndef() {
   RawToken();
-  if (now_.WordName == nullptr) slot_.Error(0, "Syntax error followed by '#undef' statement.");
-  else now_.WordName->Define = nullptr;
+  if (now_.WordName == nullptr)
+    slot_.Error(0, "Syntax error followed by '#undef' statement.");
+  else
+    now_.WordName->Define = nullptr;
   SkipToEndOfLine();
   NextAfterDirective();
 }

@@ -117,10 +117,13 @@ bool Parser::ParseFriendClass(const Scope& members, STRUCT_REC* record) {
 
 bool Parser::ParseMemberPrefix(FunctionTraits* traits) {
   while (scan_.TokenIn(kPrefixes)) {
-    bool* flag = At(Tok::friend_) ? &traits->is_friend : At(Tok::virtual_) ? &traits->is_virtual : &traits->is_inline;
+    bool* flag = At(Tok::friend_)    ? &traits->is_friend
+                 : At(Tok::virtual_) ? &traits->is_virtual
+                                     : &traits->is_inline;
     if (*flag) slot_.Error(0, Format("Keyword '%s' has already been used.", scan_.WordText().c_str()));
     *flag = true;
-    if (traits->is_friend && traits->is_virtual) slot_.Error(0, "Virtual function cannot be a friend function");
+    if (traits->is_friend && traits->is_virtual)
+      slot_.Error(0, "Virtual function cannot be a friend function");
     Next();
   }
   return true;
@@ -152,8 +155,10 @@ bool Parser::ParseConstructorOrDestructor(const Scope& members, STRUCT_REC* reco
   } else if (!destructor && first != nullptr && (first->TotalDepth > 0 || first->Shape.DimensionCount > 0)) {
     slot_.Error(0, "Error in constructor function declaration. Must be void type");
   }
-  if (known != nullptr) DeleteFuncPrototype(proto);
-  else known = proto;
+  if (known != nullptr)
+    DeleteFuncPrototype(proto);
+  else
+    known = proto;
   if (At(Tok::LSECONDBRACKET)) return ParseProcedureBody(proto);
   return Expect(Tok::SEMICOLON, 48, "Missing ';'.");
 }
@@ -164,11 +169,13 @@ bool Parser::ParseOperatorName(Declarator* declarator, const FunctionTraits& tra
   const Tok op = Token();
   if (!OverloadableOperators.Has(op)) {
     return Fail(0, Format(traits.is_friend ? "Invalid friend function for operator '%s'"
-                                           : "Invalid function for operator '%s'", scan_.ClipTok().c_str()));
+                                           : "Invalid function for operator '%s'",
+                          scan_.ClipTok().c_str()));
   }
   std::string name = "operator" + std::string(TokenName(op));
   Next();
-  if (op == Tok::LBRACKET && !Expect(Tok::RBRACKET, 0, "Missing ']' in operator[] declaration.")) return false;
+  if (op == Tok::LBRACKET && !Expect(Tok::RBRACKET, 0, "Missing ']' in operator[] declaration."))
+    return false;
   if (op == Tok::LPAREN && !Expect(Tok::RPAREN, 0, "Missing ')' in operator() declaration.")) return false;
   if ((op == Tok::new_ || op == Tok::delete_) && Accept(Tok::LBRACKET)) {
     if (!Expect(Tok::RBRACKET, 0, "Missing ']' in operator new[]/delete[] declaration.")) return false;
@@ -198,8 +205,8 @@ bool Parser::ParsePureOrBody(const Scope& scope, FUNCPROTO_REC* proto, bool* fun
   }
   const bool defining = At(Tok::LSECONDBRACKET);
   for (const FUNCPROTO_REC* other : scope.header->Functions) {
-    const bool repeats = other != proto && other->name == proto->name && other->IsVirtual && proto->IsVirtual &&
-                         !other->PrototypeOnly && CompareParams(other, proto) == 0;
+    const bool repeats = other != proto && other->name == proto->name && other->IsVirtual &&
+                         proto->IsVirtual && !other->PrototypeOnly && CompareParams(other, proto) == 0;
     if (repeats) slot_.Error(0, Format("Duplicate declaration of virtual function '%s'", name));
   }
   proto = SettleOverload(scope.header, proto, defining);
@@ -228,7 +235,8 @@ void Parser::InsertFriendOf(FUNCPROTO_REC* proto, STRUCT_REC* record) {
 bool Parser::ParseMemberFunctionDefinitions(const Scope&, Declarator* declarator, bool* function_body) {
   Next();
   if (!At(Tok::COLON) || !scan_.Touching()) {
-    return Fail(0, Format("Bit field not supported in the declaration of type '%s'", TypeText(declarator->type).c_str()));
+    return Fail(0, Format("Bit field not supported in the declaration of type '%s'",
+                          TypeText(declarator->type).c_str()));
   }
   Next();
   const ConflictResult found = FindBasicTypeConflictGlobal(slot_, &slot_.Globals, declarator->name);
@@ -241,13 +249,15 @@ bool Parser::ParseMemberFunctionDefinitions(const Scope&, Declarator* declarator
   if (At(Tok::operator_)) {
     if (!ParseOperatorName(declarator, {})) return false;
   } else {
-    if (scan_.WordName() == nullptr) return Fail(0, Format("'%s' is not a member of %s.", scan_.ClipTok().c_str(), class_name));
+    if (scan_.WordName() == nullptr)
+      return Fail(0, Format("'%s' is not a member of %s.", scan_.ClipTok().c_str(), class_name));
     declarator->name = scan_.WordName();
     Next();
   }
   if (destructor) {
     if (declarator->name != record->name) {
-      return Fail(0, Format("'%s' is not a valid destructor for class or struct '%s'.", declarator->name->c_str(), class_name));
+      return Fail(0, Format("'%s' is not a valid destructor for class or struct '%s'.",
+                            declarator->name->c_str(), class_name));
     }
     declarator->name = slot_.Names.Intern(std::string("~").append(record->name->Text));
   }

@@ -24,7 +24,7 @@ NameTable::NameTable() : slots_(kFirstNameCapacity) {
 
 Name* NameTable::Intern(std::string_view text) {
   const size_t mask = slots_.size() - 1;
-  size_t i = std::hash<std::string_view>{}(text) & mask;
+  size_t i = std::hash<std::string_view>{}(text)&mask;
   while (slots_[i] != nullptr) {
     if (slots_[i]->Text == text) return slots_[i];
     i = (i + 1) & mask;

@@ -27,7 +27,9 @@ bool Parser::Accept(Tok token) {
   return true;
 }
 
-bool Parser::Expect(Tok token, long code, const char* text) { return Accept(token) || Fail(code, text); }
+bool Parser::Expect(Tok token, long code, const char* text) {
+  return Accept(token) || Fail(code, text);
+}
 
 bool Parser::Fail(long code, const std::string& text) {
   slot_.Error(code, text);
@@ -35,8 +37,8 @@ bool Parser::Fail(long code, const std::string& text) {
 }
 
 bool Parser::AtDeclaredName() const {
-  return Token() == Tok::IDENTIFIER || (scan_.WordName() != nullptr && scan_.TokenIn(SizeNamedTypeList) &&
-                                        scan_.Word() != "long");
+  return Token() == Tok::IDENTIFIER ||
+         (scan_.WordName() != nullptr && scan_.TokenIn(SizeNamedTypeList) && scan_.Word() != "long");
 }
 
 Parser::Scope Parser::MainScope() {
@@ -66,7 +68,8 @@ bool Parser::ParseCsyntax() {
     const long line = scan_.LineNumber();
     const int depth = scan_.IncludeDepth();
     ParseTopLevelItem();
-    const bool moved = scan_.Position() != position || scan_.LineNumber() != line || scan_.IncludeDepth() != depth;
+    const bool moved =
+        scan_.Position() != position || scan_.LineNumber() != line || scan_.IncludeDepth() != depth;
     if (!moved && !At(Tok::END_OF_FILE)) Next();
   }
   scan_.ExaminePreProcessorStack();
@@ -104,8 +107,10 @@ void Parser::ParseTopLevelItem() {
     case Tok::rtlbegin: SkipRtlBlock(); return;
     default: break;
   }
-  if (AtTypeStart(MainScope())) ParseDeclaration(MainScope());
-  else ParseTopLevelOther();
+  if (AtTypeStart(MainScope()))
+    ParseDeclaration(MainScope());
+  else
+    ParseTopLevelOther();
 }
 
 void Parser::ParseTopLevelIdentifier() {
@@ -144,8 +149,9 @@ void Parser::ParseTopLevelDollar() {
   } else if (!scan_.Touching()) {
     slot_.Error(0, "No space allowed between '$' and the variable name.");
   } else {
-    slot_.Error(0, "A '$var' statement must be inside a function - put it in main(). (The 'IOBJECT $name{...};' "
-                   "declaration itself is fine out here.)");
+    slot_.Error(0,
+                "A '$var' statement must be inside a function - put it in main(). (The 'IOBJECT $name{...};' "
+                "declaration itself is fine out here.)");
   }
   SkipToSemicolon();
 }

@@ -41,13 +41,13 @@ class Parser {
 
     Kind kind = Kind::kMain;
     bool is_typedef = false;
-    bool by_name = false;             ///< a script's declaration that a type's name opened
+    bool by_name = false;  ///< a script's declaration that a type's name opened
     SYMBOLS_HEADER* header = nullptr;
     FUNCPROTO_REC* proc = nullptr;
     CODE_BLOCK* block = nullptr;
     StatementList* statements = nullptr;
     STRUCT_REC* owner = nullptr;
-    SYMBOLS_HEADER* tags = nullptr;   ///< where tags go that a struct's body declares
+    SYMBOLS_HEADER* tags = nullptr;  ///< where tags go that a struct's body declares
 
     SYMBOLS_HEADER* TagHeader() const { return tags != nullptr ? tags : header; }
     bool InFunction() const { return proc != nullptr && kind != Kind::kStruct; }
@@ -58,7 +58,7 @@ class Parser {
     FUNCPROTO_REC* proc = nullptr;
     STATEMENT_BLOCK* statement = nullptr;
     CODE_BLOCK* block = nullptr;
-    bool constant = false;   ///< an initial value or a dimension: evaluated while parsing
+    bool constant = false;  ///< an initial value or a dimension: evaluated while parsing
   };
 
   /// One declarator while it is read.
@@ -66,7 +66,7 @@ class Parser {
     TypeSpec type;
     Name* name = nullptr;
     std::vector<int64_t> dimensions;
-    bool function_body = false;   ///< it was a function with its body: no `;` follows
+    bool function_body = false;  ///< it was a function with its body: no `;` follows
     bool function_pointer = false;
   };
 
@@ -175,7 +175,8 @@ class Parser {
   bool ParseOperatorName(Declarator* declarator, const FunctionTraits& traits);
   bool ParsePureOrBody(const Scope& scope, FUNCPROTO_REC* proto, bool* function_body);
   bool ParseMemberFunctionDefinitions(const Scope& scope, Declarator* declarator, bool* function_body);
-  bool DefineMemberFunction(STRUCT_REC* record, const Declarator& declarator, bool destructor, bool* function_body);
+  bool DefineMemberFunction(STRUCT_REC* record, const Declarator& declarator, bool destructor,
+                            bool* function_body);
   bool ParseFriend(FUNCPROTO_REC* proto, STRUCT_REC* record, bool* function_body);
   bool ParseAccessWord(STRUCT_REC* record, bool* seen);
   void ResolveVirtualReference(STRUCT_REC* record);
@@ -255,7 +256,8 @@ class Parser {
   bool ParseIndices(const ExprContext& context, EXPR_NODE* node);
   bool ParseMemberChain(const ExprContext& context, ExprChain* chain, EXPR_NODE* owner);
   bool ParseFunctionCall(const ExprContext& context, EXPR_NODE* call);
-  bool ParseCallBehindName(const ExprContext& context, ExprChain* chain, Name* name, const ConflictResult& found);
+  bool ParseCallBehindName(const ExprContext& context, ExprChain* chain, Name* name,
+                           const ConflictResult& found);
   bool ParseCppNewCall(const ExprContext& context, ExprChain* chain);
   bool ParseFullExpression(const ExprContext& context, EXPR_NODE** head);
   SYM_REC* InsertUndeclared(Name* name);
@@ -279,7 +281,7 @@ class Parser {
   C_SLOT& slot_;
   Scanner& scan_;
   int depth_ = 0;
-  bool struct_defined_ = false;   ///< the last struct that was named had its body behind it
+  bool struct_defined_ = false;  ///< the last struct that was named had its body behind it
 };
 
 }  // namespace vorc

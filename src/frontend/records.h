@@ -30,16 +30,16 @@ struct TYPEDEF_REC;
 struct Name {
   std::string_view Text;
   uint32_t Id = 0;
-  Tok Reserved = Tok::NOTOKEN;    ///< token of a reserved word
-  bool IsTypedef = false;         ///< a global typedef took this word
-  DEFINE_REC* Define = nullptr;   ///< the live macro of this name
+  Tok Reserved = Tok::NOTOKEN;   ///< token of a reserved word
+  bool IsTypedef = false;        ///< a global typedef took this word
+  DEFINE_REC* Define = nullptr;  ///< the live macro of this name
 
   const char* c_str() const { return Text.data(); }
 };
 
 /// A type as a declaration spells it.
 struct TypeSpec {
-  Tok BasicType = Tok::NOTOKEN;   ///< IDENTIFIER for a typedef name
+  Tok BasicType = Tok::NOTOKEN;  ///< IDENTIFIER for a typedef name
   uint16_t StorageType = NO_SPECIAL_STORAGE_TYPE;
   int16_t PointerDepth = 0;
   TYPEDEF_REC* Typedef = nullptr;
@@ -65,8 +65,8 @@ struct SYMBOLS_HEADER {
   List<DECL_SEQ> DeclSequence;
   List<TYPEDEF_REC> Typedefs;
   ParentDataStructure ParentDataStructureType = PARENT_DATA_STRUCTURE_NULL;
-  uint32_t Id = 0;                ///< number in the name index, 0 while nothing is declared
-  void* Parent = nullptr;         ///< the embedding record
+  uint32_t Id = 0;         ///< number in the name index, 0 while nothing is declared
+  void* Parent = nullptr;  ///< the embedding record
 };
 
 /// Array shape of a declaration.
@@ -88,7 +88,7 @@ struct INITIALIZER {
   InitializerKind InitializerType = INITIALIZER_TYPE_NULL;
   int64_t Line = 0;
   EXPR_NODE* Expression = nullptr;
-  InitializerList List;           ///< the elements of a nested `{ }`
+  InitializerList List;  ///< the elements of a nested `{ }`
   INITIALIZER* Next = nullptr;
 };
 
@@ -97,24 +97,24 @@ struct SYM_REC : TypeSpec {
   Name* name = nullptr;
   MemberKind MemberType = MEMBER_TYPE_NONE;
   bool IsFunctionPointer = false;
-  bool ImplicitExtern = false;    ///< inserted because it was undeclared at its first use
-  bool OnlyCalled = false;        ///< undeclared, and so far only called
+  bool ImplicitExtern = false;  ///< inserted because it was undeclared at its first use
+  bool OnlyCalled = false;      ///< undeclared, and so far only called
   bool IsParameter = false;
-  bool IsLocal = false;           ///< lives in the frame of a function
+  bool IsLocal = false;  ///< lives in the frame of a function
   bool IsLabel = false;
   bool HasInitializer = false;
-  Tok ValueType = Tok::NOTOKEN;   ///< basic type with typedefs resolved
-  int16_t TotalDepth = 0;         ///< pointer levels, those of the typedef included
+  Tok ValueType = Tok::NOTOKEN;  ///< basic type with typedefs resolved
+  int16_t TotalDepth = 0;        ///< pointer levels, those of the typedef included
   ArrayShape Shape;
   int32_t BitFieldWidth = 0;
   int32_t BitFieldOffset = 0;
-  int32_t MemberOffset = 0;       ///< bytes from the start of the owner's own members
-  int32_t FrameOffset = 0;        ///< bytes from the frame base: upward for a parameter, else downward
+  int32_t MemberOffset = 0;  ///< bytes from the start of the owner's own members
+  int32_t FrameOffset = 0;   ///< bytes from the frame base: upward for a parameter, else downward
   int32_t Line = 0;
-  char* InterpreterData = nullptr;   ///< storage of a global or static in a script
-  char* TextBuffer = nullptr;        ///< a typeless variable's own copy of its text
+  char* InterpreterData = nullptr;  ///< storage of a global or static in a script
+  char* TextBuffer = nullptr;       ///< a typeless variable's own copy of its text
   uint32_t TextCapacity = 0;
-  Tok CurrentType = Tok::NOTOKEN;    ///< what a typeless variable holds now
+  Tok CurrentType = Tok::NOTOKEN;  ///< what a typeless variable holds now
   STRUCT_REC* OwnerStruct = nullptr;
   FUNCPROTO_REC* FunctionPointer = nullptr;  ///< signature behind a function pointer
   InitializerList Initializer;
@@ -146,8 +146,8 @@ struct PARENT_NODE {
 struct STRUCT_REC {
   int64_t Index = -1;
   Name* name = nullptr;
-  int32_t StructSize = 0;         ///< bytes of the own members; bases come in front of them
-  int32_t ParentSize = 0;         ///< bytes of all bases
+  int32_t StructSize = 0;  ///< bytes of the own members; bases come in front of them
+  int32_t ParentSize = 0;  ///< bytes of all bases
   bool LayoutDone = false;
   bool IsForwardDeclared = false;
   Tok DeclType = Tok::struct_;
@@ -161,7 +161,7 @@ struct STRUCT_REC {
   SYM_REC* This = nullptr;
   FUNCPROTO_REC* Constructor = nullptr;
   FUNCPROTO_REC* Destructor = nullptr;
-  STRUCT_REC* DerivedFrom = nullptr;   ///< the first struct that inherits from this one
+  STRUCT_REC* DerivedFrom = nullptr;  ///< the first struct that inherits from this one
   STRUCT_REC* OwnerStruct = nullptr;
   STRUCT_REC* Next = nullptr;
 };
@@ -184,18 +184,18 @@ struct FUNCPROTO_REC {
   int64_t Index = -1;
   Name* name = nullptr;
   bool IsMain = false;
-  bool PrototypeOnly = false;     ///< superseded: lookups pass it over
+  bool PrototypeOnly = false;  ///< superseded: lookups pass it over
   bool IsConstructor = false;
   bool IsDestructor = false;
   bool IsVirtual = false;
   bool PureVirtual = false;
   bool IsInline = false;
   bool IsConst = false;
-  bool IsOverload = false;        ///< not the first function of its name
+  bool IsOverload = false;  ///< not the first function of its name
   MemberKind MemberType = MEMBER_TYPE_NONE;
-  bool HasVarArgs = false;        ///< the parameter list ends in "..."
-  Tok DefinedBy = Tok::NOTOKEN;   ///< `function` or `subroutine`, when the dialect's word was used
-  int64_t ParameterCount = 0;     ///< an empty list counts 0, `(void)` counts 1
+  bool HasVarArgs = false;       ///< the parameter list ends in "..."
+  Tok DefinedBy = Tok::NOTOKEN;  ///< `function` or `subroutine`, when the dialect's word was used
+  int64_t ParameterCount = 0;    ///< an empty list counts 0, `(void)` counts 1
   TypeSpec ReturnType;
   FuncRetKind ReturnKind = FUNC_RETTYPE_NULL;
   SYMBOLS_HEADER ParametersHeader;
@@ -216,15 +216,15 @@ struct StatementList {
 struct PROC_TABLE {
   int64_t Index = -1;
   Name* name = nullptr;
-  int32_t Line = 0;               ///< line of the opening brace
+  int32_t Line = 0;  ///< line of the opening brace
   int32_t EndLine = 0;
   SYMBOLS_HEADER LocalsHeader;
   StatementList Statements;
   FUNCPROTO_REC* Owner = nullptr;
-  List<CODE_BLOCK> Blocks;        ///< every block of the body, in source order
+  List<CODE_BLOCK> Blocks;  ///< every block of the body, in source order
   int32_t FrameSize = 0;
-  int32_t LocalSize = -1;         ///< bytes of all locals, -1 until laid out
-  int32_t ArgSize = -1;           ///< bytes of all parameters, -1 until laid out
+  int32_t LocalSize = -1;  ///< bytes of all locals, -1 until laid out
+  int32_t ArgSize = -1;    ///< bytes of all parameters, -1 until laid out
 };
 
 struct CODE_BLOCK {
@@ -233,28 +233,28 @@ struct CODE_BLOCK {
   StatementList Statements;
   STATEMENT_BLOCK* ParentStatement = nullptr;
   int32_t Line = 0;
-  bool IsForClause = false;       ///< holds what the first clause of a `for` declares
+  bool IsForClause = false;  ///< holds what the first clause of a `for` declares
   FUNCPROTO_REC* OwnerFunction = nullptr;
-  CODE_BLOCK* Next = nullptr;     ///< next block of the same function
+  CODE_BLOCK* Next = nullptr;  ///< next block of the same function
 };
 
 struct STATEMENT_BLOCK {
   int64_t Index = -1;
   StatementKind StatementType = STATEMENT_TYPE_PLAIN;
-  uint8_t ExecState = 0;          ///< left by the interpreter: 1 break, 2 exit, 3 return, 4 continue
+  uint8_t ExecState = 0;  ///< left by the interpreter: 1 break, 2 exit, 3 return, 4 continue
   bool IsDelete = false;
   bool IsDeleteArray = false;
   const char* DerivedName = nullptr;
-  SYM_REC* Symbol = nullptr;      ///< the label of a label statement
+  SYM_REC* Symbol = nullptr;  ///< the label of a label statement
   Name* GotoLabel = nullptr;
   EXPR_NODE* Expression = nullptr;
-  int64_t CaseValue = 0;          ///< folded value of a case label
+  int64_t CaseValue = 0;  ///< folded value of a case label
   StatementList ChildStatements;
   CODE_BLOCK* Block = nullptr;
   CODE_BLOCK* ParentCodeBlock = nullptr;
   STATEMENT_BLOCK* ParentStatement = nullptr;  ///< of a derived statement
   FUNCPROTO_REC* OwnerFunction = nullptr;
-  STATEMENT_BLOCK* ForScope = nullptr;         ///< first clause whose names are visible here
+  STATEMENT_BLOCK* ForScope = nullptr;  ///< first clause whose names are visible here
   int32_t Line = 0;
   int32_t EndLine = 0;
   STATEMENT_BLOCK* Next = nullptr;
@@ -282,9 +282,9 @@ struct EXPR_NODE {
   bool IsLvalue = false;
   bool NewObject = false;
   bool NewArray = false;
-  bool IsMember = false;          ///< a name behind `.` or `->`
-  bool IsObject = false;          ///< stands in front of `.` or `->`
-  bool HasCall = false;           ///< a call behind this name
+  bool IsMember = false;  ///< a name behind `.` or `->`
+  bool IsObject = false;  ///< stands in front of `.` or `->`
+  bool HasCall = false;   ///< a call behind this name
   int16_t StarRefCount = 0;
   const char* Literal = nullptr;
   Name* name = nullptr;
@@ -296,7 +296,7 @@ struct EXPR_NODE {
   union {
     CAST* Cast = nullptr;
     STRUCT_REC* NewClass;
-    SYM_REC* OwnerObject;         ///< of a member: the variable on its left
+    SYM_REC* OwnerObject;  ///< of a member: the variable on its left
   };
   union {
     EXPR_NODE* Arguments = nullptr;
@@ -316,7 +316,7 @@ struct EXPR_NODE {
   FUNCPROTO_REC* OwnerFunction = nullptr;
   EXPR_NODE* Prev = nullptr;
   EXPR_NODE* Next = nullptr;
-  void* Decoded = nullptr;        ///< the interpreter's form of the chain that starts here
+  void* Decoded = nullptr;  ///< the interpreter's form of the chain that starts here
 };
 
 /// One token of a macro's replacement or of an actual argument.

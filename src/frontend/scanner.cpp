@@ -29,11 +29,21 @@ constexpr std::array<CharClass, 256> MakeCharClasses() {
 
 constexpr std::array<CharClass, 256> kCharClasses = MakeCharClasses();
 
-CharClass ClassOf(char c) { return kCharClasses[static_cast<unsigned char>(c)]; }
-bool IsDigit(char c) { return ClassOf(c) == kDigit; }
-bool IsBlank(char c) { return c == ' ' || c == '\t'; }
-bool IsHexDigit(char c) { return IsDigit(c) || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F'); }
-bool EndsLine(char c) { return c == '\n' || c == '\0' || c == '\r'; }
+CharClass ClassOf(char c) {
+  return kCharClasses[static_cast<unsigned char>(c)];
+}
+bool IsDigit(char c) {
+  return ClassOf(c) == kDigit;
+}
+bool IsBlank(char c) {
+  return c == ' ' || c == '\t';
+}
+bool IsHexDigit(char c) {
+  return IsDigit(c) || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
+}
+bool EndsLine(char c) {
+  return c == '\n' || c == '\0' || c == '\r';
+}
 
 bool IsWordCharacter(char c) {
   const CharClass kind = ClassOf(c);
@@ -47,24 +57,57 @@ struct Operator {
 
 // Longer spellings stand before their own beginnings.
 constexpr Operator kOperators[] = {
-    {"<<=", Tok::LEFTSHIFT_EQ}, {">>=", Tok::RIGHTSHIFT_EQ},
-    {"!=", Tok::NE},         {"%=", Tok::DIV_EQ},      {"&&", Tok::AND},
-    {"&=", Tok::BITAND_EQ},  {"*/", Tok::BLOCKCOMMENTEND}, {"*=", Tok::STAR_EQ},
-    {"++", Tok::PLUS_PLUS},  {"+=", Tok::PLUS_EQ},     {"->", Tok::POINTER},
-    {"--", Tok::MINUS_MINUS}, {"-=", Tok::MINUS_EQ},   {"//", Tok::SINGLELINECOMMENT},
-    {"/*", Tok::BLOCKCOMMENTBEGIN}, {"/=", Tok::SLASH_EQ}, {"<=", Tok::LE},
-    {"<<", Tok::LEFTSHIFT},  {"==", Tok::EQ},          {">=", Tok::GE},
-    {">>", Tok::RIGHTSHIFT}, {"^=", Tok::HAT_EQ},      {"||", Tok::OR},
+    {"<<=", Tok::LEFTSHIFT_EQ},
+    {">>=", Tok::RIGHTSHIFT_EQ},
+    {"!=", Tok::NE},
+    {"%=", Tok::DIV_EQ},
+    {"&&", Tok::AND},
+    {"&=", Tok::BITAND_EQ},
+    {"*/", Tok::BLOCKCOMMENTEND},
+    {"*=", Tok::STAR_EQ},
+    {"++", Tok::PLUS_PLUS},
+    {"+=", Tok::PLUS_EQ},
+    {"->", Tok::POINTER},
+    {"--", Tok::MINUS_MINUS},
+    {"-=", Tok::MINUS_EQ},
+    {"//", Tok::SINGLELINECOMMENT},
+    {"/*", Tok::BLOCKCOMMENTBEGIN},
+    {"/=", Tok::SLASH_EQ},
+    {"<=", Tok::LE},
+    {"<<", Tok::LEFTSHIFT},
+    {"==", Tok::EQ},
+    {">=", Tok::GE},
+    {">>", Tok::RIGHTSHIFT},
+    {"^=", Tok::HAT_EQ},
+    {"||", Tok::OR},
     {"|=", Tok::BITOR_EQ},
-    {"!", Tok::NOT},         {"#", Tok::POUND},        {"$", Tok::dollar},
-    {"%", Tok::MOD},         {"&", Tok::BITAND},       {"'", Tok::SINGLEQUOTE},
-    {"(", Tok::LPAREN},      {")", Tok::RPAREN},       {"*", Tok::STAR},
-    {"+", Tok::PLUS},        {",", Tok::COMMA},        {"-", Tok::MINUS},
-    {".", Tok::DOT},         {"/", Tok::SLASH},        {":", Tok::COLON},
-    {";", Tok::SEMICOLON},   {"<", Tok::LT},           {"=", Tok::ASSIGN},
-    {">", Tok::GT},          {"?", Tok::QUESTION_MARK}, {"[", Tok::LBRACKET},
-    {"\\", Tok::BACKSLASH},  {"]", Tok::RBRACKET},     {"^", Tok::XOR},
-    {"{", Tok::LSECONDBRACKET}, {"|", Tok::BITOR},     {"}", Tok::RSECONDBRACKET},
+    {"!", Tok::NOT},
+    {"#", Tok::POUND},
+    {"$", Tok::dollar},
+    {"%", Tok::MOD},
+    {"&", Tok::BITAND},
+    {"'", Tok::SINGLEQUOTE},
+    {"(", Tok::LPAREN},
+    {")", Tok::RPAREN},
+    {"*", Tok::STAR},
+    {"+", Tok::PLUS},
+    {",", Tok::COMMA},
+    {"-", Tok::MINUS},
+    {".", Tok::DOT},
+    {"/", Tok::SLASH},
+    {":", Tok::COLON},
+    {";", Tok::SEMICOLON},
+    {"<", Tok::LT},
+    {"=", Tok::ASSIGN},
+    {">", Tok::GT},
+    {"?", Tok::QUESTION_MARK},
+    {"[", Tok::LBRACKET},
+    {"\\", Tok::BACKSLASH},
+    {"]", Tok::RBRACKET},
+    {"^", Tok::XOR},
+    {"{", Tok::LSECONDBRACKET},
+    {"|", Tok::BITOR},
+    {"}", Tok::RSECONDBRACKET},
     {"~", Tok::TILDA},
 };
 
@@ -81,8 +124,8 @@ struct NamedEscape {
   char value;
 };
 constexpr NamedEscape kStringEscapes[] = {{'0', '\0'}, {'n', '\n'}, {'r', '\r'}, {'t', '\t'}};
-constexpr NamedEscape kCharacterEscapes[] = {{'a', 7},  {'b', 8},  {'f', 12}, {'n', 10},
-                                             {'r', 13}, {'t', 9},  {'v', 11}, {'\\', 92},
+constexpr NamedEscape kCharacterEscapes[] = {{'a', 7},   {'b', 8},  {'f', 12}, {'n', 10},
+                                             {'r', 13},  {'t', 9},  {'v', 11}, {'\\', 92},
                                              {'\'', 39}, {'"', 34}, {'?', 63}};
 
 constexpr int64_t kNoCharacter = -1;
@@ -132,7 +175,8 @@ void Scanner::ScanWord() {
   now_.BehindDollar = slot_.IsScript() && start > now_.Frame->Source->Text.data() && start[-1] == '$';
   SetToken(Tok::IDENTIFIER, start, end);
   if (now_.Word.size() > kLongestName) {
-    slot_.Error(0, Format("Name is longer than %d characters: '%.40s...'", static_cast<int>(kLongestName), start));
+    slot_.Error(
+        0, Format("Name is longer than %d characters: '%.40s...'", static_cast<int>(kLongestName), start));
     now_.Token = Tok::NOTOKEN;
     return;
   }
@@ -288,7 +332,8 @@ int64_t Scanner::ParseSingleQuote() {
     const std::string_view word = ScanQuotedWord();
     value = static_cast<unsigned char>(word[0]);
     if (word.size() > 1) {
-      slot_.Error(64, Format("Invalid identifier '%s' followed by ''", Clip(std::string(word), kLongestShownToken, "").c_str()));
+      slot_.Error(64, Format("Invalid identifier '%s' followed by ''",
+                             Clip(std::string(word), kLongestShownToken, "").c_str()));
       value = kNoCharacter;
     }
   }
@@ -326,9 +371,11 @@ int64_t Scanner::ScanEscape() {
     }
     if (word[0] != 'x') return kNoCharacter;
     ScanBlanks();
-    return now_.Cursor < now_.LineEnd ? std::strtol(std::string(ScanQuotedWord()).c_str(), nullptr, 16) : kNoCharacter;
+    return now_.Cursor < now_.LineEnd ? std::strtol(std::string(ScanQuotedWord()).c_str(), nullptr, 16)
+                                      : kNoCharacter;
   }
-  slot_.Error(64, Format("Invalid identifier '%s' followed by ''", Clip(word, kLongestShownToken, "").c_str()));
+  slot_.Error(64,
+              Format("Invalid identifier '%s' followed by ''", Clip(word, kLongestShownToken, "").c_str()));
   return kNoCharacter;
 }
 

@@ -120,7 +120,7 @@ class Scanner {
   struct MacroFrame {
     MacroFrame* Parent = nullptr;
     DEFINE_ITEM* ParentItem = nullptr;
-    const DEFINE_REC* Define = nullptr;      ///< null for an argument's tokens
+    const DEFINE_REC* Define = nullptr;  ///< null for an argument's tokens
     const DEFINE_ITEM* const* Arguments = nullptr;
     int Depth = 0;
   };
@@ -191,7 +191,7 @@ class Scanner {
   std::deque<SourceText> sources_;
   std::deque<SourceText> buffers_;
   std::deque<FileFrame> frames_;
-  size_t macro_tokens_ = 0;   ///< tokens delivered by macros since the last one from a file
+  size_t macro_tokens_ = 0;  ///< tokens delivered by macros since the last one from a file
   int opened_files_ = 0;
   bool joining_long_ = false;
 };

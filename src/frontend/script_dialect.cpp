@@ -31,7 +31,9 @@ void Parser::CreateMorvMain() {
   AttachProcBody(slot_, slot_.MorvFuncProto);
 }
 
-Parser::Scope Parser::MorvScope() { return ProcScope(slot_.MorvFuncProto); }
+Parser::Scope Parser::MorvScope() {
+  return ProcScope(slot_.MorvFuncProto);
+}
 
 bool Parser::RunMorvStatement(STATEMENT_BLOCK* statement) {
   if (slot_.Display.ErrorCount == 0) slot_.Services->RunStatement(statement);
@@ -85,8 +87,10 @@ SYM_REC* Parser::FindOrCreateDollar(const ExprContext& context, Name* word) {
   type.BasicType = Tok::dollar;
   type.StorageType = DOLLAR_VAR;
   SYMBOLS_HEADER* header = &slot_.Globals;
-  if (context.block != nullptr) header = &context.block->LocalsHeader;
-  else if (context.proc != nullptr && context.proc->ProcBody != nullptr) header = &context.proc->ProcBody->LocalsHeader;
+  if (context.block != nullptr)
+    header = &context.block->LocalsHeader;
+  else if (context.proc != nullptr && context.proc->ProcBody != nullptr)
+    header = &context.proc->ProcBody->LocalsHeader;
   SYM_REC* symbol = InsertVarName(slot_, header, name, type, false);
   if (header == &slot_.Globals) slot_.Services->AllocateData(symbol);
   return symbol;
@@ -121,8 +125,10 @@ bool Parser::PROC_ParseIObjectDecl(const Scope& scope) {
   Name* name = scan_.WordName();
   Next();
   if (!At(Tok::LSECONDBRACKET)) return fail("Missing '{' in 'IOBJECT' declaration.");
-  if (slot_.Structs.full()) return fail("Could not create the type for this 'IOBJECT' declaration (out of struct records).");
-  if (slot_.SymbolRecords.full()) return fail("Could not declare this 'IOBJECT' instance (out of symbol records).");
+  if (slot_.Structs.full())
+    return fail("Could not create the type for this 'IOBJECT' declaration (out of struct records).");
+  if (slot_.SymbolRecords.full())
+    return fail("Could not declare this 'IOBJECT' instance (out of symbol records).");
 
   Name* tag = slot_.Names.Intern(std::string("__iobject_type_").append(name->Text));
   STRUCT_REC* record = InsertNewStruct(slot_, scope.header, tag, Tok::struct_, 0);
@@ -162,7 +168,8 @@ bool Parser::ParseIObjectMembers(STRUCT_REC* record) {
         }
         break;
       default:
-        slot_.Error(0, "Inside an IOBJECT, expected a member-variable list, a 'function' definition, or '}'.");
+        slot_.Error(0,
+                    "Inside an IOBJECT, expected a member-variable list, a 'function' definition, or '}'.");
         Next();
     }
   }

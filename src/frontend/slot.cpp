@@ -8,7 +8,9 @@ void C_SLOT::ErrorAt(long line, long code, std::string_view text) {
   if (!Stopped) Display.DisplayError(Place.File, line, code, text);
 }
 
-void C_SLOT::Warning(std::string_view text) { WarningAt(Place.Line, text); }
+void C_SLOT::Warning(std::string_view text) {
+  WarningAt(Place.Line, text);
+}
 
 void C_SLOT::WarningAt(long line, std::string_view text) {
   if (!Stopped) Display.DisplayWarning(Place.File, line, 0, text);

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <cstdio>
 #include <cstdint>
+#include <cstdio>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -44,7 +44,7 @@ struct TargetOptions {
   int DebugSymbols = 0;
   bool PicMode = false;
   int OptimizationLevel = 0;
-  bool ScriptInterpretor = false;     ///< the dialect is accepted, and statements run
+  bool ScriptInterpretor = false;  ///< the dialect is accepted, and statements run
   std::vector<std::string> IncludePaths;
 };
 
@@ -99,7 +99,7 @@ struct C_SLOT {
   SYMBOLS_HEADER Globals;
   FUNCPROTO_REC* MorvFuncProto = nullptr;
   ParseServices* Services = nullptr;
-  bool Stopped = false;                   ///< an error ended the compilation: nothing more is read
+  bool Stopped = false;  ///< an error ended the compilation: nothing more is read
 
   /// A new record. A full table stops the compilation with one error; the record is then a spare.
   template <typename T>

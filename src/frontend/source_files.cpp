@@ -97,7 +97,8 @@ bool Scanner::OpenSourceCodeFile(const std::string& name) {
   if (source == nullptr) source = LoadFile(name);
   if (source == nullptr) return false;
   PushFile(source);
-  slot_.Display.DisplayPrintf(name, 0, Format("Compiling: %s ,fp=%x", name.c_str(), static_cast<unsigned>(++opened_files_)));
+  slot_.Display.DisplayPrintf(
+      name, 0, Format("Compiling: %s ,fp=%x", name.c_str(), static_cast<unsigned>(++opened_files_)));
   ReadLine();
   GetComboTokenSkipEol();
   return true;
@@ -159,7 +160,9 @@ void Scanner::UpdatePlace() {
   slot_.Place.Line = now_.LineNumber;
 }
 
-int Scanner::IncludeDepth() const { return now_.Frame == nullptr ? 0 : now_.Frame->Depth; }
+int Scanner::IncludeDepth() const {
+  return now_.Frame == nullptr ? 0 : now_.Frame->Depth;
+}
 
 void Scanner::ReportOpenIfs(FileFrame* frame) {
   if (frame->Ifs.empty() || frame->Reported) return;
@@ -238,8 +241,9 @@ bool Scanner::OpenIncludeFile(const std::string& name) {
   }
   if (source == nullptr) return false;
   PushFile(source);
-  slot_.Display.DisplayPrintf(source->Name, 0, Format("Compiling: %s ,fp=%x", source->Name.c_str(),
-                                                      static_cast<unsigned>(++opened_files_)));
+  slot_.Display.DisplayPrintf(
+      source->Name, 0,
+      Format("Compiling: %s ,fp=%x", source->Name.c_str(), static_cast<unsigned>(++opened_files_)));
   ReadLine();
   return true;
 }

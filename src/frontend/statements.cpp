@@ -10,17 +10,21 @@ struct StatementWord {
   StatementKind kind;
 };
 constexpr StatementWord kControlWords[] = {
-    {Tok::if_, STATEMENT_TYPE_IF},         {Tok::while_, STATEMENT_TYPE_WHILE},
-    {Tok::do_, STATEMENT_TYPE_DO},         {Tok::for_, STATEMENT_TYPE_FOR},
-    {Tok::switch_, STATEMENT_TYPE_SWITCH}, {Tok::goto_, STATEMENT_TYPE_GOTO},
-    {Tok::return_, STATEMENT_TYPE_RETURN}, {Tok::break_, STATEMENT_TYPE_BREAK},
+    {Tok::if_, STATEMENT_TYPE_IF},
+    {Tok::while_, STATEMENT_TYPE_WHILE},
+    {Tok::do_, STATEMENT_TYPE_DO},
+    {Tok::for_, STATEMENT_TYPE_FOR},
+    {Tok::switch_, STATEMENT_TYPE_SWITCH},
+    {Tok::goto_, STATEMENT_TYPE_GOTO},
+    {Tok::return_, STATEMENT_TYPE_RETURN},
+    {Tok::break_, STATEMENT_TYPE_BREAK},
     {Tok::continue_, STATEMENT_TYPE_CONTINUE},
 };
 
-constexpr TokenList kExpressionStart = {Tok::STAR,  Tok::LPAREN, Tok::PLUS_PLUS, Tok::MINUS_MINUS,
-                                        Tok::this_, Tok::BITAND, Tok::NOT,       Tok::TILDA,
-                                        Tok::MINUS, Tok::NUMBER, Tok::STRING,    Tok::SINGLEQUOTE,
-                                        Tok::HEXNUMBER, Tok::REAL_NUMBER, Tok::sizeof_, Tok::new_};
+constexpr TokenList kExpressionStart = {Tok::STAR,      Tok::LPAREN,      Tok::PLUS_PLUS, Tok::MINUS_MINUS,
+                                        Tok::this_,     Tok::BITAND,      Tok::NOT,       Tok::TILDA,
+                                        Tok::MINUS,     Tok::NUMBER,      Tok::STRING,    Tok::SINGLEQUOTE,
+                                        Tok::HEXNUMBER, Tok::REAL_NUMBER, Tok::sizeof_,   Tok::new_};
 
 }  // namespace
 
@@ -92,7 +96,8 @@ bool Parser::ParseBodyIdentifier(const Scope& scope) {
   if (AtTypeStart(scope)) {
     const auto saved = scan_.SaveToken();
     Peek();
-    const bool declares = scan_.TokenIn(ValidVarList) || At(Tok::BITAND) || scan_.TokenIn(StorageList) || AtDeclaredName();
+    const bool declares =
+        scan_.TokenIn(ValidVarList) || At(Tok::BITAND) || scan_.TokenIn(StorageList) || AtDeclaredName();
     if (!declares) return Fail(45, Format("Invalid variable name: '%s'", scan_.ClipTok().c_str()));
     scan_.RestoreToken(saved);
     return ParseDeclaration(scope);
@@ -176,7 +181,8 @@ bool Parser::ParseArm(STATEMENT_BLOCK* arm, const char* misuse, long code) {
     if (!ParseStatementOfType(arm)) return false;
     const bool in_loop = arm->ParentStatement->StatementType != STATEMENT_TYPE_IF;
     // A script takes the first of two equal cases.
-    if (word.kind == STATEMENT_TYPE_SWITCH && in_loop && !slot_.IsScript()) CheckSwitchStatementDulicateCaseValues(arm);
+    if (word.kind == STATEMENT_TYPE_SWITCH && in_loop && !slot_.IsScript())
+      CheckSwitchStatementDulicateCaseValues(arm);
     return true;
   }
   Scope scope;

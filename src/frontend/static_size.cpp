@@ -11,9 +11,10 @@ namespace vorc {
 
 namespace {
 
-constexpr TokenList kBinary = {Tok::OR,   Tok::AND,    Tok::LT,    Tok::GT,  Tok::NE,        Tok::LE,   Tok::GE,
-                               Tok::EQ,   Tok::BITAND, Tok::BITOR, Tok::XOR, Tok::LEFTSHIFT, Tok::RIGHTSHIFT,
-                               Tok::PLUS, Tok::MINUS,  Tok::STAR,  Tok::SLASH, Tok::DIV,     Tok::MOD};
+constexpr TokenList kBinary = {Tok::OR,   Tok::AND,       Tok::LT,         Tok::GT,     Tok::NE,
+                               Tok::LE,   Tok::GE,        Tok::EQ,         Tok::BITAND, Tok::BITOR,
+                               Tok::XOR,  Tok::LEFTSHIFT, Tok::RIGHTSHIFT, Tok::PLUS,   Tok::MINUS,
+                               Tok::STAR, Tok::SLASH,     Tok::DIV,        Tok::MOD};
 constexpr int64_t kIntSize = 4;
 constexpr int64_t kDoubleSize = 8;
 
@@ -22,7 +23,7 @@ struct Operand {
   const SYM_REC* symbol = nullptr;
   int used_dimensions = 0;
   int used_pointers = 0;
-  int64_t plain_size = 0;   ///< where no variable stands behind the operand
+  int64_t plain_size = 0;  ///< where no variable stands behind the operand
 
   void Dereference(int levels) {
     const int dimensions = symbol == nullptr ? 0 : symbol->Shape.DimensionCount - used_dimensions;
@@ -34,7 +35,8 @@ struct Operand {
 
 int CountIndices(const EXPR_NODE* node) {
   int count = 0;
-  for (const EXPR_NODE* index = node->IndexExpression; index != nullptr; index = index->NextDimension) ++count;
+  for (const EXPR_NODE* index = node->IndexExpression; index != nullptr; index = index->NextDimension)
+    ++count;
   return count;
 }
 
@@ -131,12 +133,15 @@ int64_t Sizer::SizeOf(const Operand& operand) {
   } else if (operand.used_pointers == 0) {
     size = GetObjectSize(slot_, symbol);
   }
-  for (int i = operand.used_dimensions; i < symbol->Shape.DimensionCount; ++i) size = SizeProduct(size, symbol->Shape.Dimensions[i]);
+  for (int i = operand.used_dimensions; i < symbol->Shape.DimensionCount; ++i)
+    size = SizeProduct(size, symbol->Shape.Dimensions[i]);
   return size;
 }
 
 }  // namespace
 
-int64_t StaticSize(C_SLOT& slot, const EXPR_NODE* head) { return Sizer(slot).Run(head); }
+int64_t StaticSize(C_SLOT& slot, const EXPR_NODE* head) {
+  return Sizer(slot).Run(head);
+}
 
 }  // namespace vorc

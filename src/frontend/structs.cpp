@@ -39,7 +39,8 @@ bool Parser::ParseStructDecl(const Scope& scope, TypeSpec* type) {
       if (type->Struct == nullptr && At(Tok::SEMICOLON) && NonProcNameConflict(found)) {
         return Fail(0, Format("Duplicate definition of symbol '%s'", tag->c_str()));
       }
-      if (type->Struct == nullptr) type->Struct = InsertNewStruct(slot_, scope.TagHeader(), tag, kind, type->StorageType);
+      if (type->Struct == nullptr)
+        type->Struct = InsertNewStruct(slot_, scope.TagHeader(), tag, kind, type->StorageType);
       type->BasicType = type->Struct->DeclType;
       return true;
     }
@@ -114,8 +115,10 @@ void Parser::Inherit(STRUCT_REC* base, STRUCT_REC* derived, InheritanceKind acce
     for (const PARENT_NODE* other : derived->Parents) {
       const MemberResult clash = FindStructMember(slot_, other->Struct, name);
       if (!clash) continue;
-      slot_.Error(0, Format("Inheritance of '%s' from base class/struct '%s' is ambiguous as it is also declared in "
-                            "base class/struct '%s'", name->c_str(), base->name->c_str(), other->Struct->name->c_str()));
+      slot_.Error(
+          0, Format("Inheritance of '%s' from base class/struct '%s' is ambiguous as it is also declared in "
+                    "base class/struct '%s'",
+                    name->c_str(), base->name->c_str(), other->Struct->name->c_str()));
     }
   };
   const auto check_all = [&](const auto& self, const STRUCT_REC* record) -> void {
@@ -154,8 +157,10 @@ const FUNCPROTO_REC* Parser::FindPureVirtual(STRUCT_REC* record) {
 void Parser::ResolveVirtualReference(STRUCT_REC* record) {
   const FUNCPROTO_REC* pure = FindPureVirtual(record);
   if (pure == nullptr || pure->OwnerClass == record) return;
-  slot_.Error(22, Format("cannot instantiate from abstract class '%s', because pure virtual function '%s' not defined",
-                         record->name->c_str(), pure->name->c_str()));
+  slot_.Error(
+      22,
+      Format("cannot instantiate from abstract class '%s', because pure virtual function '%s' not defined",
+             record->name->c_str(), pure->name->c_str()));
 }
 
 // True, and reported, if a variable of this type cannot exist.
@@ -163,8 +168,10 @@ bool Parser::DisplayPureVirtualVarError(const TypeSpec& type) {
   if (type.Struct == nullptr || type.PointerDepth > 0 || type.Typedef != nullptr) return false;
   const FUNCPROTO_REC* pure = FindPureVirtual(type.Struct);
   if (pure == nullptr) return false;
-  slot_.Error(22, Format("cannot instantiate from abstract class '%s', because pure virtual function '%s' not defined",
-                         type.Struct->name->c_str(), pure->name->c_str()));
+  slot_.Error(
+      22,
+      Format("cannot instantiate from abstract class '%s', because pure virtual function '%s' not defined",
+             type.Struct->name->c_str(), pure->name->c_str()));
   return true;
 }
 

@@ -17,7 +17,8 @@ void InsertDeclSequence(C_SLOT& slot, SYMBOLS_HEADER* header, DeclKind kind, voi
 }
 
 bool SkippedFunction(const Binding* binding) {
-  return binding->Kind == BindingKind::kFunction && static_cast<FUNCPROTO_REC*>(binding->Record)->PrototypeOnly;
+  return binding->Kind == BindingKind::kFunction &&
+         static_cast<FUNCPROTO_REC*>(binding->Record)->PrototypeOnly;
 }
 
 // The order in which kinds hide each other. A name that a call made up gives way to anything real.
@@ -60,7 +61,8 @@ TypedefKind TypedefKindOf(const TypeSpec& type) {
 
 }  // namespace
 
-SYM_REC* InsertVarName(C_SLOT& slot, SYMBOLS_HEADER* header, Name* name, const TypeSpec& type, bool is_parameter) {
+SYM_REC* InsertVarName(C_SLOT& slot, SYMBOLS_HEADER* header, Name* name, const TypeSpec& type,
+                       bool is_parameter) {
   SYM_REC* symbol = slot.New(slot.SymbolRecords, "variables");
   static_cast<TypeSpec&>(*symbol) = type;
   symbol->name = name;
@@ -131,7 +133,8 @@ ENUM_REC* CreateEnumRecord(C_SLOT& slot, SYMBOLS_HEADER* header, Name* name) {
   return record;
 }
 
-ENUM_ELEMENT* InsertEnumItem(C_SLOT& slot, SYMBOLS_HEADER* header, ENUM_REC* owner, Name* name, int64_t value) {
+ENUM_ELEMENT* InsertEnumItem(C_SLOT& slot, SYMBOLS_HEADER* header, ENUM_REC* owner, Name* name,
+                             int64_t value) {
   ENUM_ELEMENT* element = slot.New(slot.EnumElements, "enum elements");
   element->name = name;
   element->Value = value;
@@ -163,13 +166,16 @@ CODE_BLOCK* NewCodeBlock(C_SLOT& slot, FUNCPROTO_REC* proto, STATEMENT_BLOCK* st
   return block;
 }
 
-STATEMENT_BLOCK* NewStatementBlock(C_SLOT& slot, FUNCPROTO_REC* proto, StatementList* list, CODE_BLOCK* block) {
+STATEMENT_BLOCK* NewStatementBlock(C_SLOT& slot, FUNCPROTO_REC* proto, StatementList* list,
+                                   CODE_BLOCK* block) {
   STATEMENT_BLOCK* statement = slot.New(slot.StatementBlocks, "statements");
   statement->OwnerFunction = proto;
   statement->ParentCodeBlock = block;
   statement->Line = static_cast<int32_t>(slot.Place.Line);
-  if (list->Last == nullptr) list->First = statement;
-  else list->Last->Next = statement;
+  if (list->Last == nullptr)
+    list->First = statement;
+  else
+    list->Last->Next = statement;
   list->Last = statement;
   return statement;
 }
@@ -203,7 +209,9 @@ void SettleType(C_SLOT& slot, SYM_REC* symbol) {
 namespace {
 
 // The typedef whose dimensions come behind those of a type: none behind a pointer.
-const TYPEDEF_REC* ShapedBy(const TypeSpec& type) { return type.PointerDepth == 0 ? type.Typedef : nullptr; }
+const TYPEDEF_REC* ShapedBy(const TypeSpec& type) {
+  return type.PointerDepth == 0 ? type.Typedef : nullptr;
+}
 
 }  // namespace
 
@@ -224,9 +232,12 @@ void SetShape(C_SLOT& slot, SYM_REC* symbol, const int64_t* dimensions, int coun
   symbol->Shape.UnsizedFirstDimension = all[0] == 0;
 }
 
-void DeleteFuncPrototype(FUNCPROTO_REC* proto) { proto->PrototypeOnly = true; }
+void DeleteFuncPrototype(FUNCPROTO_REC* proto) {
+  proto->PrototypeOnly = true;
+}
 
-ConflictResult FindBasicTypeConflictGlobal(const C_SLOT& slot, const SYMBOLS_HEADER* header, const Name* name) {
+ConflictResult FindBasicTypeConflictGlobal(const C_SLOT& slot, const SYMBOLS_HEADER* header,
+                                           const Name* name) {
   const Binding* best = nullptr;
   for (const Binding* at = slot.Index.Find(header, name); at != nullptr; at = at->Next) {
     if (SkippedFunction(at)) continue;
@@ -239,8 +250,9 @@ ConflictResult FindBasicTypeConflictGlobal(const C_SLOT& slot, const SYMBOLS_HEA
   return result;
 }
 
-ConflictResult FindLocalIdentifier(const C_SLOT& slot, const FUNCPROTO_REC* proto, const STATEMENT_BLOCK* statement,
-                                   const CODE_BLOCK* block, const Name* name) {
+ConflictResult FindLocalIdentifier(const C_SLOT& slot, const FUNCPROTO_REC* proto,
+                                   const STATEMENT_BLOCK* statement, const CODE_BLOCK* block,
+                                   const Name* name) {
   if (block == nullptr && statement != nullptr) block = statement->ParentCodeBlock;
   while (statement != nullptr || block != nullptr) {
     for (; statement != nullptr; statement = statement->ParentStatement) {
@@ -262,8 +274,9 @@ ConflictResult FindLocalIdentifier(const C_SLOT& slot, const FUNCPROTO_REC* prot
   return FindBasicTypeConflictGlobal(slot, &proto->ProcBody->LocalsHeader, name);
 }
 
-ConflictResult FindFactorIdentifier(const C_SLOT& slot, const FUNCPROTO_REC* proto, const STATEMENT_BLOCK* statement,
-                                    const CODE_BLOCK* block, const Name* name) {
+ConflictResult FindFactorIdentifier(const C_SLOT& slot, const FUNCPROTO_REC* proto,
+                                    const STATEMENT_BLOCK* statement, const CODE_BLOCK* block,
+                                    const Name* name) {
   if (auto hit = FindLocalIdentifier(slot, proto, statement, block, name)) return hit;
   if (proto != nullptr && proto->OwnerClass != nullptr) {
     const MemberResult member = FindStructMember(const_cast<C_SLOT&>(slot), proto->OwnerClass, name);
@@ -284,7 +297,8 @@ ConflictResult FindFactorIdentifier(const C_SLOT& slot, const FUNCPROTO_REC* pro
 
 FUNCPROTO_REC* FindFunction(const C_SLOT& slot, const SYMBOLS_HEADER* header, const Name* name) {
   for (const Binding* at = slot.Index.Find(header, name); at != nullptr; at = at->Next) {
-    if (at->Kind == BindingKind::kFunction && !SkippedFunction(at)) return static_cast<FUNCPROTO_REC*>(at->Record);
+    if (at->Kind == BindingKind::kFunction && !SkippedFunction(at))
+      return static_cast<FUNCPROTO_REC*>(at->Record);
   }
   return nullptr;
 }

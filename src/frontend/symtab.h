@@ -23,7 +23,9 @@ struct ConflictResult {
   TYPEDEF_REC* Typedef() const {
     return Kind == BindingKind::kTypedef ? static_cast<TYPEDEF_REC*>(Record) : nullptr;
   }
-  STRUCT_REC* Struct() const { return Kind == BindingKind::kStruct ? static_cast<STRUCT_REC*>(Record) : nullptr; }
+  STRUCT_REC* Struct() const {
+    return Kind == BindingKind::kStruct ? static_cast<STRUCT_REC*>(Record) : nullptr;
+  }
   ENUM_REC* Enum() const { return Kind == BindingKind::kEnum ? static_cast<ENUM_REC*>(Record) : nullptr; }
   bool IsType() const { return Typedef() != nullptr || Struct() != nullptr || Enum() != nullptr; }
 };
@@ -31,16 +33,19 @@ struct ConflictResult {
 // --- creators -------------------------------------------------------------------------------
 
 /// Declares a variable in a scope. Its array shape and storage follow once the declarator is read.
-SYM_REC* InsertVarName(C_SLOT& slot, SYMBOLS_HEADER* header, Name* name, const TypeSpec& type, bool is_parameter);
+SYM_REC* InsertVarName(C_SLOT& slot, SYMBOLS_HEADER* header, Name* name, const TypeSpec& type,
+                       bool is_parameter);
 FUNCPROTO_REC* InsertFuncName(C_SLOT& slot, SYMBOLS_HEADER* header, Name* name, const TypeSpec& return_type);
 STRUCT_REC* InsertNewStruct(C_SLOT& slot, SYMBOLS_HEADER* header, Name* name, Tok token, uint16_t storage);
 TYPEDEF_REC* CreateTypeDef(C_SLOT& slot, SYMBOLS_HEADER* header, Name* name, const TypeSpec& type);
 ENUM_REC* CreateEnumRecord(C_SLOT& slot, SYMBOLS_HEADER* header, Name* name);
-ENUM_ELEMENT* InsertEnumItem(C_SLOT& slot, SYMBOLS_HEADER* header, ENUM_REC* owner, Name* name, int64_t value);
+ENUM_ELEMENT* InsertEnumItem(C_SLOT& slot, SYMBOLS_HEADER* header, ENUM_REC* owner, Name* name,
+                             int64_t value);
 PROC_TABLE* AttachProcBody(C_SLOT& slot, FUNCPROTO_REC* proto);
 /// A block under `statement`, or directly in a function's body where that is null.
 CODE_BLOCK* NewCodeBlock(C_SLOT& slot, FUNCPROTO_REC* proto, STATEMENT_BLOCK* statement);
-STATEMENT_BLOCK* NewStatementBlock(C_SLOT& slot, FUNCPROTO_REC* proto, StatementList* list, CODE_BLOCK* block);
+STATEMENT_BLOCK* NewStatementBlock(C_SLOT& slot, FUNCPROTO_REC* proto, StatementList* list,
+                                   CODE_BLOCK* block);
 STATEMENT_BLOCK* NewDerivedStatementBlock(C_SLOT& slot, STATEMENT_BLOCK* parent, const char* name);
 /// Fills in what follows from a type: the resolved basic type, pointer levels and typedef'd arrays.
 void SettleType(C_SLOT& slot, SYM_REC* symbol);
@@ -52,13 +57,16 @@ void DeleteFuncPrototype(FUNCPROTO_REC* proto);
 // --- lookups --------------------------------------------------------------------------------
 
 /// The first declaration of a name in one scope: symbols, functions, typedefs, structs, enums.
-ConflictResult FindBasicTypeConflictGlobal(const C_SLOT& slot, const SYMBOLS_HEADER* header, const Name* name);
+ConflictResult FindBasicTypeConflictGlobal(const C_SLOT& slot, const SYMBOLS_HEADER* header,
+                                           const Name* name);
 /// A variable by its name, from a place in a function outward to the file level.
-ConflictResult FindFactorIdentifier(const C_SLOT& slot, const FUNCPROTO_REC* proto, const STATEMENT_BLOCK* statement,
-                                    const CODE_BLOCK* block, const Name* name);
+ConflictResult FindFactorIdentifier(const C_SLOT& slot, const FUNCPROTO_REC* proto,
+                                    const STATEMENT_BLOCK* statement, const CODE_BLOCK* block,
+                                    const Name* name);
 /// The same walk, from blocks to parameters and locals only.
-ConflictResult FindLocalIdentifier(const C_SLOT& slot, const FUNCPROTO_REC* proto, const STATEMENT_BLOCK* statement,
-                                   const CODE_BLOCK* block, const Name* name);
+ConflictResult FindLocalIdentifier(const C_SLOT& slot, const FUNCPROTO_REC* proto,
+                                   const STATEMENT_BLOCK* statement, const CODE_BLOCK* block,
+                                   const Name* name);
 /// The function of a name, superseded prototypes passed over.
 FUNCPROTO_REC* FindFunction(const C_SLOT& slot, const SYMBOLS_HEADER* header, const Name* name);
 FUNCPROTO_REC* FindProgramEntryLabel(const C_SLOT& slot);
@@ -72,7 +80,7 @@ struct MemberResult {
   FUNCPROTO_REC* Function = nullptr;
   STRUCT_REC* Owner = nullptr;
   int32_t BaseOffset = 0;
-  bool ParentsPrivate = false;    ///< hidden by a private base
+  bool ParentsPrivate = false;  ///< hidden by a private base
 
   explicit operator bool() const { return Symbol != nullptr || Function != nullptr; }
 };

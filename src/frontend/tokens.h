@@ -21,7 +21,9 @@ inline constexpr size_t kTokenCount = 168;
 /// The text of every token, by number.
 extern const std::array<std::string_view, kTokenCount> TokenString;
 
-inline std::string_view TokenName(Tok token) { return TokenString[static_cast<size_t>(token)]; }
+inline std::string_view TokenName(Tok token) {
+  return TokenString[static_cast<size_t>(token)];
+}
 
 /// A set of tokens, for tests and for error recovery.
 class TokenList {
@@ -48,7 +50,9 @@ class TokenList {
   std::array<uint64_t, 3> words_{};
 };
 
-inline bool TypeIn(Tok token, const TokenList& list) { return list.Has(token); }
+inline bool TypeIn(Tok token, const TokenList& list) {
+  return list.Has(token);
+}
 
 // Words that name a basic type by themselves.
 extern const TokenList BasicTypeList;

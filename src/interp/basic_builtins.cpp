@@ -15,8 +15,12 @@ namespace {
 
 constexpr size_t kQueryLimit = 1023;
 constexpr BuiltinBinding kBindings[] = {
-    {"printf", PrintfBuiltin},   {"malloc", MallocBuiltin},         {"iprint", IprintBuiltin},
-    {"ifprint", IfprintBuiltin}, {"isprint", IsprintBuiltin},       {"morv_concat", IsprintBuiltin},
+    {"printf", PrintfBuiltin},
+    {"malloc", MallocBuiltin},
+    {"iprint", IprintBuiltin},
+    {"ifprint", IfprintBuiltin},
+    {"isprint", IsprintBuiltin},
+    {"morv_concat", IsprintBuiltin},
     {"morv_getparam", MorvGetparamBuiltin},
 };
 
@@ -30,7 +34,8 @@ int HexDigit(char c) {
 std::string DecodeQueryValue(std::string_view value) {
   std::string text;
   for (size_t i = 0; i < value.size() && text.size() < kQueryLimit; ++i) {
-    if (value[i] == '%' && i + 2 < value.size() && HexDigit(value[i + 1]) >= 0 && HexDigit(value[i + 2]) >= 0) {
+    if (value[i] == '%' && i + 2 < value.size() && HexDigit(value[i + 1]) >= 0 &&
+        HexDigit(value[i + 2]) >= 0) {
       text += static_cast<char>(HexDigit(value[i + 1]) * 16 + HexDigit(value[i + 2]));
       i += 2;
     } else {
@@ -42,7 +47,9 @@ std::string DecodeQueryValue(std::string_view value) {
 
 }  // namespace
 
-std::span<const BuiltinBinding> BasicBuiltins() { return kBindings; }
+std::span<const BuiltinBinding> BasicBuiltins() {
+  return kBindings;
+}
 
 std::string MorvGetQueryParam(std::string_view query, std::string_view name) {
   if (name.empty()) return "";
@@ -93,7 +100,9 @@ void IfprintBuiltin(BuiltinCall& call) {
   if (path) MorvFileAppendLine(std::string(*path), RenderArguments(call, 1));
 }
 
-void IsprintBuiltin(BuiltinCall& call) { call.ReturnText(RenderArguments(call, 0), BuiltinCall::kNoLimit); }
+void IsprintBuiltin(BuiltinCall& call) {
+  call.ReturnText(RenderArguments(call, 0), BuiltinCall::kNoLimit);
+}
 
 void MorvGetparamBuiltin(BuiltinCall& call) {
   const auto name = call.Text(0);

@@ -14,10 +14,10 @@ struct BuiltinValue {
   enum class Kind : uint8_t { kNone, kInteger, kDouble, kText };
 
   Kind kind = Kind::kNone;
-  bool wide = false;            ///< the integer fills 64 bits
-  int64_t integer = 0;          ///< integer bits, or the bit pattern of the double
-  double real = 0.0;            ///< the double, when kind is kDouble
-  const char* text = nullptr;   ///< NUL-terminated, when kind is kText
+  bool wide = false;           ///< the integer fills 64 bits
+  int64_t integer = 0;         ///< integer bits, or the bit pattern of the double
+  double real = 0.0;           ///< the double, when kind is kDouble
+  const char* text = nullptr;  ///< NUL-terminated, when kind is kText
 };
 
 /// One call of a built-in: typed access to its arguments, and the place for its result.

@@ -88,7 +88,8 @@ void Interpreter::WarnCount(const FUNCPROTO_REC* function, int count, const EXPR
   const int64_t wanted = FirstIsVoid(function) ? 0 : function->ParameterCount;
   // One argument to `(void)` counts as none.
   if (FirstIsVoid(function) && function->ParameterCount == 1 && count == 1) return;
-  const bool fits = count == wanted || (count == 0 && wanted == 1) || (function->HasVarArgs && count >= wanted);
+  const bool fits =
+      count == wanted || (count == 0 && wanted == 1) || (function->HasVarArgs && count >= wanted);
   if (!fits) slot_.WarningAt(node->Line, "Argument count mismatch");
 }
 
@@ -97,7 +98,8 @@ bool Interpreter::UserCall(const Op& op, Entry* result) {
   const EXPR_NODE* node = op.node;
   FUNCPROTO_REC* function = op.function;
   if (function->PrototypeOnly) {
-    SYMBOLS_HEADER* header = function->OwnerClass != nullptr ? &function->OwnerClass->MembersHeader : &slot_.Globals;
+    SYMBOLS_HEADER* header =
+        function->OwnerClass != nullptr ? &function->OwnerClass->MembersHeader : &slot_.Globals;
     if (FUNCPROTO_REC* now = FindFunction(slot_, header, function->name)) function = now;
   }
   Entry* arguments = result + 1;
@@ -115,14 +117,15 @@ bool Interpreter::UserCall(const Op& op, Entry* result) {
   }
   if (function->OwnerClass != nullptr) {
     const STRUCT_REC* home = node->OwnerFunction == nullptr ? nullptr : node->OwnerFunction->OwnerClass;
-    const MemberResult member =
-        home == nullptr ? MemberResult() : FindStructMember(slot_, const_cast<STRUCT_REC*>(home), function->name);
-    return CallMember(function, frame_.this_base == nullptr ? nullptr : frame_.this_base + member.BaseOffset, node,
-                      op.argument_count, result);
+    const MemberResult member = home == nullptr
+                                    ? MemberResult()
+                                    : FindStructMember(slot_, const_cast<STRUCT_REC*>(home), function->name);
+    return CallMember(function, frame_.this_base == nullptr ? nullptr : frame_.this_base + member.BaseOffset,
+                      node, op.argument_count, result);
   }
   WarnCount(function, op.argument_count, node);
-  return CallFunction(function, arguments, op.argument_count, function->ParameterCount > 0 || function->HasVarArgs,
-                      node, result);
+  return CallFunction(function, arguments, op.argument_count,
+                      function->ParameterCount > 0 || function->HasVarArgs, node, result);
 }
 
 // A name that was no function when the call was read: a function pointer, a function that has come
@@ -139,8 +142,11 @@ bool Interpreter::NameCall(const Op& op, Mode mode, Entry* result) {
   FUNCPROTO_REC* function = FindFunction(slot_, &slot_.Globals, node->name);
   if (function != nullptr) {
     if (op.argument_count > 0) {
-      return Fail(node, Format("'%s' is called with arguments before it is defined. MORV has no forward declarations: "
-                               "move the definition of '%s' above this call.", node->Literal, node->Literal));
+      return Fail(
+          node,
+          Format("'%s' is called with arguments before it is defined. MORV has no forward declarations: "
+                 "move the definition of '%s' above this call.",
+                 node->Literal, node->Literal));
     }
     function = ChooseOverload(function, 0, node);
     if (function == nullptr) return false;
@@ -159,7 +165,8 @@ bool Interpreter::AsmCall(const Op& op, Entry* result) {
   Entry argument;
   operands_ = result + 1;
   if (!Evaluate(op.list[0], Mode::kNormal, &argument)) return false;
-  if (argument.token != Tok::STRING) return Fail(op.node, "Argument of function _asm must be a character string");
+  if (argument.token != Tok::STRING)
+    return Fail(op.node, "Argument of function _asm must be a character string");
   result->SetInt(0);
   return true;
 }
@@ -179,7 +186,8 @@ bool Interpreter::ValueCall(const Op& op, Entry* target) {
   if (!EvaluateArguments(op, arguments)) return false;
   function = ChooseOverload(function, op.argument_count, op.node);
   if (function == nullptr) return false;
-  if (function->ProcBody == nullptr) return Fail(op.node, Format("Undefined function '%s'.", function->name->c_str()));
+  if (function->ProcBody == nullptr)
+    return Fail(op.node, Format("Undefined function '%s'.", function->name->c_str()));
   WarnCount(function, op.argument_count, op.node);
   return CallFunction(function, arguments, op.argument_count, true, op.node, target);
 }
@@ -206,7 +214,8 @@ bool Interpreter::RunBuiltin(const Op& op, const BuiltinValue* arguments, size_t
   if (!row.any_count && count != static_cast<size_t>(row.argument_count)) {
     return Fail(op.node, Format("Wrong number of arguments passed in function '%s'.", row.name));
   }
-  if (row.handler == nullptr) return Fail(op.node, Format("Built-in function '%s' is not available.", row.name));
+  if (row.handler == nullptr)
+    return Fail(op.node, Format("Built-in function '%s' is not available.", row.name));
   BuiltinCall call({arguments, count});
   row.handler(call);
   if (call.out_of_memory()) return Fail(op.node, "ExecSystemFunction: Not enough system memory");
@@ -226,8 +235,8 @@ bool Interpreter::CallFunction(FUNCPROTO_REC* function, const Entry* arguments, 
   if (good && own_frame) {
     BindArguments(function, arguments, count, frame_.stack_pointer);
     frame_.base = frame_.stack_pointer;
-    VORC_TRACE("DIAG: new_frame_base=%d arg_units=%d remember_exec_stack_ptr=%d\n", static_cast<int>(frame_.base),
-               body->ArgSize, static_cast<int>(caller.stack_pointer));
+    VORC_TRACE("DIAG: new_frame_base=%d arg_units=%d remember_exec_stack_ptr=%d\n",
+               static_cast<int>(frame_.base), body->ArgSize, static_cast<int>(caller.stack_pointer));
   }
   good = good && RunBody(function);
   return Leave(function, caller, good, node, result);
@@ -252,7 +261,8 @@ bool Interpreter::RunBody(FUNCPROTO_REC* function) {
   if (body->LocalSize < 0) UpdateLocalVarAddress(slot_, function);
   frame_.stack_pointer -= int64_t{body->LocalSize} + 1;
   if (frame_.stack_pointer < 0 || HostStackLow()) return false;
-  for (STATEMENT_BLOCK* statement = body->Statements.First; statement != nullptr; statement = statement->Next) {
+  for (STATEMENT_BLOCK* statement = body->Statements.First; statement != nullptr;
+       statement = statement->Next) {
     if (!ExecStatement(statement)) break;
     if (statement->ExecState == kExit || statement->ExecState == kReturn) break;
   }
@@ -268,11 +278,13 @@ void Interpreter::BindArguments(FUNCPROTO_REC* function, const Entry* arguments,
 }
 
 void Interpreter::BindArgument(SYM_REC* parameter, const Entry& argument, char* word) {
-  const bool pointer = parameter->TotalDepth > 0 || parameter->Shape.DimensionCount > 0 || parameter->IsFunctionPointer;
-  VORC_TRACE("DIAG: bind arg '%s' offset=%d slot=%d width=%d (ReturnedExpr->token=%d)\n", parameter->name->c_str(),
-             parameter->FrameOffset, static_cast<int>((word - memory_.stack()) / 8), argument.width,
-             static_cast<int>(argument.token));
-  const bool no_value = argument.token != Tok::NUMBER && argument.token != Tok::STRING && !argument.IsVariable();
+  const bool pointer =
+      parameter->TotalDepth > 0 || parameter->Shape.DimensionCount > 0 || parameter->IsFunctionPointer;
+  VORC_TRACE("DIAG: bind arg '%s' offset=%d slot=%d width=%d (ReturnedExpr->token=%d)\n",
+             parameter->name->c_str(), parameter->FrameOffset, static_cast<int>((word - memory_.stack()) / 8),
+             argument.width, static_cast<int>(argument.token));
+  const bool no_value =
+      argument.token != Tok::NUMBER && argument.token != Tok::STRING && !argument.IsVariable();
   if ((parameter->Struct != nullptr && !pointer) || parameter->ValueType == Tok::void_ || no_value) {
     if (!pointer || argument.token != Tok::this_) return;
   }
@@ -309,9 +321,12 @@ void Interpreter::CopyReturnedData(const FUNCPROTO_REC* function, Entry* result)
       if (return_reg_is_string_) result->SetText(RetainReturnedString(return_reg_string_));
       break;
     case Tok::dollar:
-      if (return_reg_is_string_) result->SetText(RetainReturnedString(return_reg_string_));
-      else if (return_reg_is_double_) result->SetDouble(return_reg_double_);
-      else result->SetInt(frame_.return_reg);
+      if (return_reg_is_string_)
+        result->SetText(RetainReturnedString(return_reg_string_));
+      else if (return_reg_is_double_)
+        result->SetDouble(return_reg_double_);
+      else
+        result->SetInt(frame_.return_reg);
       break;
     default: break;
   }
@@ -320,8 +335,10 @@ void Interpreter::CopyReturnedData(const FUNCPROTO_REC* function, Entry* result)
 bool Interpreter::ExecReturn(STATEMENT_BLOCK* statement) {
   for (STATEMENT_BLOCK* at = statement; at != nullptr;) {
     at->ExecState = kReturn;
-    if (at->ParentStatement != nullptr) at = at->ParentStatement;
-    else at = at->ParentCodeBlock == nullptr ? nullptr : at->ParentCodeBlock->ParentStatement;
+    if (at->ParentStatement != nullptr)
+      at = at->ParentStatement;
+    else
+      at = at->ParentCodeBlock == nullptr ? nullptr : at->ParentCodeBlock->ParentStatement;
   }
   Entry value;
   if (!Evaluate(decoder_.Decode(statement->Expression), Mode::kNormal, &value)) return false;
@@ -344,7 +361,8 @@ bool Interpreter::ExecReturn(STATEMENT_BLOCK* statement) {
     value.SetInt(static_cast<int32_t>(TruncatedToInteger(value.real)));
   }
   if (value.IsDouble()) {
-    return_reg_double_ = declared == Tok::float_ ? static_cast<double>(static_cast<float>(value.real)) : value.real;
+    return_reg_double_ =
+        declared == Tok::float_ ? static_cast<double>(static_cast<float>(value.real)) : value.real;
     return_reg_is_double_ = true;
   } else {
     frame_.return_reg = value.Low();

@@ -77,8 +77,10 @@ void Interpreter::StoreLeaf(const InitializerLeaf& leaf, char* base, const Entry
   const bool pointer = leaf.symbol->TotalDepth > 0 || leaf.symbol->IsFunctionPointer;
   target.kind = pointer ? 3 : 2;
   if (value.token == Tok::STRING) {
-    if (pointer) std::memcpy(address, &value.text, sizeof value.text);
-    else if (target.IsDollar()) StoreDollarText(target.symbol, address, value.text);
+    if (pointer)
+      std::memcpy(address, &value.text, sizeof value.text);
+    else if (target.IsDollar())
+      StoreDollarText(target.symbol, address, value.text);
     return;
   }
   StoreNumber(target, value);

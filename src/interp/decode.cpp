@@ -17,27 +17,48 @@ struct OperatorForm {
   OpCode code;
 };
 constexpr OperatorForm kOperators[] = {
-    {Tok::PLUS, OpCode::kPlus},          {Tok::MINUS, OpCode::kMinus},
-    {Tok::STAR, OpCode::kArithmetic},    {Tok::SLASH, OpCode::kArithmetic},
-    {Tok::DIV, OpCode::kArithmetic},     {Tok::MOD, OpCode::kArithmetic},
-    {Tok::XOR, OpCode::kArithmetic},     {Tok::BITAND, OpCode::kArithmetic},
-    {Tok::BITOR, OpCode::kArithmetic},   {Tok::LEFTSHIFT, OpCode::kArithmetic},
-    {Tok::RIGHTSHIFT, OpCode::kArithmetic}, {Tok::LT, OpCode::kCompare},
-    {Tok::GT, OpCode::kCompare},         {Tok::NE, OpCode::kCompare},
-    {Tok::LE, OpCode::kCompare},         {Tok::GE, OpCode::kCompare},
-    {Tok::EQ, OpCode::kCompare},         {Tok::AND, OpCode::kAndOr},
-    {Tok::OR, OpCode::kAndOr},           {Tok::UNARYMINUS, OpCode::kNegate},
-    {Tok::UNARYPLUS, OpCode::kUnaryPlus}, {Tok::NOT, OpCode::kNotInvert},
-    {Tok::TILDA, OpCode::kNotInvert},    {Tok::ASSIGN, OpCode::kAssign},
-    {Tok::PLUS_PLUS, OpCode::kStepBefore}, {Tok::MINUS_MINUS, OpCode::kStepBefore},
-    {Tok::POST_PLUS_PLUS, OpCode::kStepAfter}, {Tok::POST_MINUS_MINUS, OpCode::kStepAfter},
-    {Tok::STAR_REF, OpCode::kStar},      {Tok::BITAND_ADDRESS, OpCode::kAddressOf},
-    {Tok::TYPE_CAST, OpCode::kCast},     {Tok::BITOR_EQ, OpCode::kCompoundAssign},
-    {Tok::BITAND_EQ, OpCode::kCompoundAssign}, {Tok::STAR_EQ, OpCode::kCompoundAssign},
-    {Tok::SLASH_EQ, OpCode::kCompoundAssign}, {Tok::MINUS_EQ, OpCode::kCompoundAssign},
-    {Tok::PLUS_EQ, OpCode::kCompoundAssign}, {Tok::DIV_EQ, OpCode::kCompoundAssign},
-    {Tok::HAT_EQ, OpCode::kCompoundAssign}, {Tok::LEFTSHIFT_EQ, OpCode::kCompoundAssign},
-    {Tok::RIGHTSHIFT_EQ, OpCode::kCompoundAssign}, {Tok::new_, OpCode::kNew},
+    {Tok::PLUS, OpCode::kPlus},
+    {Tok::MINUS, OpCode::kMinus},
+    {Tok::STAR, OpCode::kArithmetic},
+    {Tok::SLASH, OpCode::kArithmetic},
+    {Tok::DIV, OpCode::kArithmetic},
+    {Tok::MOD, OpCode::kArithmetic},
+    {Tok::XOR, OpCode::kArithmetic},
+    {Tok::BITAND, OpCode::kArithmetic},
+    {Tok::BITOR, OpCode::kArithmetic},
+    {Tok::LEFTSHIFT, OpCode::kArithmetic},
+    {Tok::RIGHTSHIFT, OpCode::kArithmetic},
+    {Tok::LT, OpCode::kCompare},
+    {Tok::GT, OpCode::kCompare},
+    {Tok::NE, OpCode::kCompare},
+    {Tok::LE, OpCode::kCompare},
+    {Tok::GE, OpCode::kCompare},
+    {Tok::EQ, OpCode::kCompare},
+    {Tok::AND, OpCode::kAndOr},
+    {Tok::OR, OpCode::kAndOr},
+    {Tok::UNARYMINUS, OpCode::kNegate},
+    {Tok::UNARYPLUS, OpCode::kUnaryPlus},
+    {Tok::NOT, OpCode::kNotInvert},
+    {Tok::TILDA, OpCode::kNotInvert},
+    {Tok::ASSIGN, OpCode::kAssign},
+    {Tok::PLUS_PLUS, OpCode::kStepBefore},
+    {Tok::MINUS_MINUS, OpCode::kStepBefore},
+    {Tok::POST_PLUS_PLUS, OpCode::kStepAfter},
+    {Tok::POST_MINUS_MINUS, OpCode::kStepAfter},
+    {Tok::STAR_REF, OpCode::kStar},
+    {Tok::BITAND_ADDRESS, OpCode::kAddressOf},
+    {Tok::TYPE_CAST, OpCode::kCast},
+    {Tok::BITOR_EQ, OpCode::kCompoundAssign},
+    {Tok::BITAND_EQ, OpCode::kCompoundAssign},
+    {Tok::STAR_EQ, OpCode::kCompoundAssign},
+    {Tok::SLASH_EQ, OpCode::kCompoundAssign},
+    {Tok::MINUS_EQ, OpCode::kCompoundAssign},
+    {Tok::PLUS_EQ, OpCode::kCompoundAssign},
+    {Tok::DIV_EQ, OpCode::kCompoundAssign},
+    {Tok::HAT_EQ, OpCode::kCompoundAssign},
+    {Tok::LEFTSHIFT_EQ, OpCode::kCompoundAssign},
+    {Tok::RIGHTSHIFT_EQ, OpCode::kCompoundAssign},
+    {Tok::new_, OpCode::kNew},
 };
 
 enum IndirectionKind : uint8_t { kAddressKind = 1, kValueKind = 2, kPointerKind = 3 };
@@ -128,8 +149,10 @@ void Decoder::DecodeName(EXPR_NODE* node, Op* op) {
   if (node->IsMember) {
     op->code = node->Token == Tok::FUNCTION_CALL ? OpCode::kMemberCall : OpCode::kMember;
     op->token = node->Next->Token;
-    if (op->code == OpCode::kMemberCall) op->list = DecodeList(node->Arguments, &EXPR_NODE::NextArgument, &op->argument_count);
-    else op->list = DecodeList(node->IndexExpression, &EXPR_NODE::NextDimension, &op->index_count);
+    if (op->code == OpCode::kMemberCall)
+      op->list = DecodeList(node->Arguments, &EXPR_NODE::NextArgument, &op->argument_count);
+    else
+      op->list = DecodeList(node->IndexExpression, &EXPR_NODE::NextDimension, &op->index_count);
     return;
   }
   if (node->Token == Tok::FUNCTION_CALL) {
@@ -169,7 +192,8 @@ void Decoder::DecodeVariable(SYM_REC* symbol, EXPR_NODE* node, Op* op) {
   if (symbol->OwnerStruct != nullptr) {
     op->storage = Storage::kMember;
     STRUCT_REC* owner = node->OwnerFunction == nullptr ? nullptr : node->OwnerFunction->OwnerClass;
-    const MemberResult member = FindStructMember(slot_, owner == nullptr ? symbol->OwnerStruct : owner, symbol->name);
+    const MemberResult member =
+        FindStructMember(slot_, owner == nullptr ? symbol->OwnerStruct : owner, symbol->name);
     if (member.Symbol != nullptr) op->offset = MemberDataOffset(slot_, member);
   } else if (symbol->IsParameter) {
     op->storage = Storage::kParameter;

@@ -10,18 +10,18 @@ namespace vorc {
 
 /// What a decoded step does. Operators keep the token of their node.
 enum class OpCode : uint8_t {
-  kNumber,        ///< a literal
+  kNumber,  ///< a literal
   kReal,
   kString,
   kVariable,      ///< a name with its place
   kFunctionName,  ///< a function's name, not called
   kThis,
-  kGroup,         ///< a parenthesised expression, evaluated by itself
-  kGroupObject,   ///< the same in front of `.` or `->`: stays a place in memory
-  kUserCall,      ///< a function that was known when the call was read
-  kNameCall,      ///< any other name that is called
-  kValueCall,     ///< a call through the value below it
-  kMember,        ///< `.name` or `->name` on the value below it
+  kGroup,        ///< a parenthesised expression, evaluated by itself
+  kGroupObject,  ///< the same in front of `.` or `->`: stays a place in memory
+  kUserCall,     ///< a function that was known when the call was read
+  kNameCall,     ///< any other name that is called
+  kValueCall,    ///< a call through the value below it
+  kMember,       ///< `.name` or `->name` on the value below it
   kMemberCall,
   kNew,
   kStar,
@@ -35,11 +35,11 @@ enum class OpCode : uint8_t {
   kNegate,
   kUnaryPlus,
   kNotInvert,
-  kChoose,        ///< `?:`
+  kChoose,  ///< `?:`
   kAssign,
   kCompoundAssign,
-  kStepBefore,    ///< prefix ++ and --
-  kStepAfter,     ///< postfix, carried out when the whole expression is done
+  kStepBefore,  ///< prefix ++ and --
+  kStepAfter,   ///< postfix, carried out when the whole expression is done
   kMissingOperand,
 };
 
@@ -54,19 +54,19 @@ struct Op {
   OpCode code = OpCode::kNumber;
   Tok token = Tok::NOTOKEN;
   Storage storage = Storage::kNone;
-  bool last = false;            ///< nothing stands behind it
-  bool indexed = false;         ///< its node has an index list
-  bool plain_int = false;       ///< an `int` scalar without indices
-  uint8_t kind = 0;             ///< 1 address, 2 value, 3 pointer, before indices
-  int8_t depth = 0;             ///< pointer levels
+  bool last = false;       ///< nothing stands behind it
+  bool indexed = false;    ///< its node has an index list
+  bool plain_int = false;  ///< an `int` scalar without indices
+  uint8_t kind = 0;        ///< 1 address, 2 value, 3 pointer, before indices
+  int8_t depth = 0;        ///< pointer levels
   int8_t dimensions = 0;
-  Tok type = Tok::NOTOKEN;      ///< basic type of the variable
+  Tok type = Tok::NOTOKEN;  ///< basic type of the variable
   int16_t argument_count = 0;
   int16_t index_count = 0;
   int32_t offset = 0;
   const EXPR_NODE* node = nullptr;
   SYM_REC* symbol = nullptr;
-  STRUCT_REC* record = nullptr; ///< class of the variable; of a member, the class it was last found in
+  STRUCT_REC* record = nullptr;  ///< class of the variable; of a member, the class it was last found in
   union {
     int64_t number = 0;
     double real;
@@ -74,10 +74,10 @@ struct Op {
     FUNCPROTO_REC* function;
   };
   const SysFunc* builtin = nullptr;
-  Code* sub = nullptr;          ///< group, or the arm of `?:` taken when true
-  Code* other = nullptr;        ///< the other arm
-  Code** list = nullptr;        ///< indices or arguments
-  Code** indices = nullptr;     ///< indices of a name that is called
+  Code* sub = nullptr;       ///< group, or the arm of `?:` taken when true
+  Code* other = nullptr;     ///< the other arm
+  Code** list = nullptr;     ///< indices or arguments
+  Code** indices = nullptr;  ///< indices of a name that is called
 };
 
 /// A decoded expression.
@@ -86,7 +86,7 @@ struct Code {
   int count = 0;
   bool fast_tried = false;
   uint8_t runs = 0;
-  FastProgram* fast = nullptr;   ///< the same as an integer program, where there is one
+  FastProgram* fast = nullptr;  ///< the same as an integer program, where there is one
 };
 
 /// Turns expression chains into steps, once each. What a step needs of the records is looked up

@@ -16,9 +16,13 @@ int32_t WrappedDivide(int32_t a, int32_t b) {
   return b == -1 ? static_cast<int32_t>(0U - static_cast<uint32_t>(a)) : a / b;
 }
 
-int32_t WrappedRemainder(int32_t a, int32_t b) { return b == -1 ? 0 : a % b; }
+int32_t WrappedRemainder(int32_t a, int32_t b) {
+  return b == -1 ? 0 : a % b;
+}
 
-double AsDouble(const Entry& entry) { return entry.IsDouble() ? entry.real : static_cast<double>(entry.Low()); }
+double AsDouble(const Entry& entry) {
+  return entry.IsDouble() ? entry.real : static_cast<double>(entry.Low());
+}
 
 bool IsTrue(const Entry& entry) {
   if (entry.IsDouble()) return entry.real != 0.0;
@@ -118,8 +122,10 @@ bool Interpreter::RunSteps(const Code* code, Mode mode, Entry* base, Entry** top
     if (op->code == OpCode::kAssign || op->code == OpCode::kCompoundAssign) {
       if (at - 1 < base) return CheckTop(base, at - 2), false;
       --at;
-      if (op->code == OpCode::kAssign) Assign(at, at + 1, op->last);
-      else if (mode == Mode::kNormal && !CompoundAssign(*op, at, at + 1)) return false;
+      if (op->code == OpCode::kAssign)
+        Assign(at, at + 1, op->last);
+      else if (mode == Mode::kNormal && !CompoundAssign(*op, at, at + 1))
+        return false;
       continue;
     }
     if (at < base) return CheckTop(base, at), false;
@@ -278,7 +284,9 @@ int32_t IntegerResult(Tok token, int32_t a, int32_t b) {
   }
 }
 
-bool IsDivision(Tok token) { return token == Tok::SLASH || token == Tok::DIV; }
+bool IsDivision(Tok token) {
+  return token == Tok::SLASH || token == Tok::DIV;
+}
 
 template <typename Number>
 bool CompareNumbers(Tok token, Number a, Number b) {
@@ -337,8 +345,10 @@ void Interpreter::AndOr(Tok token, Entry* left, Entry* right) {
 void Interpreter::Negate(Entry* entry) {
   if (entry->indexed) return;
   Materialize(entry);
-  if (entry->IsDouble()) entry->SetDouble(-entry->real);
-  else entry->SetInt(static_cast<int32_t>(0U - static_cast<uint32_t>(entry->value)));
+  if (entry->IsDouble())
+    entry->SetDouble(-entry->real);
+  else
+    entry->SetInt(static_cast<int32_t>(0U - static_cast<uint32_t>(entry->value)));
 }
 
 void Interpreter::NotInvert(Tok token, Entry* entry) {
@@ -353,7 +363,8 @@ void Interpreter::NotInvert(Tok token, Entry* entry) {
     return entry->SetInt(entry->width == 8 ? entry->value == 0 : entry->Low() == 0);
   }
   Materialize(entry);
-  const int32_t value = entry->IsDouble() ? static_cast<int32_t>(TruncatedToInteger(entry->real)) : entry->Low();
+  const int32_t value =
+      entry->IsDouble() ? static_cast<int32_t>(TruncatedToInteger(entry->real)) : entry->Low();
   entry->SetInt(~value);
 }
 

@@ -9,7 +9,7 @@ namespace vorc {
 
 namespace {
 
-constexpr size_t kMostOperands = 24;   // of one level; nested groups have levels of their own
+constexpr size_t kMostOperands = 24;  // of one level; nested groups have levels of their own
 constexpr size_t kMostValues = 60;
 constexpr size_t kMostSteps = 500;
 constexpr int kDeepestGroups = 16;
@@ -19,14 +19,22 @@ struct BinaryForm {
   FastCode code;
 };
 constexpr BinaryForm kBinaryForms[] = {
-    {Tok::PLUS, FastCode::kAdd},         {Tok::MINUS, FastCode::kSubtract},
-    {Tok::STAR, FastCode::kMultiply},    {Tok::SLASH, FastCode::kDivide},
-    {Tok::DIV, FastCode::kDivide},       {Tok::MOD, FastCode::kRemainder},
-    {Tok::XOR, FastCode::kXor},          {Tok::BITAND, FastCode::kAnd},
-    {Tok::BITOR, FastCode::kOr},         {Tok::LEFTSHIFT, FastCode::kShiftLeft},
-    {Tok::RIGHTSHIFT, FastCode::kShiftRight}, {Tok::LT, FastCode::kLess},
-    {Tok::GT, FastCode::kGreater},       {Tok::LE, FastCode::kLessEqual},
-    {Tok::GE, FastCode::kGreaterEqual},  {Tok::EQ, FastCode::kEqual},
+    {Tok::PLUS, FastCode::kAdd},
+    {Tok::MINUS, FastCode::kSubtract},
+    {Tok::STAR, FastCode::kMultiply},
+    {Tok::SLASH, FastCode::kDivide},
+    {Tok::DIV, FastCode::kDivide},
+    {Tok::MOD, FastCode::kRemainder},
+    {Tok::XOR, FastCode::kXor},
+    {Tok::BITAND, FastCode::kAnd},
+    {Tok::BITOR, FastCode::kOr},
+    {Tok::LEFTSHIFT, FastCode::kShiftLeft},
+    {Tok::RIGHTSHIFT, FastCode::kShiftRight},
+    {Tok::LT, FastCode::kLess},
+    {Tok::GT, FastCode::kGreater},
+    {Tok::LE, FastCode::kLessEqual},
+    {Tok::GE, FastCode::kGreaterEqual},
+    {Tok::EQ, FastCode::kEqual},
     {Tok::NE, FastCode::kNotEqual},
 };
 
@@ -57,8 +65,8 @@ class FastCompiler {
     bool place = false;
     bool indexed = false;
     bool is_int = true;
-    bool is_unsigned = false;   ///< straight from an unsigned variable
-    const Op* variable = nullptr;   ///< of a place: the variable, null for an element
+    bool is_unsigned = false;      ///< straight from an unsigned variable
+    const Op* variable = nullptr;  ///< of a place: the variable, null for an element
   };
 
   bool Level(const Code& code, bool pure);
@@ -97,7 +105,8 @@ bool FastCompiler::Level(const Code& code, bool pure) {
   const size_t outer = level_base_;
   level_base_ = items_.size();
   bool good = ++depth_ <= kDeepestGroups;
-  const bool step = code.count == 2 && (code.ops[1].code == OpCode::kStepAfter || code.ops[1].code == OpCode::kStepBefore);
+  const bool step =
+      code.count == 2 && (code.ops[1].code == OpCode::kStepAfter || code.ops[1].code == OpCode::kStepBefore);
   if (step) {
     good = good && !pure && Step(code);
   } else {
@@ -160,7 +169,8 @@ void FastCompiler::SetPlace(FastOp* fast, const Op& op) {
 
 bool FastCompiler::Variable(const Code& code, const Op& op, bool pure) {
   const SYM_REC* symbol = op.symbol;
-  if (symbol == nullptr || symbol->ImplicitExtern || symbol->BitFieldWidth > 0 || op.record != nullptr) return false;
+  if (symbol == nullptr || symbol->ImplicitExtern || symbol->BitFieldWidth > 0 || op.record != nullptr)
+    return false;
   if (op.storage == Storage::kMember || symbol->IsFunctionPointer || SizeOf(op.type) == 0) return false;
   if (op.storage == Storage::kGlobal && symbol->InterpreterData == nullptr) return false;
   // A place is only right where the operator that takes it ends the expression.
@@ -276,7 +286,8 @@ bool FastCompiler::Store(const Op& op, const Code& code) {
 bool FastCompiler::Step(const Code& code) {
   const Op& op = code.ops[0];
   if (op.code != OpCode::kVariable || !op.plain_int || op.index_count > 0) return false;
-  if (op.symbol->ImplicitExtern || (op.storage == Storage::kGlobal && op.symbol->InterpreterData == nullptr)) return false;
+  if (op.symbol->ImplicitExtern || (op.storage == Storage::kGlobal && op.symbol->InterpreterData == nullptr))
+    return false;
   const Tok token = code.ops[1].token;
   const bool up = token == Tok::PLUS_PLUS || token == Tok::POST_PLUS_PLUS;
   SetPlace(Emit(up ? FastCode::kIncrement : FastCode::kDecrement, op), op);

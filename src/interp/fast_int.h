@@ -10,9 +10,9 @@ namespace vorc {
 /// places that assignments store to lie on another.
 enum class FastCode : uint8_t {
   kConstant,
-  kLoad,            ///< a variable
-  kLoadElement,     ///< an array element or what a pointer selects; its indices are popped
-  kPlaceElement,    ///< the address of one
+  kLoad,          ///< a variable
+  kLoadElement,   ///< an array element or what a pointer selects; its indices are popped
+  kPlaceElement,  ///< the address of one
   kAdd,
   kSubtract,
   kMultiply,
@@ -34,10 +34,10 @@ enum class FastCode : uint8_t {
   kNegate,
   kNot,
   kInvert,
-  kDrop,            ///< forgets the value on top
-  kStore,           ///< to a variable
-  kStoreElement,    ///< to the place on top
-  kCompound,        ///< the token of the operator is in `op`
+  kDrop,          ///< forgets the value on top
+  kStore,         ///< to a variable
+  kStoreElement,  ///< to the place on top
+  kCompound,      ///< the token of the operator is in `op`
   kCompoundElement,
   kIncrement,
   kDecrement,
@@ -49,14 +49,14 @@ enum class FastRight : uint8_t { kStack, kConstant, kVariable };
 struct FastOp {
   FastCode code = FastCode::kConstant;
   FastRight right = FastRight::kStack;
-  uint8_t size = 4;             ///< bytes of the variable or element
-  bool in_frame = false;        ///< the place counts from the frame's base
+  uint8_t size = 4;       ///< bytes of the variable or element
+  bool in_frame = false;  ///< the place counts from the frame's base
   bool through_pointer = false;
-  Tok type = Tok::NOTOKEN;      ///< of the variable that a compound assignment changes
-  int32_t number = 0;           ///< the constant
-  int64_t place = 0;            ///< address of the variable, or its distance from the frame's base
-  int64_t length = 0;           ///< elements of an array of one dimension, 0 for anything else
-  const Op* op = nullptr;       ///< the step it was made of
+  Tok type = Tok::NOTOKEN;  ///< of the variable that a compound assignment changes
+  int32_t number = 0;       ///< the constant
+  int64_t place = 0;        ///< address of the variable, or its distance from the frame's base
+  int64_t length = 0;       ///< elements of an array of one dimension, 0 for anything else
+  const Op* op = nullptr;   ///< the step it was made of
 };
 
 /// An expression of plain integers. It gives what the general evaluation gives, without operands
@@ -64,7 +64,7 @@ struct FastOp {
 struct FastProgram {
   FastOp* ops = nullptr;
   int count = 0;
-  bool exact = false;   ///< the result is an `int` in every respect, and not just its low 32 bits
+  bool exact = false;  ///< the result is an `int` in every respect, and not just its low 32 bits
 };
 
 /// Makes the integer program of an expression, or null where it has none.

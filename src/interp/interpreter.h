@@ -23,9 +23,9 @@ struct Entry {
   int8_t depth = 0;                ///< pointer levels that are left
   int8_t dimensions = 0;           ///< array dimensions that are left
   bool is_unsigned = false;
-  bool indexed = false;            ///< came straight from an index list
-  bool assigned = false;           ///< result of an assignment that ends the expression
-  bool address_taken = false;      ///< behind `&`
+  bool indexed = false;        ///< came straight from an index list
+  bool assigned = false;       ///< result of an assignment that ends the expression
+  bool address_taken = false;  ///< behind `&`
   bool is_parameter_array = false;
   int32_t width = 0;
   union {
@@ -94,7 +94,7 @@ class Interpreter final : public ParseServices {
     int64_t stack_pointer = static_cast<int64_t>(ScriptMemory::kStackWords) - 1;  ///< next free word
     int64_t base = stack_pointer;
     char* this_base = nullptr;
-    int32_t return_reg = 0;      ///< integer result of the last `return`
+    int32_t return_reg = 0;  ///< integer result of the last `return`
   };
 
   // --- evaluate.cpp
@@ -171,9 +171,11 @@ class Interpreter final : public ParseServices {
                     const EXPR_NODE* node, Entry* result);
   void BindArguments(FUNCPROTO_REC* function, const Entry* arguments, int count, int64_t base);
   void BindArgument(SYM_REC* parameter, const Entry& argument, char* word);
-  bool CallMember(FUNCPROTO_REC* function, char* object, const EXPR_NODE* node, int argument_count, Entry* result);
+  bool CallMember(FUNCPROTO_REC* function, char* object, const EXPR_NODE* node, int argument_count,
+                  Entry* result);
   bool RunBody(FUNCPROTO_REC* function);
-  bool Leave(const FUNCPROTO_REC* function, const Frame& caller, bool good, const EXPR_NODE* node, Entry* result);
+  bool Leave(const FUNCPROTO_REC* function, const Frame& caller, bool good, const EXPR_NODE* node,
+             Entry* result);
   void CopyReturnedData(const FUNCPROTO_REC* function, Entry* result);
   void WarnCount(const FUNCPROTO_REC* function, int count, const EXPR_NODE* node);
   static BuiltinValue ToBuiltinValue(const Entry& entry);
@@ -203,14 +205,16 @@ class Interpreter final : public ParseServices {
 
   bool failed() const { return slot_.Display.ErrorCount > 0; }
   bool Fail(const EXPR_NODE* node, const std::string& text);
-  char* Word(int64_t index) const { return memory_.stack() + index * static_cast<int64_t>(ScriptMemory::kWordSize); }
+  char* Word(int64_t index) const {
+    return memory_.stack() + index * static_cast<int64_t>(ScriptMemory::kWordSize);
+  }
 
   C_SLOT& slot_;
   ScriptMemory& memory_;
   Arena code_arena_;
   Decoder decoder_{slot_, code_arena_};
   ReservedMemory operand_memory_;
-  Entry* operands_;              ///< next free operand; expressions in progress lie below
+  Entry* operands_;  ///< next free operand; expressions in progress lie below
   Entry* operands_end_;
   /// A postfix step waits until every other step of its expression is done.
   struct PendingStep {
@@ -220,7 +224,7 @@ class Interpreter final : public ParseServices {
   std::vector<PendingStep> pending_;
 
   Frame frame_;
-  long current_line_ = 0;        ///< of the statement that runs
+  long current_line_ = 0;  ///< of the statement that runs
   double return_reg_double_ = 0.0;
   const char* return_reg_string_ = nullptr;
   bool return_reg_is_double_ = false;

@@ -15,7 +15,9 @@ constexpr size_t kSmallTextSize = size_t{1} << 30;
 constexpr size_t kGap = size_t{64} * 1024;
 constexpr size_t kAlignment = 16;
 
-size_t Aligned(size_t size) { return (size + kAlignment - 1) & ~(kAlignment - 1); }
+size_t Aligned(size_t size) {
+  return (size + kAlignment - 1) & ~(kAlignment - 1);
+}
 
 size_t TextSize() {
   // A host that counts reservations as use may refuse the large one.

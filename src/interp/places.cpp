@@ -18,7 +18,9 @@ const char* ReadPointer(const char* address) {
   return pointer;
 }
 
-void Classify(Entry* entry) { entry->kind = entry->dimensions > 0 ? 1 : entry->depth > 0 ? 3 : 2; }
+void Classify(Entry* entry) {
+  entry->kind = entry->dimensions > 0 ? 1 : entry->depth > 0 ? 3 : 2;
+}
 
 }  // namespace
 
@@ -35,7 +37,8 @@ void Interpreter::PlaceVariable(const Op& op, Entry* entry) {
     case Storage::kLocal:
       entry->address = Word(frame_.base - op.offset);
       VORC_TRACE("DIAG: local-var-addr name=%s base=%d offset=%ld addr=%p\n", symbol->name->c_str(),
-                 static_cast<int>(frame_.base), static_cast<long>(op.offset), static_cast<void*>(entry->address));
+                 static_cast<int>(frame_.base), static_cast<long>(op.offset),
+                 static_cast<void*>(entry->address));
       break;
     case Storage::kParameter:
       entry->address = Word(frame_.base + op.offset);
@@ -44,7 +47,9 @@ void Interpreter::PlaceVariable(const Op& op, Entry* entry) {
         entry->is_parameter_array = true;
       }
       break;
-    case Storage::kMember: entry->address = frame_.this_base == nullptr ? nullptr : Displaced(frame_.this_base, op.offset); break;
+    case Storage::kMember:
+      entry->address = frame_.this_base == nullptr ? nullptr : Displaced(frame_.this_base, op.offset);
+      break;
     default:
       if (symbol->InterpreterData == nullptr) AllocateData(symbol);
       entry->address = symbol->InterpreterData;
@@ -58,7 +63,8 @@ bool Interpreter::PushVariable(const Op& op, Mode, Entry* entry) {
     return Fail(op.node, Format("Undeclared variable '%s'", op.node->Literal));
   }
   PlaceVariable(op, entry);
-  if (op.storage == Storage::kMember && entry->address == nullptr) return Fail(op.node, "'this' is pointing to invalid object");
+  if (op.storage == Storage::kMember && entry->address == nullptr)
+    return Fail(op.node, "'this' is pointing to invalid object");
   if (op.index_count == 0) return true;
   entry->indexed = true;
   return ApplyIndices(op.list, op.index_count, op.node, entry);
@@ -81,7 +87,8 @@ bool Interpreter::ApplyIndices(Code** indices, int count, const EXPR_NODE* node,
 bool Interpreter::IndexArray(const EXPR_NODE* node, int64_t index, int dimension, Entry* entry) {
   const ArrayShape& shape = entry->symbol->Shape;
   int64_t stride = ElementSize(*entry);
-  for (int i = dimension + 1; i < shape.DimensionCount; ++i) stride = SizeProduct(stride, shape.Dimensions[i]);
+  for (int i = dimension + 1; i < shape.DimensionCount; ++i)
+    stride = SizeProduct(stride, shape.Dimensions[i]);
   const bool inside = index >= 0 && index < shape.Dimensions[dimension];
   if (index >= shape.Dimensions[dimension] && !entry->is_parameter_array) {
     slot_.WarningAt(node->Line, "Array index out of range!!");
@@ -101,21 +108,23 @@ bool Interpreter::FollowPointer(const EXPR_NODE* node, int64_t index, Entry* ent
   const int64_t size = ElementSize(*entry);
   entry->address = Displaced(pointer, index * size);
   Classify(entry);
-  return memory_.Contains(entry->address, static_cast<size_t>(size)) || NullPointer(node, *entry, entry->address);
+  return memory_.Contains(entry->address, static_cast<size_t>(size)) ||
+         NullPointer(node, *entry, entry->address);
 }
 
 // A pointer that leads nowhere: told on standard error and as an error of the script.
 bool Interpreter::NullPointer(const EXPR_NODE* node, const Entry& entry, const char* pointer) {
   const char* name = entry.symbol == nullptr ? "?" : entry.symbol->name->c_str();
-  const std::string text =
-      Format("Unhandled Exception: '%s' has a value of 0x%08llX at line %d", name,
-             static_cast<unsigned long long>(reinterpret_cast<uintptr_t>(pointer)), node == nullptr ? 0 : node->Line);
+  const std::string text = Format("Unhandled Exception: '%s' has a value of 0x%08llX at line %d", name,
+                                  static_cast<unsigned long long>(reinterpret_cast<uintptr_t>(pointer)),
+                                  node == nullptr ? 0 : node->Line);
   MessageBox(text.c_str(), kTitle);
   return Fail(node, text);
 }
 
 bool Interpreter::StarRef(const EXPR_NODE* node, Entry* entry) {
-  if (!entry->IsVariable() || entry->symbol == nullptr) return Fail(node, "Improper use of '*' in the expression.");
+  if (!entry->IsVariable() || entry->symbol == nullptr)
+    return Fail(node, "Improper use of '*' in the expression.");
   if (entry->symbol->IsFunctionPointer && entry->dimensions == 0) return true;
   const int levels = node->StarRefCount;
   if (entry->depth + entry->dimensions == 0 || levels > entry->depth + entry->dimensions) {
@@ -172,8 +181,9 @@ STRUCT_REC* Interpreter::ClassOf(const EXPR_NODE* node, const Entry& object) {
     return object.record;
   }
   if (object.record == nullptr) {
-    const char* name = object.symbol == nullptr ? node->OwnerObject == nullptr ? "?" : node->OwnerObject->name->c_str()
-                                                : object.symbol->name->c_str();
+    const char* name = object.symbol == nullptr
+                           ? node->OwnerObject == nullptr ? "?" : node->OwnerObject->name->c_str()
+                           : object.symbol->name->c_str();
     Fail(node, Format("'%s' is not a struct/class/union.", name));
     return nullptr;
   }
@@ -181,17 +191,21 @@ STRUCT_REC* Interpreter::ClassOf(const EXPR_NODE* node, const Entry& object) {
 }
 
 bool Interpreter::CheckMemberAccess(const EXPR_NODE* node, STRUCT_REC* record, const MemberResult& member) {
-  const MemberKind access = member.Symbol != nullptr ? member.Symbol->MemberType : member.Function->MemberType;
+  const MemberKind access =
+      member.Symbol != nullptr ? member.Symbol->MemberType : member.Function->MemberType;
   const FUNCPROTO_REC* from = node->OwnerFunction;
   const STRUCT_REC* home = from == nullptr ? nullptr : from->OwnerClass;
-  if (home == member.Owner || FriendOfClass(from, member.Owner) || FriendOfClass(home, member.Owner)) return true;
+  if (home == member.Owner || FriendOfClass(from, member.Owner) || FriendOfClass(home, member.Owner))
+    return true;
   const bool derived = home != nullptr && InheritsFrom(home, member.Owner);
   const char* name = node->name->c_str();
   if (access == MEMBER_TYPE_PRIVATE || (member.ParentsPrivate && home != record)) {
-    return Fail(node, Format("'%s' cannot access private member of struct/class/union '%s'", name, record->name->c_str()));
+    return Fail(node, Format("'%s' cannot access private member of struct/class/union '%s'", name,
+                             record->name->c_str()));
   }
   if (access == MEMBER_TYPE_PROTECTED && !derived) {
-    return Fail(node, Format("'%s' cannot access protected member of struct/class/union '%s'", name, record->name->c_str()));
+    return Fail(node, Format("'%s' cannot access protected member of struct/class/union '%s'", name,
+                             record->name->c_str()));
   }
   return true;
 }
@@ -209,11 +223,14 @@ bool Interpreter::ObjectAddress(const Op& op, Entry* object, const char* member,
   switch (object->kind) {
     case 2:
       *address = object->address;
-      return !arrow || Fail(node, Format("'%s' is a struct/union/class variable. Use '.' instead of '->' at the left of '%s'",
-                                         name, member));
+      return !arrow ||
+             Fail(node,
+                  Format("'%s' is a struct/union/class variable. Use '.' instead of '->' at the left of '%s'",
+                         name, member));
     case 3: {
       if (!arrow) {
-        return Fail(node, Format("'%s' is a pointer to struct/union/class variable. Use '->' instead of '.' at the left of '%s'",
+        return Fail(node, Format("'%s' is a pointer to struct/union/class variable. Use '->' instead of '.' "
+                                 "at the left of '%s'",
                                  name, member));
       }
       const char* pointer = ReadPointer(object->address);
@@ -231,14 +248,16 @@ bool Interpreter::FindMember(const EXPR_NODE* node, const Entry& object, MemberR
   if (record == nullptr) return false;
   *member = FindStructMember(slot_, record, node->name);
   if (*member) return CheckMemberAccess(node, record, *member);
-  return Fail(node, Format("'%s' is not a member of struct/class/union '%s'", node->name->c_str(), record->name->c_str()));
+  return Fail(node, Format("'%s' is not a member of struct/class/union '%s'", node->name->c_str(),
+                           record->name->c_str()));
 }
 
 bool Interpreter::Member(const Op& op, Entry* object) {
   const EXPR_NODE* node = op.node;
   MemberResult member;
   char* base = nullptr;
-  if (!FindMember(node, *object, &member) || !ObjectAddress(op, object, node->name->c_str(), &base)) return false;
+  if (!FindMember(node, *object, &member) || !ObjectAddress(op, object, node->name->c_str(), &base))
+    return false;
   if (member.Symbol == nullptr) return Fail(node, "Invalid expression");
   SYM_REC* symbol = member.Symbol;
   *object = Entry();

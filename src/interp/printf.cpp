@@ -9,7 +9,7 @@ namespace vorc {
 
 namespace {
 
-constexpr size_t kLongestOutput = 511;   // of one directive, texts under %s apart
+constexpr size_t kLongestOutput = 511;  // of one directive, texts under %s apart
 constexpr size_t kMostFlags = 20;
 constexpr size_t kWidthEnd = 30;
 constexpr size_t kPrecisionEnd = 40;
@@ -17,13 +17,18 @@ constexpr size_t kPrecisionEnd = 40;
 constexpr long kLargestNumberField = 1200;
 constexpr long kLargestTextField = 1'000'000;
 
-bool IsOneOf(char c, std::string_view set) { return set.find(c) != std::string_view::npos; }
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+bool IsOneOf(char c, std::string_view set) {
+  return set.find(c) != std::string_view::npos;
+}
+bool IsDigit(char c) {
+  return c >= '0' && c <= '9';
+}
 
 class Formatter {
  public:
   /// `line` is empty memory for the line in hand.
-  Formatter(std::string_view format, const BuiltinCall& call, void (*put_line)(std::string_view), std::string* line)
+  Formatter(std::string_view format, const BuiltinCall& call, void (*put_line)(std::string_view),
+            std::string* line)
       : format_(format), call_(call), put_line_(put_line), line_(*line) {}
 
   void Run();
@@ -32,7 +37,7 @@ class Formatter {
   struct Directive {
     std::string flags;
     std::string width;
-    std::string precision;   ///< with its point
+    std::string precision;  ///< with its point
   };
 
   void Character();
@@ -53,7 +58,7 @@ class Formatter {
   const BuiltinCall& call_;
   void (*put_line_)(std::string_view);
   size_t at_ = 0;
-  size_t start_ = 0;            ///< where the directive in hand began
+  size_t start_ = 0;  ///< where the directive in hand began
   size_t next_argument_ = 1;
   Directive directive_;
   std::string& line_;
@@ -62,7 +67,8 @@ class Formatter {
 // An integer as the directives take it: all 64 bits of a wide value, else the signed low 32.
 int64_t MorvPrintfArgInt(const BuiltinValue& value) {
   switch (value.kind) {
-    case BuiltinValue::Kind::kInteger: return value.wide ? value.integer : static_cast<int32_t>(value.integer);
+    case BuiltinValue::Kind::kInteger:
+      return value.wide ? value.integer : static_cast<int32_t>(value.integer);
     case BuiltinValue::Kind::kDouble:
       if (!(value.real > -9.3e18 && value.real < 9.3e18)) return 0;
       return static_cast<int64_t>(std::clamp(value.real, -9223372036854775808.0, 9223372036854774784.0));
@@ -141,10 +147,14 @@ void Formatter::ParseDirective() {
 }
 
 bool Formatter::Convert(char letter) {
-  if (IsOneOf(letter, "aAeEfFgG")) ConvertReal(letter);
-  else if (IsOneOf(letter, "xXoudicp")) ConvertInteger(letter);
-  else if (letter == 's') ConvertText();
-  else return false;
+  if (IsOneOf(letter, "aAeEfFgG"))
+    ConvertReal(letter);
+  else if (IsOneOf(letter, "xXoudicp"))
+    ConvertInteger(letter);
+  else if (letter == 's')
+    ConvertText();
+  else
+    return false;
   return true;
 }
 
@@ -165,7 +175,8 @@ std::string Formatter::FormatOf(const char* suffix, long largest) const {
 template <typename Value>
 void Formatter::Put(const char* suffix, Value value) {
   char output[kLongestOutput + 1];
-  const int length = std::snprintf(output, sizeof output, FormatOf(suffix, kLargestNumberField).c_str(), value);
+  const int length =
+      std::snprintf(output, sizeof output, FormatOf(suffix, kLargestNumberField).c_str(), value);
   if (length > 0) line_.append(output, std::min(static_cast<size_t>(length), kLongestOutput));
 }
 
@@ -197,8 +208,7 @@ void Formatter::ConvertText() {
   const BuiltinValue& value = NextArgument();
   switch (value.kind) {
     case BuiltinValue::Kind::kNone: return Put("s", "");
-    case BuiltinValue::Kind::kInteger:
-      return Put("s", std::to_string(MorvPrintfArgInt(value)).c_str());
+    case BuiltinValue::Kind::kInteger: return Put("s", std::to_string(MorvPrintfArgInt(value)).c_str());
     case BuiltinValue::Kind::kDouble: {
       char number[64];
       std::snprintf(number, sizeof number, "%g", value.real);
@@ -220,7 +230,8 @@ void Formatter::ConvertText() {
 
 }  // namespace
 
-void MorvPrintfFormat(std::string_view format, const BuiltinCall& call, void (*put_line)(std::string_view line)) {
+void MorvPrintfFormat(std::string_view format, const BuiltinCall& call,
+                      void (*put_line)(std::string_view line)) {
   // Kept between calls, so that printing allocates nothing. One thread runs scripts.
   static std::string line;
   line.clear();

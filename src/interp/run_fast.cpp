@@ -36,7 +36,52 @@ void Store(char* address, uint8_t size, int32_t value) {
   }
 }
 
-int32_t Wrap(uint32_t value) { return static_cast<int32_t>(value); }
+int32_t Wrap(uint32_t value) {
+  return static_cast<int32_t>(value);
+}
+
+int32_t Add(int32_t a, int32_t b) {
+  return Wrap(static_cast<uint32_t>(a) + static_cast<uint32_t>(b));
+}
+int32_t Subtract(int32_t a, int32_t b) {
+  return Wrap(static_cast<uint32_t>(a) - static_cast<uint32_t>(b));
+}
+int32_t Multiply(int32_t a, int32_t b) {
+  return Wrap(static_cast<uint32_t>(a) * static_cast<uint32_t>(b));
+}
+int32_t Xor(int32_t a, int32_t b) {
+  return a ^ b;
+}
+int32_t And(int32_t a, int32_t b) {
+  return a & b;
+}
+int32_t Or(int32_t a, int32_t b) {
+  return a | b;
+}
+int32_t ShiftLeft(int32_t a, int32_t b) {
+  return Wrap(static_cast<uint32_t>(a) << (b & 31));
+}
+int32_t ShiftRight(int32_t a, int32_t b) {
+  return a >> (b & 31);
+}
+int32_t Less(int32_t a, int32_t b) {
+  return a < b;
+}
+int32_t Greater(int32_t a, int32_t b) {
+  return a > b;
+}
+int32_t LessEqual(int32_t a, int32_t b) {
+  return a <= b;
+}
+int32_t GreaterEqual(int32_t a, int32_t b) {
+  return a >= b;
+}
+int32_t Equal(int32_t a, int32_t b) {
+  return a == b;
+}
+int32_t NotEqual(int32_t a, int32_t b) {
+  return a != b;
+}
 
 struct Place {
   char* address;
@@ -47,7 +92,9 @@ struct Place {
 // An old value as a compound assignment reads it: narrow integers keep their sign.
 int64_t LoadSigned(const Place& place) {
   switch (place.size) {
-    case 1: return place.type == Tok::UCHAR ? static_cast<unsigned char>(*place.address) : static_cast<signed char>(*place.address);
+    case 1:
+      return place.type == Tok::UCHAR ? static_cast<unsigned char>(*place.address)
+                                      : static_cast<signed char>(*place.address);
     case 2: {
       int16_t value;
       std::memcpy(&value, place.address, sizeof value);
@@ -133,7 +180,12 @@ bool Interpreter::RunFast(const FastProgram& program, int32_t* result) {
     }
     return FastElement(op, address(op), indices);
   };
-  for (const FastOp *op = program.ops, *end = op + program.count; op != end; ++op) {
+  const FastOp* op = program.ops;
+  const auto apply = [&](auto operation) {
+    const int32_t b = right(*op);
+    *top = operation(*top, b);
+  };
+  for (const FastOp* end = op + program.count; op != end; ++op) {
     switch (op->code) {
       case FastCode::kConstant: *++top = op->number; break;
       case FastCode::kLoad: *++top = Load(address(*op), op->size); break;
@@ -151,9 +203,9 @@ bool Interpreter::RunFast(const FastProgram& program, int32_t* result) {
         *++place = {at, op->size, op->op->type};
         break;
       }
-      case FastCode::kAdd: { const int32_t b = right(*op); *top = Wrap(static_cast<uint32_t>(*top) + static_cast<uint32_t>(b)); break; }
-      case FastCode::kSubtract: { const int32_t b = right(*op); *top = Wrap(static_cast<uint32_t>(*top) - static_cast<uint32_t>(b)); break; }
-      case FastCode::kMultiply: { const int32_t b = right(*op); *top = Wrap(static_cast<uint32_t>(*top) * static_cast<uint32_t>(b)); break; }
+      case FastCode::kAdd: apply(Add); break;
+      case FastCode::kSubtract: apply(Subtract); break;
+      case FastCode::kMultiply: apply(Multiply); break;
       case FastCode::kDivide:
       case FastCode::kRemainder: {
         const int64_t b = right(*op);
@@ -161,19 +213,25 @@ bool Interpreter::RunFast(const FastProgram& program, int32_t* result) {
         *top = static_cast<int32_t>(op->code == FastCode::kDivide ? *top / b : *top % b);
         break;
       }
-      case FastCode::kXor: { const int32_t b = right(*op); *top ^= b; break; }
-      case FastCode::kAnd: { const int32_t b = right(*op); *top &= b; break; }
-      case FastCode::kOr: { const int32_t b = right(*op); *top |= b; break; }
-      case FastCode::kShiftLeft: { const int32_t b = right(*op); *top = Wrap(static_cast<uint32_t>(*top) << (b & 31)); break; }
-      case FastCode::kShiftRight: { const int32_t b = right(*op); *top >>= b & 31; break; }
-      case FastCode::kLess: { const int32_t b = right(*op); *top = *top < b; break; }
-      case FastCode::kGreater: { const int32_t b = right(*op); *top = *top > b; break; }
-      case FastCode::kLessEqual: { const int32_t b = right(*op); *top = *top <= b; break; }
-      case FastCode::kGreaterEqual: { const int32_t b = right(*op); *top = *top >= b; break; }
-      case FastCode::kEqual: { const int32_t b = right(*op); *top = *top == b; break; }
-      case FastCode::kNotEqual: { const int32_t b = right(*op); *top = *top != b; break; }
-      case FastCode::kLogicalAnd: --top; *top = *top != 0 && top[1] != 0; break;
-      case FastCode::kLogicalOr: --top; *top = *top != 0 || top[1] != 0; break;
+      case FastCode::kXor: apply(Xor); break;
+      case FastCode::kAnd: apply(And); break;
+      case FastCode::kOr: apply(Or); break;
+      case FastCode::kShiftLeft: apply(ShiftLeft); break;
+      case FastCode::kShiftRight: apply(ShiftRight); break;
+      case FastCode::kLess: apply(Less); break;
+      case FastCode::kGreater: apply(Greater); break;
+      case FastCode::kLessEqual: apply(LessEqual); break;
+      case FastCode::kGreaterEqual: apply(GreaterEqual); break;
+      case FastCode::kEqual: apply(Equal); break;
+      case FastCode::kNotEqual: apply(NotEqual); break;
+      case FastCode::kLogicalAnd:
+        --top;
+        *top = *top != 0 && top[1] != 0;
+        break;
+      case FastCode::kLogicalOr:
+        --top;
+        *top = *top != 0 || top[1] != 0;
+        break;
       case FastCode::kNegate: *top = Wrap(0U - static_cast<uint32_t>(*top)); break;
       case FastCode::kNot: *top = *top == 0; break;
       case FastCode::kInvert: *top = ~*top; break;
@@ -185,9 +243,11 @@ bool Interpreter::RunFast(const FastProgram& program, int32_t* result) {
         break;
       case FastCode::kCompound:
       case FastCode::kCompoundElement: {
-        const Place target = op->code == FastCode::kCompound ? Place{address(*op), op->size, op->type} : *place--;
+        const Place target =
+            op->code == FastCode::kCompound ? Place{address(*op), op->size, op->type} : *place--;
         int64_t value = 0;
-        if (!Compound(op->op->token, LoadSigned(target), *top, &value)) return Fail(op->op->node, "Division by zero");
+        if (!Compound(op->op->token, LoadSigned(target), *top, &value))
+          return Fail(op->op->node, "Division by zero");
         *top = static_cast<int32_t>(value);
         Store(target.address, target.size, *top);
         break;

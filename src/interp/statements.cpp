@@ -7,7 +7,7 @@ namespace vorc {
 
 namespace {
 
-constexpr int32_t kReturnRegister = 60;   // what a function without `return` leaves to its first caller
+constexpr int32_t kReturnRegister = 60;  // what a function without `return` leaves to its first caller
 
 STATEMENT_BLOCK* Enclosing(const STATEMENT_BLOCK* statement) {
   if (statement->ParentStatement != nullptr) return statement->ParentStatement;
@@ -21,18 +21,21 @@ bool IsLoop(const STATEMENT_BLOCK* statement) {
 
 STATEMENT_BLOCK* FindParentLoop(const STATEMENT_BLOCK* statement, bool or_switch) {
   STATEMENT_BLOCK* at = Enclosing(statement);
-  while (at != nullptr && !IsLoop(at) && !(or_switch && at->StatementType == STATEMENT_TYPE_SWITCH)) at = Enclosing(at);
+  while (at != nullptr && !IsLoop(at) && !(or_switch && at->StatementType == STATEMENT_TYPE_SWITCH))
+    at = Enclosing(at);
   return at;
 }
 
 void SetBreakContinueExecutionState(STATEMENT_BLOCK* target, STATEMENT_BLOCK* statement, uint8_t state) {
-  for (STATEMENT_BLOCK* at = statement; at != nullptr && at != target; at = Enclosing(at)) at->ExecState = state;
+  for (STATEMENT_BLOCK* at = statement; at != nullptr && at != target; at = Enclosing(at))
+    at->ExecState = state;
   target->ExecState = state;
 }
 
 bool HasLabel(const StatementList& list, const Name* name) {
   for (const STATEMENT_BLOCK* at = list.First; at != nullptr; at = at->Next) {
-    if (at->StatementType == STATEMENT_TYPE_LABEL && at->Symbol != nullptr && at->Symbol->name == name) return true;
+    if (at->StatementType == STATEMENT_TYPE_LABEL && at->Symbol != nullptr && at->Symbol->name == name)
+      return true;
   }
   return false;
 }
@@ -52,12 +55,14 @@ bool Interpreter::InterpretScript() {
   UpdateArgSpOffset(slot_, entry);
   const int64_t locals = UpdateLocalVarAddress(slot_, entry);
   if (locals + 1 > frame_.stack_pointer) {
-    slot_.ErrorAt(entry->Line, 0, Format("The script's stack of %d words is used up in function 'main'.",
-                                         static_cast<int>(ScriptMemory::kStackWords)));
+    slot_.ErrorAt(entry->Line, 0,
+                  Format("The script's stack of %d words is used up in function 'main'.",
+                         static_cast<int>(ScriptMemory::kStackWords)));
     return false;
   }
   frame_.stack_pointer -= locals + 1;
-  for (STATEMENT_BLOCK* statement = entry->ProcBody->Statements.First; statement != nullptr; statement = statement->Next) {
+  for (STATEMENT_BLOCK* statement = entry->ProcBody->Statements.First; statement != nullptr;
+       statement = statement->Next) {
     statement->ExecState = kNone;
     if (!ExecStatement(statement)) return false;
     if (statement->ExecState == kExit || statement->ExecState == kReturn) break;
@@ -70,8 +75,9 @@ void Interpreter::RunStatement(STATEMENT_BLOCK* statement) {
   const int64_t top = static_cast<int64_t>(ScriptMemory::kStackWords) - 1;
   const int64_t locals = UpdateLocalVarAddress(slot_, statement->OwnerFunction);
   if (locals + 1 > top) {
-    slot_.ErrorAt(statement->Line, 0, Format("The script's stack of %d words is used up at file level.",
-                                             static_cast<int>(ScriptMemory::kStackWords)));
+    slot_.ErrorAt(statement->Line, 0,
+                  Format("The script's stack of %d words is used up at file level.",
+                         static_cast<int>(ScriptMemory::kStackWords)));
     return;
   }
   frame_.base = top;
@@ -196,7 +202,8 @@ bool Interpreter::ExecSwitch(STATEMENT_BLOCK* statement) {
   statement->ExecState = kNone;
   STATEMENT_BLOCK* label = nullptr;
   STATEMENT_BLOCK* fallback = nullptr;
-  for (STATEMENT_BLOCK* at = statement->Block->Statements.First; at != nullptr && label == nullptr; at = at->Next) {
+  for (STATEMENT_BLOCK* at = statement->Block->Statements.First; at != nullptr && label == nullptr;
+       at = at->Next) {
     if (at->StatementType == STATEMENT_TYPE_DEFAULT) fallback = at;
     if (at->StatementType == STATEMENT_TYPE_CASE && static_cast<int32_t>(at->CaseValue) == value) label = at;
   }
@@ -241,9 +248,11 @@ bool Interpreter::ExecContinue(STATEMENT_BLOCK* statement) {
 bool Interpreter::ExecGoto(STATEMENT_BLOCK* statement) {
   const PROC_TABLE* body = statement->OwnerFunction->ProcBody;
   bool found = HasLabel(body->Statements, statement->GotoLabel);
-  for (const CODE_BLOCK* block : body->Blocks) found = found || HasLabel(block->Statements, statement->GotoLabel);
+  for (const CODE_BLOCK* block : body->Blocks)
+    found = found || HasLabel(block->Statements, statement->GotoLabel);
   if (found) return true;
-  slot_.ErrorAt(statement->Line, 75, Format("goto: target label not found '%s'.", statement->GotoLabel->c_str()));
+  slot_.ErrorAt(statement->Line, 75,
+                Format("goto: target label not found '%s'.", statement->GotoLabel->c_str()));
   return false;
 }
 

@@ -11,10 +11,10 @@ enum class BuiltinResult : uint8_t { kVoid, kInt, kDouble, kText, kPointer };
 /// A row of the table of built-ins.
 struct SysFunc {
   const char* name;
-  int argument_count;          ///< -1 where the count is free
+  int argument_count;  ///< -1 where the count is free
   BuiltinResult result;
-  bool any_count;              ///< called with any number of arguments, whatever the count says
-  BuiltinHandler handler;      ///< null for a built-in whose library is not part of this program
+  bool any_count;          ///< called with any number of arguments, whatever the count says
+  BuiltinHandler handler;  ///< null for a built-in whose library is not part of this program
 };
 
 /// The row of a name, or null.

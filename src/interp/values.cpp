@@ -37,8 +37,12 @@ bool IsUnsignedType(Tok type) {
   }
 }
 
-bool IsRealType(Tok type) { return type == Tok::float_ || type == Tok::double_ || type == Tok::longdouble; }
-bool IsCharType(Tok type) { return type == Tok::char_ || type == Tok::UCHAR; }
+bool IsRealType(Tok type) {
+  return type == Tok::float_ || type == Tok::double_ || type == Tok::longdouble;
+}
+bool IsCharType(Tok type) {
+  return type == Tok::char_ || type == Tok::UCHAR;
+}
 
 uint64_t FieldMask(const SYM_REC* symbol) {
   return symbol->BitFieldWidth >= 64 ? ~uint64_t{0} : (uint64_t{1} << symbol->BitFieldWidth) - 1;
@@ -68,9 +72,10 @@ int32_t Interpreter::ElementSize(const Entry& entry) {
 void Interpreter::Materialize(Entry* entry) {
   if (!entry->IsVariable() || entry->address == nullptr) return;
   VORC_TRACE("DIAG: materialize name=%s addr=%p width=%d type=%d\n",
-             entry->symbol == nullptr ? "?" : entry->symbol->name->c_str(), static_cast<void*>(entry->address),
-             ElementSize(*entry), static_cast<int>(entry->type));
-  if (entry->kind == 2 && entry->depth == 0) return LoadScalar(entry, entry->address, entry->type, entry->symbol);
+             entry->symbol == nullptr ? "?" : entry->symbol->name->c_str(),
+             static_cast<void*>(entry->address), ElementSize(*entry), static_cast<int>(entry->type));
+  if (entry->kind == 2 && entry->depth == 0)
+    return LoadScalar(entry, entry->address, entry->type, entry->symbol);
   if (entry->kind == 3) {
     entry->value = Read<int64_t>(entry->address);
     entry->width = 8;
@@ -238,7 +243,8 @@ void Interpreter::StoreInteger(const Entry& target, int64_t value) {
   if (symbol->BitFieldWidth > 0 && size <= 8) {
     const uint64_t mask = FieldMask(symbol) << symbol->BitFieldOffset;
     const uint64_t unit = ReadBytes(target.address, size);
-    value = static_cast<int64_t>((unit & ~mask) | ((static_cast<uint64_t>(value) << symbol->BitFieldOffset) & mask));
+    value = static_cast<int64_t>((unit & ~mask) |
+                                 ((static_cast<uint64_t>(value) << symbol->BitFieldOffset) & mask));
   }
   std::memcpy(target.address, &value, static_cast<size_t>(size < 8 ? size : 8));
   if (size > 8) std::memset(target.address + 8, value < 0 ? 0xff : 0, static_cast<size_t>(size - 8));
@@ -260,11 +266,13 @@ void Interpreter::StoreNumber(const Entry& target, const Entry& source) {
     return;
   }
   if (IsRealType(target.type)) {
-    const double value = source.IsDouble() ? source.real
+    const double value = source.IsDouble()   ? source.real
                          : source.width == 8 ? static_cast<double>(source.value)
                                              : static_cast<double>(source.Low());
-    if (target.type == Tok::float_) Write(target.address, static_cast<float>(value));
-    else Write(target.address, value);
+    if (target.type == Tok::float_)
+      Write(target.address, static_cast<float>(value));
+    else
+      Write(target.address, value);
     return;
   }
   StoreInteger(target, source.IsDouble() ? TruncatedToInteger(source.real) : source.value);
@@ -279,11 +287,13 @@ void Interpreter::Assign(Entry* left, Entry* right, bool last) {
     const bool null_variable = text != nullptr && right->IsVariable() && right->kind != 1 &&
                                Read<const char*>(right->address) == nullptr;
     if (text != nullptr && !null_variable) {
-      if (dollar) StoreDollarText(left->symbol, left->address, text);
-      else Write<const char*>(left->address, text);
+      if (dollar)
+        StoreDollarText(left->symbol, left->address, text);
+      else
+        Write<const char*>(left->address, text);
       right->SetText(text);
-    } else if (left->record != nullptr && left->kind == 2 && right->record == left->record && right->kind == 2 &&
-               right->address != nullptr) {
+    } else if (left->record != nullptr && left->kind == 2 && right->record == left->record &&
+               right->kind == 2 && right->address != nullptr) {
       std::memmove(left->address, right->address, static_cast<size_t>(ElementSize(*left)));
     } else {
       const bool address = right->kind == 1 && right->IsVariable();
@@ -377,7 +387,8 @@ int64_t IntegerCompound(Tok token, int64_t a, int64_t b) {
 }  // namespace
 
 bool Interpreter::CompoundAssign(const Op& op, Entry* left, Entry* right) {
-  const bool storable = left->IsVariable() && left->symbol != nullptr && left->address != nullptr && left->kind == 2;
+  const bool storable =
+      left->IsVariable() && left->symbol != nullptr && left->address != nullptr && left->kind == 2;
   if (!storable) return true;
   bool done = false;
   if (!CompoundText(op, left, right, &done)) return false;
@@ -386,7 +397,8 @@ bool Interpreter::CompoundAssign(const Op& op, Entry* left, Entry* right) {
   const Entry place = *left;
   Materialize(left);
   // Unlike other reads, this one keeps the sign of a narrow integer.
-  if (!left->IsDouble() && left->width == 1 && place.type != Tok::UCHAR) left->value = static_cast<int8_t>(left->value);
+  if (!left->IsDouble() && left->width == 1 && place.type != Tok::UCHAR)
+    left->value = static_cast<int8_t>(left->value);
   if (!left->IsDouble() && left->width == 2) left->value = static_cast<int16_t>(left->value);
   if (!left->IsDouble() && left->width == 4) left->value = left->Low();
   const CompoundForm a = FormOf(*left);
@@ -415,7 +427,8 @@ bool Interpreter::PrePostStep(const EXPR_NODE* node, Tok token, Entry* entry) {
   if (entry->kind == 1) return Fail(node, "Address Constant cannot be changed.");
   if (entry->kind == 3 || entry->address == nullptr || entry->symbol == nullptr) return true;
   const int step = token == Tok::PLUS_PLUS ? 1 : -1;
-  const bool real = IsRealType(entry->type) || (entry->IsDollar() && entry->symbol->CurrentType == Tok::double_);
+  const bool real =
+      IsRealType(entry->type) || (entry->IsDollar() && entry->symbol->CurrentType == Tok::double_);
   if (real) {
     // One rule for the three real types: a double's eight bytes, whatever the variable's own width.
     const double value = Read<double>(entry->address) + step;
@@ -425,9 +438,12 @@ bool Interpreter::PrePostStep(const EXPR_NODE* node, Tok token, Entry* entry) {
     entry->width = 8;
   } else {
     LoadScalar(entry, entry->address, entry->type, entry->symbol);
-    const auto value = static_cast<int64_t>(static_cast<uint64_t>(entry->value) + static_cast<uint64_t>(int64_t{step}));
-    if (entry->IsDollar()) Write(entry->address, value);
-    else StoreInteger(*entry, value);
+    const auto value =
+        static_cast<int64_t>(static_cast<uint64_t>(entry->value) + static_cast<uint64_t>(int64_t{step}));
+    if (entry->IsDollar())
+      Write(entry->address, value);
+    else
+      StoreInteger(*entry, value);
     LoadScalar(entry, entry->address, entry->type, entry->symbol);
   }
   return true;

@@ -13,7 +13,8 @@ namespace vorc {
 /// Parses a text in compile mode, without anything behind the parser.
 class ParsedSource : public ParseServices {
  public:
-  explicit ParsedSource(const std::string& text, int cpu_size = 64) : slot(std::make_unique<C_SLOT>()), scanner(*slot) {
+  explicit ParsedSource(const std::string& text, int cpu_size = 64)
+      : slot(std::make_unique<C_SLOT>()), scanner(*slot) {
     slot->Target.CPUSIZE = slot->Target.ADDRSIZE = cpu_size;
     slot->Display.set_quiet(true);
     slot->Services = this;

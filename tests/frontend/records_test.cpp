@@ -45,8 +45,8 @@ TEST(Expressions, NumbersCarryTheirImmediateClass) {
     const char* number;
     int immediate_class;
     int size;
-  } cases[] = {{"200", 4, 1},      {"300", 3, 4},       {"20000", 2, 4},
-               {"2000000", 5, 4},  {"5000000000", 6, 8}, {"0xFF", 4, 1}};
+  } cases[] = {{"200", 4, 1},     {"300", 3, 4},        {"20000", 2, 4},
+               {"2000000", 5, 4}, {"5000000000", 6, 8}, {"0xFF", 4, 1}};
   for (const auto& c : cases) {
     ParsedSource parsed(std::string("int x;\nint test(void)\n{\nx = ") + c.number + ";\n}\n");
     const EXPR_NODE* node = parsed.Function("test")->ProcBody->Statements.First->Expression->Next;
@@ -72,7 +72,9 @@ TEST(Layout, IsPackedAndCountsBasesFirst) {
   EXPECT_EQ(z.Symbol->MemberOffset, 4);
   EXPECT_NE(parsed.messages.find("'U2' is not a base class/struct type"), std::string::npos);
 
-  ParsedSource bases("struct A { char a; int b; };\nstruct C { char c; };\nstruct D : A, C { char d; };\nstruct E : D { int e; };\n");
+  ParsedSource bases(
+      "struct A { char a; int b; };\nstruct C { char c; };\nstruct D : A, C { char d; };\nstruct E : D { int "
+      "e; };\n");
   STRUCT_REC* e = bases.Struct("E");
   const struct {
     const char* member;
@@ -108,7 +110,8 @@ TEST(Layout, FirstParameterLiesHighest) {
 
 TEST(Functions, KeepOneRecordForEachSignature) {
   ParsedSource parsed(
-      "void f(int);\nvoid f(int a) { }\nint g(void);\nint g();\nint h(int a);\nint h(int a, char b);\nint main() { return 0; }\n");
+      "void f(int);\nvoid f(int a) { }\nint g(void);\nint g();\nint h(int a);\nint h(int a, char b);\nint "
+      "main() { return 0; }\n");
   EXPECT_TRUE(parsed.good) << parsed.messages;
   EXPECT_NE(parsed.Function("f")->ProcBody, nullptr);
   int live_g = 0;

@@ -37,7 +37,8 @@ class BufferCompilation {
 
   /// Runs `main`, if there is one and the parse went well.
   void RunMain() {
-    if (slot_->Display.ErrorCount == 0 && FindProgramEntryLabel(*slot_) != nullptr) interpreter_.InterpretScript();
+    if (slot_->Display.ErrorCount == 0 && FindProgramEntryLabel(*slot_) != nullptr)
+      interpreter_.InterpretScript();
   }
 
  private:
@@ -51,11 +52,12 @@ class BufferCompilation {
 /// Takes the handler from every built-in that isn't known to be harmless; calling one is an error.
 inline void DisarmBuiltins() {
   constexpr std::string_view kHarmless[] = {
-      "printf", "malloc", "iprint", "isprint", "morv_concat", "morv_getparam", "morv_str", "morv_starts", "morv_ends",
-      "morv_search", "morv_substr", "morv_trim", "morv_upper", "morv_lower", "morv_replace_all", "morv_html",
-      "morv_hex", "morv_bits", "morv_atoi", "morv_parse_hex", "morv_list_", "morv_map_", "morv_dict_", "morv_set_",
-      "morv_tuple_", "morv_split", "morv_join", "morv_json_get", "morv_re", "ised", "morv_sha256", "morv_base64",
-      "morv_unbase64", "morv_version_cmp", "icut", "morv_assert"};
+      "printf",      "malloc",         "iprint",           "isprint",          "morv_concat", "morv_getparam",
+      "morv_str",    "morv_starts",    "morv_ends",        "morv_search",      "morv_substr", "morv_trim",
+      "morv_upper",  "morv_lower",     "morv_replace_all", "morv_html",        "morv_hex",    "morv_bits",
+      "morv_atoi",   "morv_parse_hex", "morv_list_",       "morv_map_",        "morv_dict_",  "morv_set_",
+      "morv_tuple_", "morv_split",     "morv_join",        "morv_json_get",    "morv_re",     "ised",
+      "morv_sha256", "morv_base64",    "morv_unbase64",    "morv_version_cmp", "icut",        "morv_assert"};
   constexpr std::string_view kHarmful[] = {"morv_remove", "morv_rename", "ised_file"};
   for (const SysFunc& row : SystemFunctions()) {
     const std::string_view name = row.name;

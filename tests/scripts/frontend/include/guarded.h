@@ -1,4 +1,6 @@
 #ifndef GUARDED
 #define GUARDED
-int guarded(int a) { return a + 1; }
+int guarded(int a) {
+  return a + 1;
+}
 #endif
