@@ -304,6 +304,8 @@ bool Parser::ParseVariable(const Scope& scope, Declarator* declarator, FUNCPROTO
     symbol->FunctionPointer = function_pointer;
   }
   if (!declarator->dimensions.empty()) {
+    // An array that was `extern` so far may not have had its size.
+    symbol->InterpreterData = nullptr;
     SetShape(slot_, symbol, declarator->dimensions.data(), static_cast<int>(declarator->dimensions.size()));
   }
   symbol->MemberType = scope.owner != nullptr ? scope.owner->CurrentMemberAccess : MEMBER_TYPE_NONE;
