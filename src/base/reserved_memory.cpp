@@ -4,7 +4,9 @@
 
 namespace vorc {
 
-ReservedMemory::ReservedMemory(size_t size, void* wanted_address) : size_(size) {
+namespace {
+
+char* Reserve(size_t size, void* wanted_address) {
   constexpr int kProtection = PROT_READ | PROT_WRITE;
   constexpr int kFlags = MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE;
   void* memory = MAP_FAILED;
@@ -12,10 +14,17 @@ ReservedMemory::ReservedMemory(size_t size, void* wanted_address) : size_(size) 
     memory = mmap(wanted_address, size, kProtection, kFlags | MAP_FIXED_NOREPLACE, -1, 0);
   }
   if (memory == MAP_FAILED) memory = mmap(nullptr, size, kProtection, kFlags, -1, 0);
-  if (memory == MAP_FAILED)
-    size_ = 0;
-  else
-    data_ = static_cast<char*>(memory);
+  return memory == MAP_FAILED ? nullptr : static_cast<char*>(memory);
+}
+
+}  // namespace
+
+ReservedMemory::ReservedMemory(std::initializer_list<size_t> sizes, void* wanted_address) {
+  for (const size_t size : sizes) {
+    data_ = Reserve(size, wanted_address);
+    size_ = data_ == nullptr ? 0 : size;
+    if (data_ != nullptr) return;
+  }
 }
 
 ReservedMemory::~ReservedMemory() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <initializer_list>
 
 namespace vorc {
 
@@ -8,7 +9,10 @@ namespace vorc {
 class ReservedMemory {
  public:
   /// Reserves `size` bytes, at `wanted_address` if that is not null and free.
-  explicit ReservedMemory(size_t size, void* wanted_address = nullptr);
+  explicit ReservedMemory(size_t size, void* wanted_address = nullptr)
+      : ReservedMemory({size}, wanted_address) {}
+  /// Reserves the first of several sizes that the host grants.
+  explicit ReservedMemory(std::initializer_list<size_t> sizes, void* wanted_address = nullptr);
   ~ReservedMemory();
   ReservedMemory(const ReservedMemory&) = delete;
   ReservedMemory& operator=(const ReservedMemory&) = delete;

@@ -51,6 +51,10 @@ class Compilation {
 
 int Compilation::Run() {
   FillSlot();
+  if (!interpreter_.ready() || !slot_->Expressions.reserved()) {
+    std::fputs("vorc: failed (the host grants too little address space)\n", stderr);
+    return kExitFailure;
+  }
   if (!options_.quiet) {
     std::printf("vorc: %s '%s'\n", options_.morv ? "interpreting" : "compiling", options_.source.c_str());
     std::fflush(stdout);

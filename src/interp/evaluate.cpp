@@ -10,7 +10,7 @@ namespace vorc {
 namespace {
 
 constexpr int kDeepestOperands = 32;
-constexpr size_t kOperandMemory = size_t{256} << 20;
+constexpr std::initializer_list<size_t> kOperandMemory = {size_t{256} << 20, size_t{16} << 20};
 
 int32_t WrappedDivide(int32_t a, int32_t b) {
   return b == -1 ? static_cast<int32_t>(0U - static_cast<uint32_t>(a)) : a / b;

@@ -73,6 +73,8 @@ struct Entry {
 class Interpreter final : public ParseServices {
  public:
   explicit Interpreter(C_SLOT& slot);
+  /// False if the host grants no memory to run in.
+  bool ready() const { return memory_.stack() != nullptr && operand_memory_.data() != nullptr; }
 
   /// Runs `main`. False after an error or without a `main`.
   bool InterpretScript();

@@ -1,6 +1,7 @@
 #include "interp/memory.h"
 
 #include <cstring>
+#include <initializer_list>
 
 namespace vorc {
 
@@ -8,21 +9,17 @@ namespace {
 
 // Below 2 GiB, where nothing else of a position-independent program lives.
 void* const kWantedAddress = reinterpret_cast<void*>(0x10000000);
-constexpr size_t kDataSize = size_t{0x60000000};
-constexpr size_t kTextSize = size_t{64} << 30;
-constexpr size_t kSmallTextSize = size_t{1} << 30;
+// A host that limits address space gets by with less.
+constexpr std::initializer_list<size_t> kDataSizes = {size_t{0x60000000}, size_t{256} << 20,
+                                                      size_t{32} << 20};
+constexpr std::initializer_list<size_t> kTextSizes = {size_t{64} << 30, size_t{1} << 30, size_t{128} << 20,
+                                                      size_t{32} << 20};
 // What runs over the end of the stack or of the data reads zeros, and so ends as a text.
 constexpr size_t kGap = size_t{64} * 1024;
 constexpr size_t kAlignment = 16;
 
 size_t Aligned(size_t size) {
   return (size + kAlignment - 1) & ~(kAlignment - 1);
-}
-
-size_t TextSize() {
-  // A host that counts reservations as use may refuse the large one.
-  const ReservedMemory probe(kTextSize);
-  return probe.data() != nullptr ? kTextSize : kSmallTextSize;
 }
 
 }  // namespace
@@ -33,7 +30,7 @@ ScriptMemory& ScriptMemory::Instance() {
 }
 
 ScriptMemory::ScriptMemory()
-    : data_(kDataSize, kWantedAddress), texts_(TextSize()), data_used_(kStackWords * kWordSize + kGap) {}
+    : data_(kDataSizes, kWantedAddress), texts_(kTextSizes), data_used_(kStackWords * kWordSize + kGap) {}
 
 char* ScriptMemory::Allocate(size_t size) {
   const size_t needed = Aligned(size == 0 ? 1 : size);
