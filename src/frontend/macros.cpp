@@ -9,7 +9,8 @@ namespace {
 
 constexpr int kDeepestExpansion = 32;
 // No sane macro comes near this; one that doubles itself at every level would never end.
-constexpr size_t kMostExpandedTokens = 1'000'000;
+constexpr size_t kMostExpandedTokens = 100'000;
+constexpr size_t kMostTokensOfAllMacros = 10'000'000;
 
 }  // namespace
 
@@ -50,6 +51,9 @@ void Scanner::DeliverItem(const DEFINE_ITEM* item) {
   now_.Blanks = {};
   if (++macro_tokens_ == kMostExpandedTokens) {
     slot_.Fatal(Format("A macro expands to more than %zu tokens.", kMostExpandedTokens));
+  }
+  if (++all_macro_tokens_ == kMostTokensOfAllMacros) {
+    slot_.Fatal(Format("The macros of a source expand to more than %zu tokens.", kMostTokensOfAllMacros));
   }
   if (slot_.Stopped) {
     now_.Macro = nullptr;

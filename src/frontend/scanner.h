@@ -192,6 +192,7 @@ class Scanner {
   std::deque<SourceText> buffers_;
   std::deque<FileFrame> frames_;
   size_t macro_tokens_ = 0;  ///< tokens delivered by macros since the last one from a file
+  size_t all_macro_tokens_ = 0;
   int opened_files_ = 0;
   bool joining_long_ = false;
 };
