@@ -34,21 +34,16 @@ def check(vorc, page, text, match):
 def main():
     vorc, places = os.path.abspath(sys.argv[1]), map(pathlib.Path, sys.argv[2:])
     pages = [page for place in places for page in (sorted(place.rglob("*.md")) if place.is_dir() else [place])]
-    passed = failed = 0
+    results = []
     for page in pages:
         text = page.read_text()
         matches = list(EXAMPLE.finditer(text))
         # A block the pattern missed would go untested without a word.
         if len(matches) != len(re.findall(r"^```output$", text, re.MULTILINE)):
             print(f"FAIL {page}: an output block without a script in front of it")
-            failed += 1
-        for match in matches:
-            if check(vorc, page, text, match):
-                passed += 1
-            else:
-                failed += 1
-    print(f"{passed} passed, {failed} failed")
-    return 1 if failed or not passed else 0
+            results.append(False)
+        results += [bool(check(vorc, page, text, match)) for match in matches]
+    return program.close(results)
 
 
 if __name__ == "__main__":

@@ -75,6 +75,13 @@ def run(command, folder, timeout=60, stdout=None):
                       usage.ru_utime + usage.ru_stime, usage.ru_maxrss / 1024, expired.is_set())
 
 
+def close(results):
+    """Prints the closing line for a list of outcomes; the answer is the exit status."""
+    passed = sum(results)
+    print(f"{passed} passed, {len(results) - passed} failed")
+    return 0 if passed and passed == len(results) else 1
+
+
 def show_difference(expected, actual, lines=12):
     import difflib
     difference = difflib.unified_diff(expected.decode("utf-8", "replace").splitlines(),

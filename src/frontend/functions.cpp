@@ -209,7 +209,9 @@ bool Parser::InsertArgument(FUNCPROTO_REC* proto, const Scope& scope) {
     AcceptDeclaredName(&declarator);
   }
   if (At(Tok::LBRACKET) && !ParseArrayDimension(scope, &declarator.dimensions)) return false;
-  if (!At(Tok::COMMA) && !At(Tok::RPAREN)) return Fail(0, "Invalid argument parameter");
+  // A list that just isn't closed is the caller's to report.
+  const bool open_end = At(Tok::LSECONDBRACKET) || At(Tok::SEMICOLON);
+  if (!At(Tok::COMMA) && !At(Tok::RPAREN) && !open_end) return Fail(0, "Invalid argument parameter");
   const bool is_void = declarator.type.BasicType == Tok::void_ && declarator.type.PointerDepth == 0;
   if (is_void && function_pointer == nullptr && declarator.name->Text.empty()) {
     InsertVoidArgument(proto, true);
