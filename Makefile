@@ -36,6 +36,8 @@ bench:
 	@$(call configure,build-bench,-DCMAKE_BUILD_TYPE=Release -DVORC_BENCH=ON -DVORC_TESTS=OFF)
 	@python3 bench/run.py build-bench/vorc
 	@build-bench/bench/micro_bench
+	@build-bench/bench/codec_bench
+	@build-bench/bench/pic_bench
 
 install: build
 	@cmake --install build --prefix $(DESTDIR)$(PREFIX)

@@ -7,7 +7,7 @@ set -euo pipefail
 declare -A packages=(
   [build]="g++ make cmake libssl-dev"
   [test]="libgtest-dev libgmock-dev python3"
-  [bench]="libbenchmark-dev python3 lua5.4 perl time"
+  [bench]="libbenchmark-dev zlib1g-dev python3 lua5.4 perl time"
   [clang]="clang"
   [fuzz]="clang libclang-rt-14-dev"
 )

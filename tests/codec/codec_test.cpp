@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "codec/checksums.h"
-#include "codec/plain_deflate.h"
 #include "codec/vzip.h"
+#include "plain_deflate.h"
 
 namespace {
 
