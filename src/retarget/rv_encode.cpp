@@ -19,16 +19,14 @@ int Checked(VrvEncoder& enc, bool fits, std::initializer_list<uint32_t> register
   return fits ? vrv_word(enc, word) : Fail(enc);
 }
 
-uint32_t ReadWord(const VrvEncoder& enc, uint32_t offset) {
-  uint32_t word = 0;
-  for (uint32_t i = 0; i < 4; ++i) word |= uint32_t{enc.code[offset + i]} << (8 * i);
-  return word;
+int Written(VrvEncoder& enc, bool done) {
+  return done ? 0 : Fail(enc);
 }
 
 int EmitWithFixup(VrvEncoder& enc, VrvFixup::Kind kind, int32_t label, uint32_t word) {
   if (enc.error) return 1;
   if (enc.fixups.size() == kVrvMaxFixups) return Fail(enc);
-  enc.fixups.push_back({enc.length(), label, kind});
+  enc.fixups.push_back({enc.code.size(), label, kind});
   return vrv_word(enc, word);
 }
 
@@ -43,17 +41,17 @@ int LoadUpperAndAdd(VrvEncoder& enc, uint32_t rd, int32_t value, decltype(vrv_ad
 
 bool Resolve(VrvEncoder& enc, const VrvFixup& fixup) {
   if (fixup.label < 0 || static_cast<size_t>(fixup.label) >= enc.labels.size()) return false;
-  const VrvLabel& label = enc.labels[static_cast<size_t>(fixup.label)];
+  const CodeLabel& label = enc.labels[static_cast<size_t>(fixup.label)];
   if (!label.placed) return false;
   const uint32_t bits = label.offset - fixup.offset;
   const auto distance = static_cast<int32_t>(bits);
-  const uint32_t word = ReadWord(enc, fixup.offset);
+  const uint32_t word = enc.code.Word(fixup.offset);
   if (fixup.kind == VrvFixup::kBranch) {
     if (!FitsBranch(distance)) return false;
-    vrv_poke_word(enc, fixup.offset, (word & kRvBranchKept) | RvBranchBits(bits));
+    enc.code.SetWord(fixup.offset, (word & kRvBranchKept) | RvBranchBits(bits));
   } else {
     if (!FitsJump(distance)) return false;
-    vrv_poke_word(enc, fixup.offset, (word & kRvJumpKept) | RvJumpBits(bits));
+    enc.code.SetWord(fixup.offset, (word & kRvJumpKept) | RvJumpBits(bits));
   }
   return true;
 }
@@ -66,33 +64,24 @@ void vrv_init(VrvEncoder& enc, uint32_t base) {
 }
 
 int vrv_word(VrvEncoder& enc, uint32_t word) {
-  if (enc.error) return 1;
-  for (int i = 0; i < 4; ++i) enc.code.push_back(static_cast<uint8_t>(word >> (8 * i)));
-  return 0;
+  return enc.error ? 1 : Written(enc, enc.code.AppendWord(word));
 }
 
 int vrv_bytes(VrvEncoder& enc, std::span<const uint8_t> bytes) {
-  if (enc.error) return 1;
-  enc.code.insert(enc.code.end(), bytes.begin(), bytes.end());
-  return 0;
+  return enc.error ? 1 : Written(enc, enc.code.Append(bytes));
 }
 
 int vrv_string(VrvEncoder& enc, std::string_view text) {
-  if (enc.error) return 1;
-  enc.code.insert(enc.code.end(), text.begin(), text.end());
-  enc.code.push_back(0);
-  return 0;
+  return enc.error ? 1 : Written(enc, enc.code.AppendText(text));
 }
 
 int vrv_align(VrvEncoder& enc, uint32_t n) {
-  if (enc.error) return 1;
-  if (n != 0 && enc.length() % n != 0) enc.code.resize(enc.code.size() + n - enc.length() % n);
-  return 0;
+  return enc.error ? 1 : Written(enc, enc.code.Align(n));
 }
 
 int vrv_poke_word(VrvEncoder& enc, uint32_t offset, uint32_t word) {
-  if (offset > enc.length() || enc.length() - offset < 4) return Fail(enc);
-  for (uint32_t i = 0; i < 4; ++i) enc.code[offset + i] = static_cast<uint8_t>(word >> (8 * i));
+  if (!enc.code.HoldsWord(offset)) return Fail(enc);
+  enc.code.SetWord(offset, word);
   return 0;
 }
 
@@ -107,7 +96,7 @@ int32_t vrv_new_label(VrvEncoder& enc) {
 
 int vrv_place_label(VrvEncoder& enc, int32_t label) {
   if (label < 0 || static_cast<size_t>(label) >= enc.labels.size()) return Fail(enc);
-  enc.labels[static_cast<size_t>(label)] = {true, enc.length()};
+  enc.labels[static_cast<size_t>(label)] = {true, enc.code.size()};
   return 0;
 }
 
@@ -241,7 +230,7 @@ int vrv_li64(VrvEncoder& enc, uint32_t rd, int32_t value) {
 }
 
 int vrv_la_pcrel(VrvEncoder& enc, uint32_t rd, int64_t target) {
-  const int64_t delta = target - (int64_t{enc.base} + enc.length());
+  const int64_t delta = target - (int64_t{enc.base} + enc.code.size());
   if (delta != static_cast<int32_t>(delta)) return 1;
   const auto bits = static_cast<uint32_t>(delta);
   if (vrv_auipc(enc, rd, (bits + kHalfImm12) >> 12) != 0) return 1;

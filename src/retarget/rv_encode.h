@@ -5,17 +5,13 @@
 #include <string_view>
 #include <vector>
 
+#include "retarget/code_bytes.h"
 #include "retarget/rv_formats.h"
 
 namespace vorc {
 
 inline constexpr size_t kVrvMaxLabels = 4096;
 inline constexpr size_t kVrvMaxFixups = 8192;
-
-struct VrvLabel {
-  bool placed = false;
-  uint32_t offset = 0;
-};
 
 /// A word whose distance to a label is still to be filled in.
 struct VrvFixup {
@@ -28,15 +24,13 @@ struct VrvFixup {
 
 /// RISC-V machine code as it grows. Registers are numbers 0 to 31, offsets count bytes of `code`.
 struct VrvEncoder {
-  std::vector<uint8_t> code;
+  CodeBytes code;
   /// The address of the first byte.
   uint32_t base = 0;
-  std::vector<VrvLabel> labels;
+  std::vector<CodeLabel> labels;
   std::vector<VrvFixup> fixups;
   /// Set by the first fault and never cleared: nothing is written any more.
   bool error = false;
-
-  uint32_t length() const { return static_cast<uint32_t>(code.size()); }
 };
 
 // All that emit give 0, or 1 if they could not. An operand out of range, a full table or a bad label sets

@@ -14,10 +14,9 @@ constexpr uint32_t kA0 = 10, kA1 = 11, kA2 = 12;
 
 std::string Listing(const VrvEncoder& enc) {
   std::string text;
-  for (uint32_t at = 0; at + 4 <= enc.length(); at += 4) {
-    const uint8_t* byte = &enc.code[at];
+  for (uint32_t at = 0; at + 4 <= enc.code.size(); at += 4) {
     std::string line;
-    vrv_disasm_one(byte[0] | byte[1] << 8 | byte[2] << 16 | uint32_t{byte[3]} << 24, enc.base + at, line);
+    vrv_disasm_one(enc.code.Word(at), enc.base + at, line);
     text += (text.empty() ? "" : "; ") + line;
   }
   return text;
@@ -58,9 +57,9 @@ TEST(RvEncode, LoadsOfAddresses) {
   vrv_nop(enc);
   EXPECT_EQ(vrv_la_pcrel(enc, kA0, 0x1004 + 0x12345801), 0);
   EXPECT_EQ(Listing(enc), "nop; auipc  a0,0x12346; addi   a0,a0,-2047");
-  const uint32_t length = enc.length();
+  const uint32_t length = enc.code.size();
   EXPECT_EQ(vrv_la_pcrel(enc, kA0, int64_t{1} << 33), 1);
-  EXPECT_EQ(enc.length(), length);
+  EXPECT_EQ(enc.code.size(), length);
   EXPECT_FALSE(enc.error);
 }
 
@@ -104,7 +103,7 @@ bool Reaches(bool jump, uint32_t distance, bool back = false) {
     vrv_place_label(enc, label);
   else
     go();
-  enc.code.resize(distance);
+  enc.code.AppendZeros(distance - enc.code.size());
   if (back)
     go();
   else
@@ -141,9 +140,9 @@ TEST(RvEncode, WhatSetsTheError) {
     VrvEncoder enc;
     EXPECT_EQ(test.emit(enc), 1) << test.what;
     EXPECT_TRUE(enc.error) << test.what;
-    const uint32_t length = enc.length();
+    const uint32_t length = enc.code.size();
     EXPECT_EQ(vrv_nop(enc), 1);
-    EXPECT_EQ(enc.length(), length);
+    EXPECT_EQ(enc.code.size(), length);
   }
   VrvEncoder enc;
   EXPECT_EQ(vrv_slli64(enc, 1, 1, 64), 1);
@@ -166,11 +165,12 @@ TEST(RvEncode, Data) {
   VrvEncoder enc;
   vrv_string(enc, "ab");
   vrv_align(enc, 0);
-  EXPECT_EQ(enc.length(), 3U);
+  EXPECT_EQ(enc.code.size(), 3U);
   vrv_align(enc, 4);
   vrv_align(enc, 4);
   vrv_poke_word(enc, 0, 0x01020304);
-  EXPECT_EQ(enc.code, (std::vector<uint8_t>{4, 3, 2, 1}));
+  EXPECT_EQ(enc.code.size(), 4U);
+  EXPECT_EQ(enc.code.bytes()[0], 4);
 }
 
 }  // namespace

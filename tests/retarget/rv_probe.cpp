@@ -41,7 +41,7 @@ void Try(const std::string& text, Emit emit) {
     Print("refused: " + text, 0);
     return;
   }
-  Print(text, enc.code[0] | enc.code[1] << 8 | enc.code[2] << 16 | uint32_t{enc.code[3]} << 24);
+  Print(text, enc.code.Word(0));
 }
 
 template <typename Work>
