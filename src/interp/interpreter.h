@@ -227,7 +227,7 @@ class Interpreter final : public ParseServices {
   std::vector<PendingStep> pending_;
 
   Frame frame_;
-  long current_line_ = 0;  ///< of the statement that runs
+  SourceLine current_line_;  ///< of the statement that runs
   double return_reg_double_ = 0.0;
   const char* return_reg_string_ = nullptr;
   bool return_reg_is_double_ = false;
