@@ -236,7 +236,7 @@ class Interpreter final : public ParseServices {
 
   Frame frame_;
   const void* host_stack_top_ = nullptr;  ///< where the run began on the host's stack
-  long current_line_ = 0;                 ///< of the statement that runs
+  SourceLine current_line_;               ///< of the statement that runs
   double return_reg_double_ = 0.0;
   const char* return_reg_string_ = nullptr;
   bool return_reg_is_double_ = false;

@@ -124,7 +124,7 @@ bool Interpreter::NullPointer(const EXPR_NODE* node, const Entry& entry, const c
   const char* name = entry.symbol == nullptr ? "?" : entry.symbol->name->c_str();
   const std::string text = Format("Unhandled Exception: '%s' has a value of 0x%08llX at line %d", name,
                                   static_cast<unsigned long long>(reinterpret_cast<uintptr_t>(pointer)),
-                                  node == nullptr ? 0 : node->Line);
+                                  node == nullptr ? 0 : node->Line.Line);
   MessageBox(text.c_str(), kTitle);
   return Fail(node, text);
 }

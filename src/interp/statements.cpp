@@ -48,7 +48,7 @@ bool Interpreter::InterpretScript() {
   frame_.return_reg = kReturnRegister;
   FUNCPROTO_REC* entry = FindProgramEntryLabel(slot_);
   if (entry == nullptr) {
-    slot_.ErrorAt(0, 0, "File has no 'main' ");
+    slot_.ErrorAt({slot_.Place.File, 0}, 0, "File has no 'main' ");
     return false;
   }
   if (entry->ProcBody == nullptr) return true;

@@ -35,7 +35,7 @@ constexpr int64_t kNoEnd = std::numeric_limits<int64_t>::max();
 
 void InitializerWalk::Fail(const INITIALIZER* element, const char* format) {
   good_ = false;
-  slot_.ErrorAt(element == nullptr ? slot_.Place.Line : static_cast<long>(element->Line), 0,
+  slot_.ErrorAt(element == nullptr ? slot_.Place : element->Line, 0,
                 Format(format, variable_->name->c_str()));  // NOLINT(clang-diagnostic-format-nonliteral)
 }
 

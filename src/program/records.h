@@ -5,6 +5,7 @@
 
 #include "base/record_table.h"
 #include "program/enumerations.h"
+#include "program/source_text.h"
 #include "program/tokens.h"
 
 // The program records: everything the parser learns of a source file. The interpreter, the code
@@ -52,7 +53,7 @@ struct DECL_SEQ {
   int64_t Index = -1;
   DeclKind DeclType = DECLTYPE_SYMBOL_NULL;
   void* Record = nullptr;
-  int32_t Line = 0;
+  SourceLine Line;
   DECL_SEQ* Next = nullptr;
 };
 
@@ -86,7 +87,7 @@ struct InitializerList {
 struct INITIALIZER {
   int64_t Index = -1;
   InitializerKind InitializerType = INITIALIZER_TYPE_NULL;
-  int64_t Line = 0;
+  SourceLine Line;
   EXPR_NODE* Expression = nullptr;
   InitializerList List;  ///< the elements of a nested `{ }`
   INITIALIZER* Next = nullptr;
@@ -110,7 +111,7 @@ struct SYM_REC : TypeSpec {
   int32_t BitFieldOffset = 0;
   int32_t MemberOffset = 0;  ///< bytes from the start of the owner's own members
   int32_t FrameOffset = 0;   ///< bytes from the frame base: upward for a parameter, else downward
-  int32_t Line = 0;
+  SourceLine Line;
   char* InterpreterData = nullptr;  ///< storage of a global or static in a script
   char* TextBuffer = nullptr;       ///< a typeless variable's own copy of its text
   uint32_t TextCapacity = 0;
@@ -152,8 +153,8 @@ struct STRUCT_REC {
   bool IsForwardDeclared = false;
   Tok DeclType = Tok::struct_;
   uint16_t StorageType = 0;
-  int32_t StartLine = 0;
-  int32_t EndLine = 0;
+  SourceLine StartLine;
+  SourceLine EndLine;
   MemberKind CurrentMemberAccess = MEMBER_TYPE_PUBLIC;
   List<PARENT_NODE> Parents;
   List<FRIEND_NODE> FriendClasses;
@@ -204,7 +205,7 @@ struct FUNCPROTO_REC {
   FUNCPROTO_REC* FirstOverload = nullptr;
   FUNCPROTO_REC* NextOverload = nullptr;
   PROC_TABLE* ProcBody = nullptr;
-  int32_t Line = 0;
+  SourceLine Line;
   FUNCPROTO_REC* Next = nullptr;
 };
 
@@ -216,8 +217,8 @@ struct StatementList {
 struct PROC_TABLE {
   int64_t Index = -1;
   Name* name = nullptr;
-  int32_t Line = 0;  ///< line of the opening brace
-  int32_t EndLine = 0;
+  SourceLine Line;  ///< line of the opening brace
+  SourceLine EndLine;
   SYMBOLS_HEADER LocalsHeader;
   StatementList Statements;
   FUNCPROTO_REC* Owner = nullptr;
@@ -232,7 +233,7 @@ struct CODE_BLOCK {
   SYMBOLS_HEADER LocalsHeader;
   StatementList Statements;
   STATEMENT_BLOCK* ParentStatement = nullptr;
-  int32_t Line = 0;
+  SourceLine Line;
   bool IsForClause = false;  ///< holds what the first clause of a `for` declares
   FUNCPROTO_REC* OwnerFunction = nullptr;
   CODE_BLOCK* Next = nullptr;  ///< next block of the same function
@@ -255,8 +256,8 @@ struct STATEMENT_BLOCK {
   STATEMENT_BLOCK* ParentStatement = nullptr;  ///< of a derived statement
   FUNCPROTO_REC* OwnerFunction = nullptr;
   STATEMENT_BLOCK* ForScope = nullptr;  ///< first clause whose names are visible here
-  int32_t Line = 0;
-  int32_t EndLine = 0;
+  SourceLine Line;
+  SourceLine EndLine;
   STATEMENT_BLOCK* Next = nullptr;
 };
 
@@ -274,7 +275,7 @@ struct CAST {
 /// arms of `?:` and parenthesised groups hang off a node as chains of their own.
 struct EXPR_NODE {
   int32_t Index = -1;
-  int32_t Line = 0;
+  SourceLine Line;
   Tok Token = Tok::NOTOKEN;
   uint8_t NumberSize = 0;
   uint8_t ImmediateClass = 0;
@@ -333,8 +334,7 @@ enum DefineType : uint8_t { DEFINE_TYPE_NORMAL = 0, DEFINE_TYPE_MACRO = 1 };
 struct DEFINE_REC {
   int64_t Index = -1;
   Name* name = nullptr;
-  std::string_view FileName;
-  int32_t LineNumber = 0;
+  SourceLine Line;
   DefineType Type = DEFINE_TYPE_NORMAL;
   int32_t ItemCount = 0;
   List<DEFINE_ITEM> Items;

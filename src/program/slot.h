@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <cstdio>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -11,10 +10,9 @@
 #include "program/diagnostics.h"
 #include "program/name_table.h"
 #include "program/records.h"
+#include "program/source_text.h"
 
 namespace vorc {
-
-class Interpreter;
 
 /// How many records of each kind one compilation can hold. Address space is all they cost.
 namespace capacity {
@@ -48,12 +46,6 @@ struct TargetOptions {
   std::vector<std::string> IncludePaths;
 };
 
-/// Where the scanner stands, for diagnostics.
-struct SourcePlace {
-  std::string_view File;
-  long Line = 0;
-};
-
 /// What the parser asks of the stage behind it: storage for what a script declares, and the
 /// execution of a file-level statement while the file is still being read.
 class ParseServices {
@@ -74,7 +66,8 @@ class ParseServices {
 struct C_SLOT {
   TargetOptions Target;
   Diagnostics Display;
-  SourcePlace Place;
+  SourceTexts Sources;
+  SourceLine Place;  ///< where the scanner stands
 
   NameTable Names;
   NameIndex Index;
@@ -111,10 +104,10 @@ struct C_SLOT {
 
   bool IsScript() const { return Target.ScriptInterpretor; }
 
-  void Error(long code, std::string_view text) { ErrorAt(Place.Line, code, text); }
-  void ErrorAt(long line, long code, std::string_view text);
+  void Error(long code, std::string_view text) { ErrorAt(Place, code, text); }
+  void ErrorAt(SourceLine line, long code, std::string_view text);
   void Warning(std::string_view text);
-  void WarningAt(long line, std::string_view text);
+  void WarningAt(SourceLine line, std::string_view text);
   /// One last error; the scanner then delivers nothing but the end of the file.
   void Fatal(std::string_view text);
 

@@ -12,7 +12,7 @@ void InsertDeclSequence(C_SLOT& slot, SYMBOLS_HEADER* header, DeclKind kind, voi
   DECL_SEQ* node = slot.New(slot.DeclSequence, "declarations");
   node->DeclType = kind;
   node->Record = record;
-  node->Line = static_cast<int32_t>(slot.Place.Line);
+  node->Line = slot.Place;
   header->DeclSequence.Append(node);
 }
 
@@ -67,7 +67,7 @@ SYM_REC* InsertVarName(C_SLOT& slot, SYMBOLS_HEADER* header, Name* name, const T
   static_cast<TypeSpec&>(*symbol) = type;
   symbol->name = name;
   symbol->IsParameter = is_parameter;
-  symbol->Line = static_cast<int32_t>(slot.Place.Line);
+  symbol->Line = slot.Place;
   if (header->ParentDataStructureType == PARENT_DATA_STRUCTURE_STRUCT) {
     symbol->OwnerStruct = static_cast<STRUCT_REC*>(header->Parent);
   }
@@ -78,6 +78,12 @@ SYM_REC* InsertVarName(C_SLOT& slot, SYMBOLS_HEADER* header, Name* name, const T
   return symbol;
 }
 
+void DeclareAt(SYMBOLS_HEADER* header, SYM_REC* symbol, SourceLine line) {
+  symbol->Line = line;
+  DECL_SEQ* last = header->DeclSequence.Last;
+  if (last != nullptr && last->Record == symbol) last->Line = line;
+}
+
 FUNCPROTO_REC* InsertFuncName(C_SLOT& slot, SYMBOLS_HEADER* header, Name* name, const TypeSpec& return_type) {
   FUNCPROTO_REC* proto = slot.New(slot.FuncPrototypes, "functions");
   proto->name = name;
@@ -86,7 +92,7 @@ FUNCPROTO_REC* InsertFuncName(C_SLOT& slot, SYMBOLS_HEADER* header, Name* name, 
   proto->ReturnKind = GetRetType(return_type);
   proto->ParametersHeader.ParentDataStructureType = PARENT_DATA_STRUCTURE_FUNCPROTO;
   proto->ParametersHeader.Parent = proto;
-  proto->Line = static_cast<int32_t>(slot.Place.Line);
+  proto->Line = slot.Place;
   if (header != nullptr) {
     if (header->ParentDataStructureType == PARENT_DATA_STRUCTURE_STRUCT) {
       proto->OwnerClass = static_cast<STRUCT_REC*>(header->Parent);
@@ -103,7 +109,7 @@ STRUCT_REC* InsertNewStruct(C_SLOT& slot, SYMBOLS_HEADER* header, Name* name, To
   record->DeclType = token;
   record->StorageType = storage;
   record->IsForwardDeclared = true;
-  record->StartLine = static_cast<int32_t>(slot.Place.Line);
+  record->StartLine = slot.Place;
   record->MembersHeader.ParentDataStructureType = PARENT_DATA_STRUCTURE_STRUCT;
   record->MembersHeader.Parent = record;
   header->Structs.Append(record);
@@ -147,7 +153,7 @@ PROC_TABLE* AttachProcBody(C_SLOT& slot, FUNCPROTO_REC* proto) {
   PROC_TABLE* body = slot.New(slot.ProcTables, "function bodies");
   body->name = proto->name;
   body->Owner = proto;
-  body->Line = static_cast<int32_t>(slot.Place.Line);
+  body->Line = slot.Place;
   body->LocalsHeader.ParentDataStructureType = PARENT_DATA_STRUCTURE_PROCBODY;
   body->LocalsHeader.Parent = body;
   proto->ProcBody = body;
@@ -160,7 +166,7 @@ CODE_BLOCK* NewCodeBlock(C_SLOT& slot, FUNCPROTO_REC* proto, STATEMENT_BLOCK* st
   block->LocalsHeader.Parent = block;
   block->OwnerFunction = proto;
   block->ParentStatement = statement;
-  block->Line = static_cast<int32_t>(slot.Place.Line);
+  block->Line = slot.Place;
   if (statement != nullptr) statement->Block = block;
   if (proto != nullptr && proto->ProcBody != nullptr) proto->ProcBody->Blocks.Append(block);
   return block;
@@ -171,7 +177,7 @@ STATEMENT_BLOCK* NewStatementBlock(C_SLOT& slot, FUNCPROTO_REC* proto, Statement
   STATEMENT_BLOCK* statement = slot.New(slot.StatementBlocks, "statements");
   statement->OwnerFunction = proto;
   statement->ParentCodeBlock = block;
-  statement->Line = static_cast<int32_t>(slot.Place.Line);
+  statement->Line = slot.Place;
   if (list->Last == nullptr)
     list->First = statement;
   else

@@ -32,7 +32,8 @@ struct ConflictResult {
 
 // --- creators -------------------------------------------------------------------------------
 
-/// Declares a variable in a scope. Its array shape and storage follow once the declarator is read.
+/// Declares a variable in a scope. Its array shape and storage follow once the declarator is read. As
+/// of every creator, the record's line is that of the current token; `DeclareAt` gives it another.
 SYM_REC* InsertVarName(C_SLOT& slot, SYMBOLS_HEADER* header, Name* name, const TypeSpec& type,
                        bool is_parameter);
 FUNCPROTO_REC* InsertFuncName(C_SLOT& slot, SYMBOLS_HEADER* header, Name* name, const TypeSpec& return_type);
@@ -47,6 +48,8 @@ CODE_BLOCK* NewCodeBlock(C_SLOT& slot, FUNCPROTO_REC* proto, STATEMENT_BLOCK* st
 STATEMENT_BLOCK* NewStatementBlock(C_SLOT& slot, FUNCPROTO_REC* proto, StatementList* list,
                                    CODE_BLOCK* block);
 STATEMENT_BLOCK* NewDerivedStatementBlock(C_SLOT& slot, STATEMENT_BLOCK* parent, const char* name);
+/// Moves a declaration to the line of its name.
+void DeclareAt(SYMBOLS_HEADER* header, SYM_REC* symbol, SourceLine line);
 /// Fills in what follows from a type: the resolved basic type, pointer levels and typedef'd arrays.
 void SettleType(C_SLOT& slot, SYM_REC* symbol);
 /// Gives a symbol an array shape; the dimensions of its typedef come behind its own.
