@@ -84,8 +84,9 @@ class Scanner {
   /// current. -1 after an error.
   int64_t ParseSingleQuote();
 
-  /// Moves behind the line that holds `rtlend`. False at the end of the file.
-  bool SkipRtlBlock();
+  /// Keeps the lines of a hardware block and moves behind the one that holds `rtlend`. False at the
+  /// end of the file.
+  bool ReadRtlBlock();
 
   /// Reports conditionals that are still open at the end of the main file.
   void ExaminePreProcessorStack();

@@ -231,7 +231,7 @@ bool Scanner::OpenIncludeFile(const std::string& name) {
   const SourceText* source = FindBufferFile(name);
   if (source == nullptr && !IsAbsolute(name)) source = LoadFile(FolderOf(now_.Frame->Source->Name) + name);
   if (source == nullptr) source = LoadFile(name);
-  for (const std::string& folder : slot_.Target.IncludePaths) {
+  for (const std::string& folder : slot_.Target.include_paths) {
     if (source == nullptr) source = LoadFile(folder + "/" + name);
   }
   if (source == nullptr && strcasecmp(name.c_str(), "stdarg.h") == 0) {

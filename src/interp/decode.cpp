@@ -6,7 +6,7 @@
 
 #include "interp/memory.h"
 #include "program/layout.h"
-#include "program/symtab.h"
+#include "program/members.h"
 
 namespace vorc {
 
@@ -194,7 +194,7 @@ void Decoder::DecodeVariable(SYM_REC* symbol, EXPR_NODE* node, Op* op) {
     STRUCT_REC* owner = node->OwnerFunction == nullptr ? nullptr : node->OwnerFunction->OwnerClass;
     const MemberResult member =
         FindStructMember(slot_, owner == nullptr ? symbol->OwnerStruct : owner, symbol->name);
-    if (member.Symbol != nullptr) op->offset = MemberDataOffset(slot_, member);
+    if (member.Symbol != nullptr) op->offset = MemberDataOffset(member);
   } else if (symbol->IsParameter) {
     op->storage = Storage::kParameter;
     op->offset = symbol->FrameOffset;

@@ -11,6 +11,7 @@
 #include "program/name_table.h"
 #include "program/records.h"
 #include "program/source_text.h"
+#include "program/target_options.h"
 
 namespace vorc {
 
@@ -32,19 +33,6 @@ inline constexpr size_t kEnumElements = 50'000;
 inline constexpr size_t kExpressions = 800'000;
 inline constexpr size_t kDeclSequence = 400'000;
 }  // namespace capacity
-
-/// What the command line asks of a compilation.
-struct TargetOptions {
-  int CPUSIZE = 64;
-  int ADDRSIZE = 64;
-  int EXEFORMAT = 0;
-  bool WarningsAsErrors = false;
-  int DebugSymbols = 0;
-  bool PicMode = false;
-  int OptimizationLevel = 0;
-  bool ScriptInterpretor = false;  ///< the dialect is accepted, and statements run
-  std::vector<std::string> IncludePaths;
-};
 
 /// What the parser asks of the stage behind it: storage for what a script declares, and the
 /// execution of a file-level statement while the file is still being read.
@@ -92,6 +80,11 @@ struct C_SLOT {
   SYMBOLS_HEADER Globals;
   FUNCPROTO_REC* MorvFuncProto = nullptr;
   ParseServices* Services = nullptr;
+  /// Statics of functions, in the order of their declarations.
+  std::vector<SYM_REC*> ProcStatics;
+  /// Lines of embedded hardware blocks, without their ends; an empty one closes each block.
+  std::vector<std::string_view> RtlLines;
+  int RtlBlocks = 0;
   bool Stopped = false;  ///< an error ended the compilation: nothing more is read
 
   /// A new record. A full table stops the compilation with one error; the record is then a spare.
@@ -102,7 +95,7 @@ struct C_SLOT {
     return new (Texts.Allocate(sizeof(T), alignof(T))) T();
   }
 
-  bool IsScript() const { return Target.ScriptInterpretor; }
+  bool IsScript() const { return Target.script; }
 
   void Error(long code, std::string_view text) { ErrorAt(Place, code, text); }
   void ErrorAt(SourceLine line, long code, std::string_view text);

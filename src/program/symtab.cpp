@@ -1,8 +1,6 @@
 #include "program/symtab.h"
 
-#include <cstring>
-
-#include "program/layout.h"
+#include "program/members.h"
 
 namespace vorc {
 
@@ -285,7 +283,7 @@ ConflictResult FindFactorIdentifier(const C_SLOT& slot, const FUNCPROTO_REC* pro
                                     const Name* name) {
   if (auto hit = FindLocalIdentifier(slot, proto, statement, block, name)) return hit;
   if (proto != nullptr && proto->OwnerClass != nullptr) {
-    const MemberResult member = FindStructMember(const_cast<C_SLOT&>(slot), proto->OwnerClass, name);
+    const MemberResult member = FindStructMember(slot, proto->OwnerClass, name);
     ConflictResult hit;
     if (member.Symbol != nullptr) {
       hit.Kind = BindingKind::kSymbol;
@@ -323,81 +321,6 @@ bool ExternVarConflict(const ConflictResult& result) {
 bool NonProcNameConflict(const ConflictResult& result) {
   if (result.Symbol() != nullptr && result.Symbol()->ImplicitExtern) return false;
   return result.Kind != BindingKind::kNone && result.Kind != BindingKind::kFunction;
-}
-
-MemberResult FindStructMember(C_SLOT& slot, STRUCT_REC* owner, const Name* name) {
-  MemberResult result;
-  for (const Binding* at = slot.Index.Find(&owner->MembersHeader, name); at != nullptr; at = at->Next) {
-    if (SkippedFunction(at)) continue;
-    if (at->Kind == BindingKind::kSymbol) result.Symbol = static_cast<SYM_REC*>(at->Record);
-    if (at->Kind == BindingKind::kFunction) result.Function = static_cast<FUNCPROTO_REC*>(at->Record);
-    if (!result) continue;
-    result.Owner = owner;
-    return result;
-  }
-  int32_t offset = 0;
-  for (const PARENT_NODE* base : owner->Parents) {
-    result = FindStructMember(slot, base->Struct, name);
-    if (result) {
-      result.BaseOffset += offset;
-      result.ParentsPrivate |= base->Access == INHERITANCE_TYPE_PRIVATE;
-      return result;
-    }
-    offset += GetObjectStructSize(slot, base->Struct);
-  }
-  return {};
-}
-
-int32_t MemberDataOffset(C_SLOT& slot, const MemberResult& member) {
-  GetStructSize(slot, member.Owner);
-  return member.BaseOffset + CalculateParentSizes(slot, member.Owner) + member.Symbol->MemberOffset;
-}
-
-bool FriendOfClass(const FUNCPROTO_REC* function, const STRUCT_REC* owner) {
-  if (function == nullptr) return false;
-  for (const FRIEND_NODE* node : function->FriendOf) {
-    if (node->Struct == owner) return true;
-  }
-  return false;
-}
-
-bool FriendOfClass(const STRUCT_REC* home, const STRUCT_REC* owner) {
-  if (home == nullptr) return false;
-  for (const FRIEND_NODE* node : owner->FriendClasses) {
-    if (node->Struct == home) return true;
-  }
-  return false;
-}
-
-bool InheritsFrom(const STRUCT_REC* derived, const STRUCT_REC* base) {
-  if (derived == base) return true;
-  for (const PARENT_NODE* parent : derived->Parents) {
-    if (InheritsFrom(parent->Struct, base)) return true;
-  }
-  return false;
-}
-
-namespace {
-
-const SYM_REC* FirstRealParameter(const FUNCPROTO_REC* proto) {
-  const SYM_REC* first = proto->ParametersHeader.Symbols.First;
-  const bool only_void = first != nullptr && first->BasicType == Tok::void_ && first->PointerDepth == 0;
-  return only_void ? nullptr : first;
-}
-
-}  // namespace
-
-int CompareParams(const FUNCPROTO_REC* a, const FUNCPROTO_REC* b) {
-  const SYM_REC* left = FirstRealParameter(a);
-  const SYM_REC* right = FirstRealParameter(b);
-  for (; left != nullptr && right != nullptr; left = left->Next, right = right->Next) {
-    const bool same = ExtractType(*left) == ExtractType(*right) && left->Struct == right->Struct &&
-                      left->TotalDepth == right->TotalDepth &&
-                      left->Shape.DimensionCount == right->Shape.DimensionCount;
-    if (!same) return -1;
-  }
-  if (left == nullptr && right == nullptr) return a->HasVarArgs == b->HasVarArgs ? 0 : 1;
-  return left == nullptr ? -1 : 1;
 }
 
 }  // namespace vorc
