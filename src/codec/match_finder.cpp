@@ -55,11 +55,18 @@ template <typename Visit>
 void MatchFinder::VisitCandidates(size_t position, Visit visit) const {
   const Bucket bucket = buckets_[Hash(text_.data() + position)];
   const uint32_t* ring = &rings_[bucket.ring * kCandidates];
-  const uint32_t candidates = std::min(bucket.inserted, kCandidates);
-  for (uint32_t i = 1; i <= candidates; ++i) {
-    const uint32_t distance = static_cast<uint32_t>(position) - ring[(bucket.inserted - i) % kCandidates];
-    if (distance - 1 >= kWindowSize || !visit(size_t{distance})) return;
-  }
+  const uint32_t newest = bucket.inserted % kCandidates;
+  const auto here = static_cast<uint32_t>(position);
+  const auto walk = [&](const uint32_t* end, const uint32_t* begin) {
+    while (end != begin) {
+      // The distance, negative.
+      const uint32_t behind = *--end - here;
+      if (behind < uint32_t{0} - static_cast<uint32_t>(kWindowSize)) return false;
+      if (!visit(static_cast<ptrdiff_t>(static_cast<int32_t>(behind)))) return false;
+    }
+    return true;
+  };
+  if (walk(ring + newest, ring) && bucket.inserted >= kCandidates) walk(ring + kCandidates, ring + newest);
 }
 
 Match MatchFinder::Find(size_t position) const {
@@ -68,14 +75,16 @@ Match MatchFinder::Find(size_t position) const {
   if (limit < sizeof(uint64_t)) return FindNearEnd(position);
   Match best;
   Sample sample = SampleBeyond(kMinMatch - 1);
+  const uint8_t* sampled = here + sample.offset;
   uint64_t wanted = sample.Of(here);
-  VisitCandidates(position, [&](size_t distance) {
-    if (sample.Of(here - distance) != wanted) return true;
-    const size_t length = CommonLength(here - distance, here, limit);
+  VisitCandidates(position, [&](ptrdiff_t behind) {
+    if ((LoadLittle64(sampled + behind) & sample.mask) != wanted) return true;
+    const size_t length = CommonLength(here + behind, here, limit);
     if (length <= best.length) return true;
-    best = {length, distance};
+    best = {length, static_cast<size_t>(-behind)};
     if (length == limit) return false;
     sample = SampleBeyond(length);
+    sampled = here + sample.offset;
     wanted = sample.Of(here);
     return true;
   });
@@ -85,15 +94,22 @@ Match MatchFinder::Find(size_t position) const {
 Match MatchFinder::FindNearEnd(size_t position) const {
   const uint8_t* here = text_.data() + position;
   Match best;
-  VisitCandidates(position, [&](size_t distance) {
-    const size_t length = CommonLength(here - distance, here, text_.size() - position);
-    if (length >= kMinMatch && length > best.length) best = {length, distance};
+  VisitCandidates(position, [&](ptrdiff_t behind) {
+    const size_t length = CommonLength(here + behind, here, text_.size() - position);
+    if (length >= kMinMatch && length > best.length) best = {length, static_cast<size_t>(-behind)};
     return true;
   });
   return best;
 }
 
+void MatchFinder::Prefetch(size_t position) const {
+  if (text_.size() - position < kMinMatch) return;
+  const Bucket& bucket = buckets_[Hash(text_.data() + position)];
+  __builtin_prefetch(&rings_[bucket.ring * kCandidates + (bucket.inserted - 1) % kCandidates]);
+}
+
 void MatchFinder::Insert(size_t first, size_t end) {
+  Prefetch(end);
   const uint8_t* text = text_.data();
   Bucket* buckets = buckets_.get();
   uint32_t* rings = rings_.get();

@@ -24,15 +24,17 @@ class MatchFinder {
   Match Find(size_t position) const;
 
   /// Makes the positions from `first` up to before `end` candidates for those to come. One with fewer than
-  /// three bytes left is passed over.
+  /// three bytes left is passed over. Expects a search at `end` next.
   void Insert(size_t first, size_t end);
 
  private:
-  /// Calls `visit` with the distance of each candidate, nearest first, until it gives false.
+  /// Calls `visit` with where each candidate lies from here, a negative number, nearest first, until it
+  /// gives false.
   template <typename Visit>
   void VisitCandidates(size_t position, Visit visit) const;
 
   Match FindNearEnd(size_t position) const;
+  void Prefetch(size_t position) const;
 
   // The candidates of one hash: how many positions were inserted, and which ring holds the last of them, 0
   // for none yet.
