@@ -41,14 +41,9 @@ struct BlockFile {
   Bytes header = Bytes(kVsymHeaderSize, 0);
 };
 
-Bytes Noise(size_t size) {
-  std::mt19937 random(1);
-  Bytes bytes(size);
-  for (uint8_t& byte : bytes) byte = static_cast<uint8_t>(random());
-  return bytes;
-}
-
 TEST(SymbolBlock, ComesBack) {
+  Bytes noise(300000);
+  std::generate(noise.begin(), noise.end(), std::mt19937_64(1));
   const struct {
     Bytes block;
     bool compress, compressed;
@@ -56,7 +51,7 @@ TEST(SymbolBlock, ComesBack) {
                {{}, true, false},
                {Bytes(500000, 'x'), false, false},
                {Bytes(500000, 'x'), true, true},
-               {Noise(300000), true, false}};
+               {noise, true, false}};
   for (const auto& test : cases) {
     BlockFile file;
     ASSERT_EQ(file.Emit(test.block, test.compress), kVsymOk);
