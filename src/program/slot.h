@@ -2,11 +2,13 @@
 
 #include <cstdint>
 #include <cstdio>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "base/arena.h"
+#include "base/file.h"
 #include "base/record_table.h"
 #include "program/diagnostics.h"
 #include "program/name_table.h"
@@ -99,6 +101,10 @@ struct C_SLOT {
   SYMBOLS_HEADER Globals;
   FUNCPROTO_REC* MorvFuncProto = nullptr;
   ParseServices* Services = nullptr;
+  /// Opens a source or an included file for reading; null if it may not be read.
+  std::function<File(const std::string& path)> OpenSource = [](const std::string& path) {
+    return File(std::fopen(path.c_str(), "rbe"));
+  };
   bool Stopped = false;  ///< an error ended the compilation: nothing more is read
 
   /// A new record. A full table stops the compilation with one error; the record is then a spare.
