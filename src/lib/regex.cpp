@@ -47,13 +47,13 @@ ptrdiff_t Regex::MorvReMatchFrom(size_t position) {
   ptrdiff_t end = -1;
   now_.waiting.clear();
   for (;; ++position) {
-    looked_ = position;
     if (now_.waiting.empty()) {
       if (end >= 0 || (program_.anchored && position > 0)) return end;
       position = program_.NextCandidate(text_, position);
       if (position == std::string_view::npos) return end;
       ++round_;
     }
+    looked_ = position;
     if (end < 0 && CanStart(position)) {
       std::fill(row_.begin(), row_.end(), -1);
       row_[0] = static_cast<ptrdiff_t>(position);

@@ -40,6 +40,8 @@ class Regex {
  public:
   /// `group_slots` is the number of groups a caller will ask for: fewer make a search faster.
   explicit Regex(std::string_view pattern, size_t group_slots = kRegexGroupSlots);
+  Regex(const Regex&) = delete;
+  Regex& operator=(const Regex&) = delete;
 
   /// Finds the leftmost match and, of those that start there, the one that comes first when loops
   /// prefer another pass and branches are taken from left to right. False if there is none, also

@@ -36,7 +36,7 @@ RegexForesight::RegexForesight(const RegexProgram& program, std::string_view tex
   }
   const size_t blocks = text.size() / kBlock + 1;
   block_ends_.resize(blocks * words_);
-  block_.resize((kBlock + 1) * words_);
+  block_.resize((std::min(kBlock, text.size()) + 1) * words_);
   Set last = block_ends_.data() + (blocks - 1) * words_;
   for (uint32_t i = 0; i < count; ++i) {
     if (program.code[i].op == RegexOp::kAccept) Add(last, i);
