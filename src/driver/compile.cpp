@@ -72,9 +72,9 @@ int Compilation::Run() {
     std::fputs("vorc: failed (the host grants too little address space)\n", stderr);
     return kExitFailure;
   }
-  if (!options_.quiet) {
-    SendOutput(
-        Format("vorc: %s '%s'", options_.morv ? "interpreting" : "compiling", options_.source.c_str()));
+  if (!options_.target.quiet) {
+    SendOutput(Format("vorc: %s '%s'", options_.target.script ? "interpreting" : "compiling",
+                      options_.source.c_str()));
   }
   const bool compiled = options_.defines.empty() ? CompileDiskFile() : CompileWithDefines();
   if (defines_failed_) return kExitFailure;
@@ -86,17 +86,8 @@ int Compilation::Run() {
 }
 
 void Compilation::FillSlot() {
-  TargetOptions& target = slot_->Target;
-  target.CPUSIZE = options_.cpu_size;
-  target.ADDRSIZE = options_.address_size;
-  target.EXEFORMAT = options_.exe_format;
-  target.WarningsAsErrors = options_.warnings_as_errors;
-  target.DebugSymbols = options_.debug_symbols;
-  target.PicMode = options_.pic;
-  if (options_.optimization_level >= 0) target.OptimizationLevel = options_.optimization_level;
-  target.ScriptInterpretor = options_.morv;
-  target.IncludePaths = options_.include_paths;
-  slot_->Display.set_quiet(options_.quiet);
+  slot_->Target = options_.target;
+  slot_->Display.set_quiet(options_.target.quiet);
   slot_->Services = &interpreter_;
   slot_->OpenSource = [this](const std::string& path) { return OpenSource(path); };
 }
@@ -166,12 +157,12 @@ int Compilation::FinishRtl() {
 int Compilation::Finish() {
   const Diagnostics& display = slot_->Display;
   if (display.ErrorCount == 0 && options_.rtl) return FinishRtl();
-  if (display.ErrorCount == 0 && options_.morv && FindProgramEntryLabel(*slot_) != nullptr) {
-    if (!options_.quiet) SendOutput("vorc: executing main() ....");
+  if (display.ErrorCount == 0 && options_.target.script && FindProgramEntryLabel(*slot_) != nullptr) {
+    if (!options_.target.quiet) SendOutput("vorc: executing main() ....");
     interpreter_.InterpretScript();
     slot_->Display.FlushLog();
   }
-  if (display.ErrorCount == 0 && options_.warnings_as_errors && display.WarningCount > 0) {
+  if (display.ErrorCount == 0 && options_.target.warnings_as_errors && display.WarningCount > 0) {
     std::fprintf(stderr, "vorc: %ld warning(s) treated as errors (-Werr)\n", display.WarningCount);
     return kExitFailure;
   }

@@ -67,7 +67,7 @@ const Scanner::SourceText* Scanner::LoadFile(const std::string& path) {
 
 void Scanner::AddSource(const std::string& path, std::string text) {
   StripCarriageReturns(text);
-  files_by_path_.emplace(path, &sources_.emplace_back(SourceText{path, std::move(text)}));
+  files_by_path_.emplace(path, slot_.Sources.Add(path, std::move(text)));
 }
 
 void Scanner::LoadSrcFromBuffer(const std::string& name, std::string_view text) {
@@ -87,13 +87,13 @@ void Scanner::LoadSrcFromBuffer(const std::string& name, std::string_view text) 
     }
     lines += static_cast<unsigned char>(c) < ' ' ? ' ' : c;
   }
-  buffers_.push_back({name, std::move(lines)});
+  buffers_.push_back(slot_.Sources.Add(name, std::move(lines)));
 }
 
 const Scanner::SourceText* Scanner::FindBufferFile(const std::string& name) const {
   if (name.empty()) return nullptr;
-  for (const SourceText& buffer : buffers_) {
-    if (strcasecmp(buffer.Name.c_str(), name.c_str()) == 0) return &buffer;
+  for (const SourceText* buffer : buffers_) {
+    if (strcasecmp(buffer->Name.c_str(), name.c_str()) == 0) return buffer;
   }
   return nullptr;
 }
@@ -157,13 +157,12 @@ bool Scanner::ReadLine() {
   now_.Cursor = line;
   now_.LineEnd = newline == nullptr ? end : static_cast<const char*>(newline);
   ++now_.LineNumber;
-  slot_.Place.Line = now_.LineNumber;
+  slot_.Place.Line = static_cast<int32_t>(now_.LineNumber);
   return true;
 }
 
 void Scanner::UpdatePlace() {
-  slot_.Place.File = now_.Frame->Source->Name;
-  slot_.Place.Line = now_.LineNumber;
+  slot_.Place = {now_.Frame->Source->Number, static_cast<int32_t>(now_.LineNumber)};
 }
 
 int Scanner::IncludeDepth() const {
@@ -239,11 +238,11 @@ bool Scanner::OpenIncludeFile(const std::string& name) {
   const std::string folder = FolderOf(now_.Frame->Source->Name);
   if (source == nullptr && !IsAbsolute(name) && !folder.empty()) source = LoadFile(folder + name);
   if (source == nullptr) source = LoadFile(name);
-  for (const std::string& searched : slot_.Target.IncludePaths) {
+  for (const std::string& searched : slot_.Target.include_paths) {
     if (source == nullptr) source = LoadFile(searched + "/" + name);
   }
   if (source == nullptr && strcasecmp(name.c_str(), "stdarg.h") == 0) {
-    source = &sources_.emplace_back(SourceText{name, ""});
+    source = slot_.Sources.Add(name, "");
     files_by_path_.emplace(name, source);
   }
   if (source == nullptr) return false;
