@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <iterator>
@@ -216,10 +217,9 @@ void PrintGlobals(const vorc::sim::Program& program, const vorc::sim::Machine& m
 
 std::string ReadFile(const std::string& path) {
   std::ifstream file(path, std::ios::binary);
-  if (!file) Die("can't read " + path, kExitUsage);
-  std::string text((std::istreambuf_iterator<char>(file)), {});
-  if (file.bad() || (text.empty() && !file.eof())) Die("can't read " + path, kExitUsage);
-  return text;
+  std::error_code ignored;
+  if (!file || std::filesystem::is_directory(path, ignored)) Die("can't read " + path, kExitUsage);
+  return std::string(std::istreambuf_iterator<char>(file), {});
 }
 
 void RunCalls(const Options& options, vorc::sim::Machine* machine) {
