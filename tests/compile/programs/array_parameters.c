@@ -1,5 +1,5 @@
 // calls: run(); sort(); through(); text()
-// modes: -addr32; -o1
+// modes: -addr32
 int sum(int a[], int n) { int i; int s; s = 0; for (i = 0; i < n; i++) s += a[i]; return s; }
 void fill(int *a, int n) { int i; for (i = 0; i < n; i++) a[i] = (n - i) * 3 % 7; }
 int data[6] = {4, 8, 15, 16, 23, 42};

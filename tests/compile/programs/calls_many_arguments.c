@@ -1,5 +1,5 @@
 // calls: run(1); mixed(5)
-// modes: -o1; -addr32
+// modes: -addr32
 int ten(int a, int b, int c, int d, int e, int f, int g, int h, int i, int j)
 {
   return a + b * 2 + c * 3 + d * 4 + e * 5 + f * 6 + g * 7 + h * 8 + i * 9 + j * 10;

@@ -1,5 +1,5 @@
 // calls: run(3); deep(2); order(1); expression(4, 5)
-// modes: -o1; -cpu32; -addr32
+// modes: -cpu32; -addr32
 int add(int a, int b) { return a + b; }
 int mul(int a, int b) { return a * b; }
 int three(int a, int b, int c) { return a * 100 + b * 10 + c; }

@@ -1,5 +1,4 @@
 // calls: run(5); keep(7)
-// modes: -o1
 int total;
 int log[4];
 void add(int n) { total = total + n; }

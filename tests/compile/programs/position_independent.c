@@ -1,5 +1,5 @@
 // calls: run(4); table(2); pointer(5); recurse(5)
-// modes: -pic; -pic -o1
+// modes: -pic
 int values[3] = {100, 200, 300};
 int total;
 char *names[2] = {"ab", "cde"};

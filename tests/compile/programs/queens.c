@@ -1,5 +1,4 @@
 // calls: solve(6); solve(5)
-// modes: -o1
 int column[10];
 int safe(int row, int at)
 {

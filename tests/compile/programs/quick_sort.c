@@ -1,5 +1,5 @@
 // calls: check(20, 7); check(50, 3)
-// modes: -o1; -addr32
+// modes: -addr32
 int data[64];
 int part(int low, int high)
 {

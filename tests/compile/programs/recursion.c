@@ -1,5 +1,5 @@
 // calls: factorial(10); fib(15); ackermann(2, 3); power(2, 10); even(10); even(7); hanoi(6)
-// modes: -o1; -cpu32; -addr32
+// modes: -cpu32; -addr32
 int odd(int n);
 int even(int n) { if (n == 0) return 1; return odd(n - 1); }
 int odd(int n) { if (n == 0) return 0; return even(n - 1); }

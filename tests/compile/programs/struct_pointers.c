@@ -1,5 +1,5 @@
 // calls: run(5); list(4); through(3); array()
-// modes: -o1; -addr32
+// modes: -addr32
 struct Node { int value; struct Node *next; };
 struct Pair { int a; int b; };
 struct Node nodes[8];

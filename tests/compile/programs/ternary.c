@@ -1,5 +1,4 @@
 // calls: max(3, 9); max(9, 3); bare(0); bare(7); nested(5); nested(-5); nested(0); inside(4, 2); sides(1); sides(0)
-// modes: -o1
 int count;
 int step(int by) { count = count + by; return count; }
 int max(int a, int b) { return a > b ? a : b; }
