@@ -6,13 +6,13 @@ _vorc_sim() {
   COMPREPLY=()
   case $previous in
     --calls) COMPREPLY=($(compgen -f -- "$cur")); compopt -o filenames; return ;;
-    --call | --steps | --stack | --gap | --base) return ;;
+    --call | --steps | --stack | --memory | --gap | --base) return ;;
   esac
   if [[ $previous == *.asm ]]; then
     # The procedures of the file.
     COMPREPLY=($(compgen -W "$(sed -n 's|^\(/\*[0-9]*:\*/\)\{0,1\} *PROCEDURE  *||p' "$file" 2>/dev/null)" -- "$cur"))
   elif [[ $cur == -* ]]; then
-    COMPREPLY=($(compgen -W "--call --calls --globals --count --trace --steps --stack --gap --base --instructions
+    COMPREPLY=($(compgen -W "--call --calls --globals --count --trace --steps --stack --memory --gap --base --instructions
       --version --help" -- "$cur"))
   elif [[ -z $file ]]; then
     COMPREPLY=($(compgen -f -X '!*.asm' -- "$cur") $(compgen -d -- "$cur"))

@@ -71,7 +71,7 @@ TEST(Assembler, NamesWhatIsWrong) {
       {"END END SECTION DATA BEGIN BYTE1 x = 0x1FF; END", "'0x1FF' doesn't fit 1 bytes"},
       {"END END SECTION DATA BEGIN BYTE8 x = y; END", "undefined symbol 'y'"},
       {"END END SECTION DATA BEGIN BYTE3 x; END", "unknown directive 'BYTE3'"},
-      {"END END SECTION DATA BEGIN BYTE8 x[99999999]; END", "the data is too large"},
+      {"END END SECTION DATA BEGIN BYTE8 x[99999999]; END", "the variables take more than 67108864 bytes"},
       {"END END SECTION DATA BEGIN BYTE8 x = {1; END", "a value is missing for 'x'"},
       {"END END CPUSIZE 16", "CPUSIZE wants 32 or 64"},
   };

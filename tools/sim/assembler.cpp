@@ -164,7 +164,8 @@ bool Assembler::ReadSection() {
   Token begin = scanner_.Next();
   while (begin.kind == Token::kEndOfLine) begin = scanner_.Next();
   if (!begin.IsWord("BEGIN")) return FailAt(begin.line, "a section wants BEGIN");
-  if (!data_) data_.emplace(options_.gap, program_.address_bits / 8);
+  if (!data_)
+    data_.emplace(options_.gap, std::min(options_.data_bytes, kMaxDataBytes), program_.address_bits / 8);
   if (name.IsWord("CODE")) return ReadCode();
   if (name.IsWord("BSS") || name.IsWord("DATA")) return data_->Read(&scanner_, error_);
   return Fail("unknown section " + Quoted(name.text));

@@ -13,6 +13,7 @@ struct AssemblyOptions {
   std::optional<uint64_t>
       base;          // added to all addresses; kPicBase for PIC text and 0 for other text if not set
   uint64_t gap = 0;  // free bytes behind each variable
+  uint64_t data_bytes = kDefaultDataBytes;  // that all variables may take, up to kMaxDataBytes
 };
 
 /// Where PIC text is placed by default: away from its link addresses, so that an address which nobody

@@ -124,8 +124,8 @@ bool DataSection::ReadDimensions(Scanner* scanner, DataSymbol* symbol, AssemblyE
     if (!token.Is(']')) return Fail(error, token.line, "an array size wants a ']'");
     symbol->is_array = true;
     symbol->count *= static_cast<uint64_t>(count);
-    if (symbol->count * static_cast<uint64_t>(symbol->width) > kMaxDataBytes) {
-      return Fail(error, token.line, "the data is too large");
+    if (symbol->count * static_cast<uint64_t>(symbol->width) > limit_) {
+      return TooLarge(token.line, error);
     }
   }
   return true;
@@ -152,7 +152,7 @@ bool DataSection::ReadValues(Scanner* scanner, const DataSymbol& symbol, Assembl
 }
 
 bool DataSection::ReadValue(const Token& token, const DataSymbol& symbol, AssemblyError* error) {
-  if (bytes.size() > kMaxDataBytes) return Fail(error, token.line, "the data is too large");
+  if (bytes.size() > limit_) return TooLarge(token.line, error);
   if (token.kind == Token::kText) {
     if (symbol.width != 1) return Fail(error, token.line, "a text stands in bytes only");
     const std::string text = Unescape(token.text);
@@ -199,8 +199,12 @@ bool DataSection::AppendNumber(const Token& token, int width, AssemblyError* err
   return true;
 }
 
+bool DataSection::TooLarge(uint32_t line, AssemblyError* error) const {
+  return Fail(error, line, "the variables take more than " + std::to_string(limit_) + " bytes");
+}
+
 bool DataSection::Fill(uint64_t size, uint32_t line, AssemblyError* error) {
-  if (size > kMaxDataBytes) return Fail(error, line, "the data is too large");
+  if (size > limit_) return TooLarge(line, error);
   if (size > bytes.size()) bytes.resize(size);
   return true;
 }

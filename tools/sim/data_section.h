@@ -32,8 +32,10 @@ void SplitAddend(std::string_view text, std::string_view* name, int64_t* addend)
 /// The variables of all BSS and DATA sections of a text, one behind the other.
 class DataSection {
  public:
-  /// `gap` bytes stay free behind each variable; `address_bytes` is the width of an address among bytes.
-  DataSection(uint64_t gap, int address_bytes) : gap_(gap), address_bytes_(address_bytes) {}
+  /// `gap` bytes stay free behind each variable; `limit` is what all may take together; `address_bytes` is
+  /// the width of an address among bytes.
+  DataSection(uint64_t gap, uint64_t limit, int address_bytes)
+      : gap_(gap), limit_(limit), address_bytes_(address_bytes) {}
 
   /// Reads from behind BEGIN to END. False with an error for what it doesn't understand.
   bool Read(Scanner* scanner, AssemblyError* error);
@@ -53,8 +55,10 @@ class DataSection {
   bool ReadValue(const Token& token, const DataSymbol& symbol, AssemblyError* error);
   bool AppendNumber(const Token& token, int width, AssemblyError* error);
   bool Fill(uint64_t size, uint32_t line, AssemblyError* error);
+  bool TooLarge(uint32_t line, AssemblyError* error) const;
 
   uint64_t gap_;
+  uint64_t limit_;
   int address_bytes_;
 };
 

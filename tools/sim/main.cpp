@@ -38,6 +38,7 @@ constexpr const char* kUsage =
     "  --trace          print each instruction on standard error\n"
     "  --steps N        give a call up after N instructions (1000000000)\n"
     "  --stack BYTES    size of the stack (1048576)\n"
+    "  --memory BYTES   what all variables may take (67108864)\n"
     "  --gap BYTES      free bytes behind each variable (0)\n"
     "  --base ADDRESS   where the program is placed (0, or 0x1000000 for -pic output)\n"
     "  --instructions   print the table of instructions and end\n"
@@ -133,6 +134,8 @@ bool TakeValue(const std::string& word, const std::string& value, Options* optio
     options->limits.steps = NumberOption(word, value, INT64_MAX);
   } else if (word == "--stack") {
     options->limits.stack_bytes = NumberOption(word, value, vorc::sim::kMaxStackBytes);
+  } else if (word == "--memory") {
+    options->assembly.data_bytes = NumberOption(word, value, vorc::sim::kMaxDataBytes);
   } else if (word == "--gap") {
     options->assembly.gap = NumberOption(word, value, vorc::sim::kMaxDataBytes);
   } else if (word == "--base") {

@@ -18,6 +18,7 @@ inline constexpr uint64_t kStackEndAddress = 0x7f000000;
 inline constexpr uint64_t kInstructionBytes = 4;
 inline constexpr uint64_t kMaxCodeInstructions = (kDataAddress - kCodeAddress) / kInstructionBytes / 2;
 inline constexpr uint64_t kMaxBase = 0x20000000;
+inline constexpr uint64_t kDefaultDataBytes = uint64_t{64} << 20;
 inline constexpr uint64_t kMaxDataBytes = uint64_t{512} << 20;
 
 /// A decoded instruction. Registers a and b are sources, d is the destination; kConstantRegister reads the
