@@ -23,8 +23,11 @@ int printf(const char *format, ...);
 #define VALUE(call) printf("%ld %d\\n", (long)(call), (int)sizeof(call))
 int main() {
 """
-GCC = ["gcc", "-m64", "-w", "-O0", "-std=gnu17", "-fno-builtin", "-x", "c", "-"]
-SANITIZERS = ["-fsanitize=address,undefined", "-fno-sanitize-recover=all", "-fno-sanitize=alignment"]
+GCC = ["gcc", "-m64", "-std=gnu17", "-fno-builtin", "-x", "c", "-"]
+PLAIN = ["-w", "-O0", "-fwrapv"]
+# What isn't well defined doesn't compile or doesn't run.
+STRICT = ["-O1", "-Werror=return-type", "-Werror=uninitialized", "-Werror=maybe-uninitialized", "-Werror=sequence-point",
+          "-fsanitize=address,undefined", "-fno-sanitize-recover=all", "-fno-sanitize=alignment"]
 TIMEOUT = 60
 
 
@@ -51,11 +54,11 @@ def calls_of(source):
     return [call for line in headers(source, "calls") for call in re.split(r"\s*;\s*", line) if call]
 
 
-def expected(source, calls, folder, sanitize=False):
+def expected(source, calls, folder, strict=False):
     """What gcc's program answers, one Value a call; the calls run in one process, in their order."""
     body = "".join(f"  VALUE({call});\n" for call in calls)
     text = PRELUDE + source + HARNESS + body + "  return 0;\n}\n"
-    command = GCC + (SANITIZERS if sanitize else ["-fwrapv"]) + ["-o", "judge"]
+    command = GCC + (STRICT if strict else PLAIN) + ["-o", "judge"]
     build = subprocess.run(command, input=text.encode(), cwd=folder, capture_output=True, timeout=TIMEOUT)
     if build.returncode != 0:
         raise Failure("gcc: " + build.stderr.decode(errors="replace")[:1000])

@@ -2,8 +2,9 @@
 """Makes random programs, runs them compiled on the simulator and compares with gcc.
 
     random_programs.py path/to/vorc path/to/vorc-sim [--count N] [--seed S] [--level L] [--mode "-o1"]
-    random_programs.py --check ...     only asks gcc, with sanitizers: is each program well defined?
+    random_programs.py --check ...     only asks gcc, strictly: is each program well defined?
     random_programs.py --show --seed S prints the program of a seed and ends
+    random_programs.py ... --reduce    prints a small program for the first failure
 
 Program i is made from seed S + i alone, so a failure is repeated with `--count 1 --seed N`. Level 1 has int
 expressions and statements, 2 adds functions, arrays and globals, 3 all widths and casts, 4 pointers, structs and
@@ -20,6 +21,7 @@ sys.dont_write_bytecode = True
 import judge
 from judge import program
 from program_maker import Program
+from reduce import reduce
 
 BATCH = 25
 MODES = ["", "", "", "", "", "-o1", "-cpu32", "-addr32"]
@@ -41,9 +43,13 @@ def try_batch(arguments, seeds, mode):
     source = "\n".join(made.source for made in programs)
     calls = [call for made in programs for call in made.calls]
     with program.Folder() as folder:
-        values = judge.expected(source, calls, folder.path, sanitize=arguments.check)
+        values = judge.expected(source, calls, folder.path, strict=arguments.check)
         if not arguments.check:
             judge.judge(arguments.vorc, arguments.sim, source, calls, values, mode.split(), [], folder.path)
+
+
+def print_program(source, calls):
+    print(f"// calls: {'; '.join(calls)}\n{source}")
 
 
 def find_failures(arguments, seeds, mode):
@@ -69,10 +75,11 @@ def main():
     parser.add_argument("--stop", type=int, default=10, help="give up after so many failures")
     parser.add_argument("--check", action="store_true")
     parser.add_argument("--show", action="store_true")
+    parser.add_argument("--reduce", action="store_true")
     arguments = parser.parse_args()
     if arguments.show:
         made = make(arguments, arguments.seed)
-        print(f"// calls: {'; '.join(made.calls)}\n{made.source}")
+        print_program(made.source, made.calls)
         return 0
     if not arguments.check and arguments.sim is None:
         parser.error("the compiler and the simulator are missing")
@@ -89,6 +96,10 @@ def main():
             for seed, message in find_failures(arguments, batch, mode):
                 failed += 1
                 print(f"FAIL --seed {seed} --count 1 --mode '{mode}'\n  " + message.replace("\n", "\n  "))
+                if arguments.reduce:
+                    made = make(arguments, seed)
+                    print_program(*reduce(arguments, made.source, made.calls, mode))
+                    return 1
     return program.close([True] * (done - failed) + [False] * failed)
 
 

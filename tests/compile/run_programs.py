@@ -2,7 +2,7 @@
 """Compiles small programs, runs them on the simulator and compares with gcc.
 
     run_programs.py path/to/vorc path/to/vorc-sim [folder] [--only NAME] [--keep FOLDER]
-    run_programs.py --check [folder]     only asks gcc, with sanitizers: is each program well defined?
+    run_programs.py --check [folder]     only asks gcc, strictly: is each program well defined?
 
 Lines at the head of a program tell how it is tried:
 
@@ -34,7 +34,7 @@ def try_program(arguments, path, folder):
     try:
         if not calls:
             raise judge.Failure("no '// calls:' line")
-        values = judge.expected(source, calls, folder, sanitize=arguments.check)
+        values = judge.expected(source, calls, folder, strict=arguments.check)
     except judge.Failure as failure:
         print(f"FAIL {path.stem}: {failure}")
         return [False]
