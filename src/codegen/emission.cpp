@@ -23,6 +23,8 @@ bool IsCompare(const Instruction& instruction) {
          instruction.asmop <= ASMOP_CMP_TMPVAR_WITH_TMPVAR;
 }
 
+constexpr int kResultColour = 26;
+
 constexpr std::string_view kStoreRule =
     "================================ store_bb_live_out_from_register_to_memory ";
 constexpr std::string_view kStoreRuleEnd = "===============================================\n";
@@ -239,6 +241,12 @@ void BlockEmitter::ForgetShared() {
   for (LiveRange& range : block_.ranges) {
     if (VariableOf(range.variable).shared) range.value_loaded = false;
   }
+}
+
+// The result register is a general one as well: what a pop brings back takes the place of its value.
+void BlockEmitter::ForgetRegister(std::string_view reg) {
+  if (reg != "GPR26") return;
+  for (LiveRange& range : block_.ranges) range.value_loaded &= range.register_position != kResultColour;
 }
 
 void EmitBlock(Procedure& procedure, BasicBlock& block) {

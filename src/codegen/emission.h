@@ -47,12 +47,13 @@ class BlockEmitter {
   bool MustStore(int32_t variable) const;
   void ForgetAll();
   void ForgetShared();
+  void ForgetRegister(std::string_view reg);
 
   // --- emission_instructions.cpp
   void Emit(const Instruction& instruction);
   int Read(const Instruction& instruction, const TacOperand& operand, int scratch);
   int Target(const Instruction& instruction, const TacOperand& operand);
-  void Finish(const Instruction& instruction, const TacOperand& operand, int reg);
+  void Finish(const Instruction& instruction, const TacOperand& operand, int reg, bool store = false);
   void EmitPlain(const Instruction& instruction);
   void EmitAssign(const Instruction& instruction);
   void EmitBinary(const Instruction& instruction);

@@ -12,12 +12,14 @@
 #include "base/descriptor.h"
 #include "base/file.h"
 #include "base/format.h"
+#include "base/text_search.h"
 #include "base/trace.h"
 #include "frontend/parser.h"
 #include "frontend/scanner.h"
 #include "interp/interpreter.h"
 #include "lib/sandbox.h"
 #include "output/assembly.h"
+#include "output/pic_rewrite.h"
 
 namespace vorc {
 
@@ -57,6 +59,7 @@ class Compilation {
   bool CompileWithDefines();
   bool ParseDiskFile(const std::string& name);
   void GenerateCode();
+  bool MakePositionIndependent();
   int Finish();
   int FinishRtl();
 
@@ -153,7 +156,8 @@ int Compilation::FinishRtl() {
 
 // A source without errors becomes code. What can't be written whole is an error of the run.
 void Compilation::GenerateCode() {
-  if (slot_->Display.ErrorCount == 0 && !slot_->IsScript()) EmitAssembly(*slot_, outputs_, options_.source, nullptr);
+  if (slot_->Display.ErrorCount == 0 && !slot_->IsScript())
+    EmitAssembly(*slot_, outputs_, options_.source, nullptr);
   if (!outputs_.Close()) {
     slot_->ErrorAt(SourceLine(), 0, "The output files could not be written.");
     for (const char* extension : kOutputExtensions) {
@@ -163,9 +167,22 @@ void Compilation::GenerateCode() {
   slot_->Display.FlushLog();
 }
 
+bool Compilation::MakePositionIndependent() {
+  const std::string assembly = SetFileExt(options_.source, "asm");
+  PicCounts counts;
+  if (!PicRewriteAsmFile(assembly, options_.target.AddressBytes(), counts)) {
+    WriteErrors(Format("vorc: error: -pic: could not rewrite '%s' for position-independent addressing\n",
+                       assembly.c_str()));
+    return false;
+  }
+  if (!options_.target.quiet) SendOutput(WithoutLineEnd(PicSummary(counts)));
+  return true;
+}
+
 int Compilation::Finish() {
   const Diagnostics& display = slot_->Display;
   GenerateCode();
+  if (options_.target.pic && display.ErrorCount == 0 && !MakePositionIndependent()) return kExitFailure;
   if (display.ErrorCount == 0 && options_.rtl) return FinishRtl();
   if (display.ErrorCount == 0 && options_.target.script && FindProgramEntryLabel(*slot_) != nullptr) {
     if (!options_.target.quiet) SendOutput("vorc: executing main() ....");
