@@ -208,12 +208,16 @@ std::string_view BlockEmitter::StoreMnemonicOf(int32_t variable) const {
   return symbol == nullptr ? mnemonics_.word_store : StoreMnemonic(AccessOfSymbol(procedure_.slot, symbol));
 }
 
+// The ranges of a variable follow each other in the block.
 LiveRange* BlockEmitter::RangeAt(int32_t variable, int32_t index) {
-  for (const int32_t number : procedure_.ranges_of[static_cast<size_t>(variable)]) {
-    LiveRange& range = block_.ranges[static_cast<size_t>(number)];
-    if (range.live_range_begin <= index && index <= range.live_range_end) return &range;
-  }
-  return nullptr;
+  const std::vector<int32_t>& numbers = procedure_.ranges_of[static_cast<size_t>(variable)];
+  const auto begins_later = [this](int32_t at, int32_t number) {
+    return at < block_.ranges[static_cast<size_t>(number)].live_range_begin;
+  };
+  const auto behind = std::upper_bound(numbers.begin(), numbers.end(), index, begins_later);
+  if (behind == numbers.begin()) return nullptr;
+  LiveRange& range = block_.ranges[static_cast<size_t>(*std::prev(behind))];
+  return index <= range.live_range_end ? &range : nullptr;
 }
 
 LiveRange* BlockEmitter::ColouredAt(int32_t variable, int32_t index) {
