@@ -554,7 +554,7 @@ class Program:
             self.functions.append(Function(name, result, parameters, scope.cost + 10))
             return
         for _ in range(2):
-            arguments = ", ".join(str(self.argument(type_)) for type_ in parameters)
+            arguments = ", ".join(f"{self.argument(type_)}{':8' * (type_.bits == 64)}" for type_ in parameters)
             self.calls.append(f"{name}({arguments})")
 
     def argument(self, type_):
