@@ -49,7 +49,7 @@ bool Parser::ParseCastType(const ExprContext& context, CAST* cast) {
     scope.block = context.block;
     if (!ParseSpecifiers(scope, &type)) return false;
   }
-  for (; At(Tok::STAR); Next()) ++cast->PointerDepth;
+  ParseStars(&cast->PointerDepth);
   cast->TypeToken =
       type.BasicType == Tok::int_ && (type.StorageType & UNSIGNED_VAR) != 0 ? Tok::UINT32 : type.BasicType;
   cast->Typedef = type.Typedef;
@@ -91,7 +91,6 @@ bool Parser::ParseTypeCastNew(const ExprContext& context, ExprChain* chain) {
 bool Parser::ParseSizeof(const ExprContext& context, int64_t* size) {
   Next();
   if (!At(Tok::LPAREN)) return Fail(53, "Missing '('  ");
-  const auto saved = scan_.SaveToken();
   Next();
   if (At(Tok::IDENTIFIER)) {
     const ConflictResult found =
@@ -100,11 +99,7 @@ bool Parser::ParseSizeof(const ExprContext& context, int64_t* size) {
       return Fail(55, Format("'%s' is not a data type or a variable name", scan_.ClipTok().c_str()));
     }
   }
-  if (!AtCastType(context)) {
-    scan_.RestoreToken(saved);
-    Next();
-    return SizeofExpression(context, size);
-  }
+  if (!AtCastType(context)) return SizeofExpression(context, size);
   CAST cast;
   if (!ParseCastType(context, &cast)) return false;
   std::vector<int64_t> dimensions;

@@ -7,7 +7,9 @@ namespace vorc {
 
 namespace {
 
-constexpr int kMostDimensions = 128;
+constexpr int16_t kMostPointerLevels = 255;
+constexpr size_t kMostDimensions = 128;
+constexpr const char* kTooManyDimensions = "Error in array declaration. More than 128 dimensions.";
 constexpr int64_t kLargestDimension = INT32_MAX;  // what is too large to hold is told later
 
 struct StorageWord {
@@ -114,8 +116,10 @@ bool Parser::ParseStorageWord(const Scope& scope, TypeSpec* type) {
 }
 
 bool Parser::ParseBasicTypeWord(TypeSpec* type) {
-  const Tok word = Token();
+  Tok word = Token();
   Next();
+  // `long long` is one type.
+  if (word == Tok::long_ && Accept(Tok::long_)) word = Tok::INT64;
   switch (word) {
     case Tok::unsigned_: ParseUnsignedWord(type); return true;
     case Tok::short_:
@@ -139,6 +143,7 @@ void Parser::ParseUnsignedWord(TypeSpec* type) {
     if (!At(form.word)) continue;
     type->BasicType = form.type;
     Next();
+    if (form.word == Tok::long_) Accept(Tok::long_);
     if (form.word == Tok::short_ || form.word == Tok::long_ || form.word == Tok::INT64) Accept(Tok::int_);
     return;
   }
@@ -204,6 +209,18 @@ bool Parser::ParseDeclarators(const Scope& scope, const TypeSpec& type, const Fu
   }
 }
 
+// The stars of a declarator; a reference counts like a pointer.
+void Parser::ParseStars(int16_t* depth) {
+  bool told = false;
+  for (; At(Tok::STAR) || At(Tok::BITAND) || At(Tok::const_); Next()) {
+    if (At(Tok::const_)) continue;
+    if (*depth < kMostPointerLevels)
+      ++*depth;
+    else if (!told)
+      told = !Fail(0, Format("More than %d pointer levels.", kMostPointerLevels));
+  }
+}
+
 bool Parser::FailMissingName(const Scope& scope, const TypeSpec& type) {
   if (scope.by_name) return Fail(45, Format("Invalid variable name: '%s'", scan_.ClipTok().c_str()));
   if (type.BasicType == Tok::enum_) return Fail(29, "Unexpected end in declaration of type 'enum'.");
@@ -233,10 +250,7 @@ bool Parser::ParseBasicTypeDecl(const Scope& scope, const TypeSpec& type, const 
                                 bool* function_body) {
   Declarator declarator;
   declarator.type = type;
-  while (At(Tok::STAR) || At(Tok::BITAND) || At(Tok::const_)) {
-    if (!At(Tok::const_)) ++declarator.type.PointerDepth;
-    Next();
-  }
+  ParseStars(&declarator.type.PointerDepth);
   if (At(Tok::LPAREN)) {
     if (!ParseFunctionPointer(scope, &declarator)) return false;
     return true;
@@ -285,9 +299,23 @@ bool Parser::DeclareTypedef(const Scope& scope, const Declarator& declarator, FU
   static_cast<TypeSpec&>(shaped) = declarator.type;
   shaped.name = declarator.name;
   SettleType(slot_, &shaped);
-  SetShape(slot_, &shaped, declarator.dimensions.data(), static_cast<int>(declarator.dimensions.size()));
+  if (shaped.TotalDepth > kMostPointerLevels) {
+    record->PointerDepth = 0;
+    return Fail(0, Format("More than %d pointer levels.", kMostPointerLevels));
+  }
+  if (!ShapeSymbol(&shaped, declarator.dimensions)) return false;
   record->Shape = shaped.Shape;
   return function != nullptr || CheckTypeSize(&shaped);
+}
+
+// Gives a symbol the dimensions of its declarator in front of those of its type.
+bool Parser::ShapeSymbol(SYM_REC* symbol, const std::vector<int64_t>& dimensions) {
+  if (dimensions.empty()) return true;
+  const bool behind = symbol->Typedef != nullptr && symbol->PointerDepth == 0;
+  const size_t more = behind ? static_cast<size_t>(symbol->Typedef->Shape.DimensionCount) : 0;
+  if (dimensions.size() + more > kMostDimensions) return Fail(23, kTooManyDimensions);
+  SetShape(slot_, symbol, dimensions.data(), static_cast<int>(dimensions.size()));
+  return true;
 }
 
 // False after an error if a variable is too large; it goes on as one element then.
@@ -307,6 +335,7 @@ bool Parser::ParseVariable(const Scope& scope, Declarator* declarator, FUNCPROTO
   SYM_REC* existing = nullptr;
   const bool dropped = CheckVariableConflict(scope, *declarator, &existing);
   SYM_REC* symbol = existing;
+  declarator->room = existing == nullptr ? kLargestType : DataRoom(existing);
   if (symbol == nullptr) {
     // A dropped declaration is still read to its end, into a symbol that no scope knows.
     SYMBOLS_HEADER aside;
@@ -320,11 +349,7 @@ bool Parser::ParseVariable(const Scope& scope, Declarator* declarator, FUNCPROTO
     symbol->IsFunctionPointer = true;
     symbol->FunctionPointer = function_pointer;
   }
-  if (!declarator->dimensions.empty()) {
-    // An array that was `extern` so far may not have had its size.
-    symbol->InterpreterData = nullptr;
-    SetShape(slot_, symbol, declarator->dimensions.data(), static_cast<int>(declarator->dimensions.size()));
-  }
+  if (!ShapeSymbol(symbol, declarator->dimensions)) return false;
   symbol->MemberType = scope.owner != nullptr ? scope.owner->CurrentMemberAccess : MEMBER_TYPE_NONE;
   const bool is_void =
       symbol->ValueType == Tok::void_ && symbol->TotalDepth == 0 && !symbol->IsFunctionPointer;
@@ -336,8 +361,9 @@ bool Parser::ParseVariable(const Scope& scope, Declarator* declarator, FUNCPROTO
   }
   if (!CheckTypeSize(symbol)) return false;
   if (At(Tok::COLON)) return ParseBitField(*declarator, symbol);
-  if (At(Tok::ASSIGN)) return ParseInitialValue(scope, symbol);
+  if (At(Tok::ASSIGN)) return ParseInitialValue(scope, *declarator, symbol);
   if (symbol->Shape.UnsizedFirstDimension && scope.InFunction()) return Fail(0, "Unknown array size.");
+  if (!CheckRoom(*declarator, symbol)) return false;
   FinishVariable(scope, symbol);
   return true;
 }
@@ -350,6 +376,8 @@ void Parser::KeepStatic(SYM_REC* symbol) {
 }
 
 void Parser::FinishVariable(const Scope& scope, SYM_REC* symbol) {
+  // An `extern` gets its storage where it is defined or used.
+  if ((symbol->StorageType & EXTERN_VAR) != 0) return;
   const bool lives_on = scope.kind == Scope::Kind::kMain || (symbol->StorageType & STATIC_VAR) != 0;
   if (lives_on && scope.kind != Scope::Kind::kStruct) slot_.Services->AllocateData(symbol);
 }
@@ -404,19 +432,30 @@ void Parser::ShowConflict(const ConflictResult& conflict, const Name* name, bool
   }
 }
 
-bool Parser::ParseInitialValue(const Scope& scope, SYM_REC* symbol) {
+// Bytes that an `extern` variable has been given by its uses, which must go on to see the same place.
+int64_t Parser::DataRoom(const SYM_REC* symbol) const {
+  if (symbol->InterpreterData == nullptr) return kLargestType;
+  return symbol->Shape.UnsizedFirstDimension ? kOpenArrayRoom : GetDeclaredDataSize(slot_, symbol);
+}
+
+bool Parser::CheckRoom(const Declarator& declarator, const SYM_REC* symbol) {
+  return GetDeclaredDataSize(slot_, symbol) <= declarator.room ||
+         Fail(0, Format("Array '%s' was used before its size was known.", symbol->name->c_str()));
+}
+
+bool Parser::ParseInitialValue(const Scope& scope, const Declarator& declarator, SYM_REC* symbol) {
   if (scope.kind == Scope::Kind::kStruct) return Fail(81, "Invalid initializer.");
   Next();
   const bool is_static = (symbol->StorageType & STATIC_VAR) != 0;
   if (scope.InFunction() && !is_static) return ParseLocalValue(scope, symbol);
   if (slot_.IsScript() && scope.kind == Scope::Kind::kMain && symbol->Typedef != nullptr) {
-    return ParseScriptValue(symbol);
+    return ParseScriptValue(declarator, symbol);
   }
   ExprContext context;
   context.proc = scope.proc;
   context.block = scope.block;
   context.constant = true;
-  if (!InitializeBasicType(symbol, context)) return false;
+  if (!InitializeBasicType(symbol, context) || !CheckRoom(declarator, symbol)) return false;
   symbol->HasInitializer = true;
   slot_.Services->AllocateData(symbol);
   slot_.Services->InitializeData(symbol);
@@ -449,17 +488,18 @@ bool Parser::ParseLocalValue(const Scope& scope, SYM_REC* symbol) {
 
 // A script's declaration that starts with a type's name runs like its statements, so its initial
 // value may be anything.
-bool Parser::ParseScriptValue(SYM_REC* symbol) {
-  slot_.Services->AllocateData(symbol);
+bool Parser::ParseScriptValue(const Declarator& declarator, SYM_REC* symbol) {
   const Scope scope = MorvScope();
-  return ParseLocalValue(scope, symbol) && RunMorvStatement(scope.statements->Last);
+  const bool good = ParseLocalValue(scope, symbol) && CheckRoom(declarator, symbol);
+  // Not before the values have settled how large it is.
+  slot_.Services->AllocateData(symbol);
+  return good && RunMorvStatement(scope.statements->Last);
 }
 
 bool Parser::ParseArrayDimension(const Scope& scope, std::vector<int64_t>* dimensions) {
   while (At(Tok::LBRACKET)) {
     Next();
-    if (dimensions->size() == kMostDimensions)
-      return Fail(23, "Error in array declaration. More than 128 dimensions.");
+    if (dimensions->size() == kMostDimensions) return Fail(23, kTooManyDimensions);
     if (At(Tok::RBRACKET))
       dimensions->push_back(0);
     else

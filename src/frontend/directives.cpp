@@ -1,3 +1,4 @@
+#include <cctype>
 #include <cstdlib>
 
 #include "base/format.h"
@@ -10,6 +11,10 @@ namespace {
 // Conditionals that are nested deeper than this in one file count as true.
 constexpr size_t kMostOpenIfs = 1000;
 
+bool IsWordCharacter(char c) {
+  return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_';
+}
+
 constexpr TokenList kOpensConditional = {Tok::PREPROCESS_if, Tok::PREPROCESS_ifdef, Tok::PREPROCESS_ifndef};
 constexpr TokenList kHasBranches = kOpensConditional.With({Tok::PREPROCESS_elif});
 
@@ -17,8 +22,7 @@ constexpr TokenList kHasBranches = kOpensConditional.With({Tok::PREPROCESS_elif}
 
 void Scanner::SkipToEndOfLine() {
   now_.Cursor = now_.LineEnd;
-  now_.Macro = nullptr;
-  now_.MacroItem = nullptr;
+  now_.Macros.Depth = 0;
 }
 
 void Scanner::NextAfterDirective() {
@@ -147,13 +151,24 @@ void Scanner::SkipGroup(bool to_endif_only) {
 
 // The directive that the current line holds, or NOTOKEN.
 Tok Scanner::DirectiveOfLine() {
-  ScanBlanks();
-  // Only a comment can stand in front of a directive; other text is not even scanned.
-  if (*now_.Cursor != '#' && *now_.Cursor != '/') return Tok::NOTOKEN;
-  GetTokenSkipComments();
-  if (now_.Token != Tok::POUND) return Tok::NOTOKEN;
-  GetToken();
-  return now_.WordName == nullptr ? Tok::NOTOKEN : PreProcessReserveWord(now_.Word);
+  // Only comments can stand in front of a directive; other text is not even scanned.
+  SkipBlanksAndComments();
+  if (now_.Cursor >= now_.LineEnd || *now_.Cursor != '#') return Tok::NOTOKEN;
+  ++now_.Cursor;
+  SkipBlanksAndComments();
+  const char* start = now_.Cursor;
+  while (now_.Cursor < now_.LineEnd && IsWordCharacter(*now_.Cursor)) ++now_.Cursor;
+  return PreProcessReserveWord({start, static_cast<size_t>(now_.Cursor - start)});
+}
+
+void Scanner::SkipBlanksAndComments() {
+  while (true) {
+    ScanBlanks();
+    if (!std::string_view(now_.Cursor, static_cast<size_t>(now_.LineEnd - now_.Cursor)).starts_with("/*"))
+      return;
+    now_.Cursor += 2;
+    ParseBlockCommentBegin();
+  }
 }
 
 bool Scanner::ReadRtlBlock() {

@@ -165,7 +165,7 @@ bool Parser::CTerm(const ExprContext& context, ExprChain* chain) {
 }
 
 bool Parser::BitAnd_Star(const ExprContext& context, ExprChain* chain) {
-  int16_t stars = 0;
+  int stars = 0;
   bool address = false;
   if (At(Tok::BITAND)) {
     address = true;
@@ -190,12 +190,7 @@ bool Parser::CFactor(const ExprContext& context, ExprChain* chain) {
     case Tok::IDENTIFIER:
     case Tok::this_: return ParseComplexIdentifier(context, chain);
     case Tok::NUMBER:
-      AddNumber(context, chain, Tok::NUMBER,
-                scan_.Word() == "true"    ? "1"
-                : scan_.Word() == "false" ? "0"
-                                          : scan_.Word());
-      break;
-    case Tok::HEXNUMBER: AddNumber(context, chain, Tok::HEXNUMBER, scan_.Word()); break;
+    case Tok::HEXNUMBER: AddNumber(context, chain, Token(), scan_.Word()); break;
     case Tok::REAL_NUMBER: AddRealNumber(context, chain); break;
     case Tok::STRING: AddString(context, chain); break;
     case Tok::SINGLEQUOTE: AddNumberValue(context, chain, scan_.ParseSingleQuote()); break;
@@ -227,17 +222,16 @@ bool Parser::CFactor(const ExprContext& context, ExprChain* chain) {
 }
 
 bool Parser::ParseGroupOrCast(const ExprContext& context, ExprChain* chain) {
-  const auto saved = scan_.SaveToken();
   Next();
   if (AtCastType(context)) return ParseTypeCastNew(context, chain);
-  if (At(Tok::STRING)) {
-    const std::string word = scan_.ClipTok();
-    Next();
-    if (At(Tok::RPAREN)) return Fail(4, Format("Syntax error. '%s'", word.c_str()));
-    scan_.RestoreToken(saved);
-    Next();
-  }
-  return ParseGroup(context, chain);
+  const bool text_alone = At(Tok::STRING) && LookAhead([&] {
+                            Peek();
+                            return At(Tok::RPAREN);
+                          });
+  if (!text_alone) return ParseGroup(context, chain);
+  const std::string word = scan_.ClipTok();
+  Next();
+  return Fail(4, Format("Syntax error. '%s'", word.c_str()));
 }
 
 bool Parser::ParseGroup(const ExprContext& context, ExprChain* chain) {

@@ -66,12 +66,11 @@ bool Parser::ParseBasicProcedure(const Scope& scope, FUNCPROTO_REC* proto, bool*
     return ParseProcedureBody(proto);
   }
   if (At(Tok::SEMICOLON)) {
-    const auto saved = scan_.SaveToken();
     const int depth = scan_.IncludeDepth();
-    Peek();
-    const bool body =
-        At(Tok::LSECONDBRACKET) && scan_.IncludeDepth() == depth && scope.kind == Scope::Kind::kMain;
-    scan_.RestoreToken(saved);
+    const bool body = scope.kind == Scope::Kind::kMain && LookAhead([&] {
+                        Peek();
+                        return At(Tok::LSECONDBRACKET) && scan_.IncludeDepth() == depth;
+                      });
     if (body) slot_.Error(22, Format("Definition of '%s' ends with ';'", proto->name->c_str()));
   }
   return true;
@@ -172,9 +171,7 @@ bool Parser::ParseArgumentType(const Scope& scope, TypeSpec* type) {
       return Fail(0, "Missing parameter name for the declaration of type 'unsigned'");
     }
   }
-  for (; At(Tok::STAR) || At(Tok::BITAND) || At(Tok::const_); Next()) {
-    if (!At(Tok::const_)) ++type->PointerDepth;
-  }
+  ParseStars(&type->PointerDepth);
   return true;
 }
 
@@ -234,10 +231,7 @@ void Parser::DeclareArgument(FUNCPROTO_REC* proto, const Declarator& declarator,
     symbol->IsFunctionPointer = true;
     symbol->FunctionPointer = function_pointer;
   }
-  if (!declarator.dimensions.empty()) {
-    SetShape(slot_, symbol, declarator.dimensions.data(), static_cast<int>(declarator.dimensions.size()));
-  }
-  CheckTypeSize(symbol);
+  if (ShapeSymbol(symbol, declarator.dimensions)) CheckTypeSize(symbol);
   ++proto->ParameterCount;
 }
 

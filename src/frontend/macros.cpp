@@ -1,5 +1,3 @@
-#include <new>
-
 #include "base/format.h"
 #include "frontend/scanner.h"
 
@@ -7,7 +5,6 @@ namespace vorc {
 
 namespace {
 
-constexpr int kDeepestExpansion = 32;
 // No sane macro comes near this; one that doubles itself at every level would never end.
 constexpr size_t kMostExpandedTokens = 100'000;
 constexpr size_t kMostTokensOfAllMacros = 10'000'000;
@@ -16,25 +13,23 @@ constexpr size_t kMostTokensOfAllMacros = 10'000'000;
 
 // Delivers the next token of an open expansion. False when none is open.
 bool Scanner::GetDefineToken() {
-  while (now_.Macro != nullptr) {
-    const DEFINE_ITEM* item = now_.MacroItem;
+  while (!now_.Macros.empty()) {
+    MacroFrame& frame = now_.Macros.Frames[now_.Macros.Depth - 1];
+    const DEFINE_ITEM* item = frame.Item;
     if (item == nullptr) {
-      now_.MacroItem = now_.Macro->ParentItem;
-      now_.Macro = now_.Macro->Parent;
+      --now_.Macros.Depth;
       continue;
     }
-    now_.MacroItem = item->Next;
-    const MacroFrame& frame = *now_.Macro;
+    frame.Item = item->Next;
     if (frame.Define != nullptr && item->name != nullptr) {
       int parameter = 0;
       for (const DEFINE_ITEM* formal : frame.Define->Parameters) {
         if (formal->name == item->name) break;
         ++parameter;
       }
-      if (parameter < frame.Define->ParameterCount) {
-        const DEFINE_ITEM* actual = frame.Arguments[parameter];
-        if (PushMacroFrame(nullptr, const_cast<DEFINE_ITEM*>(actual), nullptr)) continue;
-      }
+      if (parameter < frame.Define->ParameterCount &&
+          PushMacroFrame({frame.Arguments[parameter], nullptr, nullptr}))
+        continue;
     }
     DeliverItem(item);
     return true;
@@ -56,19 +51,12 @@ void Scanner::DeliverItem(const DEFINE_ITEM* item) {
   if (++all_macro_tokens_ == kMostTokensOfAllMacros) {
     slot_.Fatal(Format("The macros of a source expand to more than %zu tokens.", kMostTokensOfAllMacros));
   }
-  if (slot_.Stopped) {
-    now_.Macro = nullptr;
-    now_.MacroItem = nullptr;
-  }
+  if (slot_.Stopped) now_.Macros.Depth = 0;
 }
 
-bool Scanner::PushMacroFrame(const DEFINE_REC* define, DEFINE_ITEM* first,
-                             const DEFINE_ITEM* const* arguments) {
-  const int depth = now_.Macro == nullptr ? 0 : now_.Macro->Depth + 1;
-  if (depth > kDeepestExpansion) return false;
-  void* memory = slot_.Texts.Allocate(sizeof(MacroFrame), alignof(MacroFrame));
-  now_.Macro = new (memory) MacroFrame{now_.Macro, now_.MacroItem, define, arguments, depth};
-  now_.MacroItem = first;
+bool Scanner::PushMacroFrame(const MacroFrame& frame) {
+  if (now_.Macros.full()) return false;
+  now_.Macros.Frames[now_.Macros.Depth++] = frame;
   return true;
 }
 
@@ -84,7 +72,7 @@ void Scanner::RawTokenSkipEol() {
   while (true) {
     RawToken();
     if (now_.Token != Tok::ENDOFSTRING) return;
-    if (now_.Macro == nullptr) ReadLine();
+    if (now_.Macros.empty()) ReadLine();
   }
 }
 
@@ -104,11 +92,10 @@ void Scanner::GetComboTokenSkipEol() {
 
 // Opens the expansion of the macro whose name is current. False leaves the name as it is.
 bool Scanner::ExpandMacro(const DEFINE_REC* define) {
-  const int depth = now_.Macro == nullptr ? 0 : now_.Macro->Depth + 1;
-  if (depth > kDeepestExpansion) return false;
+  if (now_.Macros.full()) return false;
   const DEFINE_ITEM** arguments = nullptr;
   if (define->Type == DEFINE_TYPE_MACRO && !ParseMacroCall(define, &arguments)) return true;
-  return PushMacroFrame(define, define->Items.First, arguments);
+  return PushMacroFrame({define->Items.First, define, arguments});
 }
 
 bool Scanner::ParseMacroCall(const DEFINE_REC* define, const DEFINE_ITEM*** arguments) {

@@ -1,5 +1,4 @@
 #include <cstdlib>
-#include <new>
 
 #include "base/format.h"
 #include "frontend/parser.h"
@@ -75,9 +74,13 @@ bool Parser::ParseMember(const Scope& members, STRUCT_REC* record) {
   FunctionTraits traits;
   if (!ParseMemberPrefix(&traits)) return false;
   if (traits.is_friend && scan_.TokenIn(kTags)) {
-    const auto saved = scan_.SaveToken();
-    if (ParseFriendClass(members, record)) return true;
-    scan_.RestoreToken(saved);
+    const bool is_class = LookAhead([&] {
+      Peek();
+      if (!AtName()) return false;
+      Peek();
+      return At(Tok::SEMICOLON);
+    });
+    if (is_class) return ParseFriendClass(members, record);
   }
   if (At(Tok::TILDA)) {
     Next();
@@ -88,10 +91,14 @@ bool Parser::ParseMember(const Scope& members, STRUCT_REC* record) {
     return ParseConstructorOrDestructor(members, record, true, traits);
   }
   if (At(Tok::IDENTIFIER) && scan_.WordName() == record->name) {
-    const auto saved = scan_.SaveToken();
-    Peek();
-    if (At(Tok::LPAREN)) return ParseConstructorOrDestructor(members, record, false, traits);
-    scan_.RestoreToken(saved);
+    const bool made = LookAhead([&] {
+      Peek();
+      return At(Tok::LPAREN);
+    });
+    if (made) {
+      Next();
+      return ParseConstructorOrDestructor(members, record, false, traits);
+    }
   }
   if (!AtTypeStart(members)) {
     if (At(Tok::IDENTIFIER)) return Fail(0, Format("'%s' is not a data type", scan_.ClipTok().c_str()));
@@ -100,18 +107,15 @@ bool Parser::ParseMember(const Scope& members, STRUCT_REC* record) {
   return ParseDeclaration(members, traits);
 }
 
-// `friend class B;`. False if it is the type of a friend function.
+// `class B;` behind `friend`.
 bool Parser::ParseFriendClass(const Scope& members, STRUCT_REC* record) {
   const Tok kind = Token();
-  Peek();
-  if (!AtName()) return false;
+  Next();
   Name* name = scan_.WordName();
-  Peek();
-  if (!At(Tok::SEMICOLON)) return false;
+  Next();
   STRUCT_REC* home = FindBasicTypeConflictGlobal(slot_, members.TagHeader(), name).Struct();
   if (home == nullptr) home = InsertNewStruct(slot_, members.TagHeader(), name, kind, 0);
-  void* memory = slot_.Texts.Allocate(sizeof(FRIEND_NODE), alignof(FRIEND_NODE));
-  record->FriendClasses.Append(new (memory) FRIEND_NODE{home, nullptr});
+  record->FriendClasses.Append(slot_.Texts.New<FRIEND_NODE>(home));
   Next();
   return true;
 }
@@ -229,8 +233,7 @@ bool Parser::ParseFriend(FUNCPROTO_REC* proto, STRUCT_REC* record, bool* functio
 }
 
 void Parser::InsertFriendOf(FUNCPROTO_REC* proto, STRUCT_REC* record) {
-  void* memory = slot_.Texts.Allocate(sizeof(FRIEND_NODE), alignof(FRIEND_NODE));
-  proto->FriendOf.Append(new (memory) FRIEND_NODE{record, nullptr});
+  proto->FriendOf.Append(slot_.Texts.New<FRIEND_NODE>(record));
 }
 
 // `type Class::member(...)`, with the first `:` current.

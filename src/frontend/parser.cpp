@@ -37,8 +37,7 @@ bool Parser::Fail(long code, const std::string& text) {
 }
 
 bool Parser::AtDeclaredName() const {
-  return Token() == Tok::IDENTIFIER ||
-         (scan_.WordName() != nullptr && scan_.TokenIn(SizeNamedTypeList) && scan_.Word() != "long");
+  return Token() == Tok::IDENTIFIER || (scan_.WordName() != nullptr && scan_.TokenIn(SizeNamedTypeList));
 }
 
 Parser::Scope Parser::MainScope() {

@@ -69,6 +69,7 @@ class Parser {
     std::vector<int64_t> dimensions;
     bool function_body = false;  ///< it was a function with its body: no `;` follows
     bool function_pointer = false;
+    int64_t room = 0;  ///< bytes that its storage may take
   };
 
   /// Stops the compilation when constructs nest too deep for the host's stack.
@@ -99,7 +100,16 @@ class Parser {
     Peek();
     while (At(Tok::POUND)) scan_.ParsePound();
   }
-  /// The next token as it is, for a look-ahead that will be taken back.
+  /// Reads ahead without consuming anything: `look` may call `Peek` and answers a question.
+  template <typename Question>
+  bool LookAhead(Question look) {
+    const auto saved = scan_.SaveToken();
+    ++slot_.Muted;
+    const bool answer = look();
+    if (slot_.Muted > 0) --slot_.Muted;
+    scan_.RestoreToken(saved);
+    return answer;
+  }
   void Peek() { scan_.GetComboTokenSkipEol(); }
   Tok Token() const { return scan_.Token(); }
   bool At(Tok token) const { return scan_.Token() == token; }
@@ -138,13 +148,17 @@ class Parser {
   bool DeclareTypedef(const Scope& scope, const Declarator& declarator, FUNCPROTO_REC* function);
   void KeepStatic(SYM_REC* symbol);
   void FinishVariable(const Scope& scope, SYM_REC* symbol);
-  bool ParseInitialValue(const Scope& scope, SYM_REC* symbol);
+  int64_t DataRoom(const SYM_REC* symbol) const;
+  bool CheckRoom(const Declarator& declarator, const SYM_REC* symbol);
+  bool ParseInitialValue(const Scope& scope, const Declarator& declarator, SYM_REC* symbol);
   bool ParseLocalValue(const Scope& scope, SYM_REC* symbol);
-  bool ParseScriptValue(SYM_REC* symbol);
+  bool ParseScriptValue(const Declarator& declarator, SYM_REC* symbol);
   bool ParseTypeDef(const Scope& scope);
   bool ParseFunctionPointer(const Scope& scope, Declarator* declarator);
   bool ParseEnum(const Scope& scope, TypeSpec* type);
   bool ParseEnumBody(const Scope& scope, ENUM_REC* record);
+  void ParseStars(int16_t* depth);
+  bool ShapeSymbol(SYM_REC* symbol, const std::vector<int64_t>& dimensions);
   bool CheckTypeSize(SYM_REC* symbol);
   bool FailTypeSize(const Name* name);
   bool ParseBitField(const Declarator& declarator, SYM_REC* symbol);
@@ -209,7 +223,7 @@ class Parser {
   bool ParseBodyIdentifier(const Scope& scope);
   bool ParseLabel(const Scope& scope);
   bool ParsePlainStatement(const Scope& scope);
-  bool ParseExpressionStatement(STATEMENT_BLOCK* statement, const Scope& scope);
+  bool ParseExpressionStatement(STATEMENT_BLOCK* statement);
   bool ParseStatementOfType(STATEMENT_BLOCK* statement);
   bool ParseNested(const Scope& scope, StatementKind kind);
   bool ParseArm(STATEMENT_BLOCK* arm, const char* misuse, long code);
@@ -228,7 +242,7 @@ class Parser {
   bool ParseBreakType(STATEMENT_BLOCK* statement);
   bool ParseContinueType(STATEMENT_BLOCK* statement);
   bool ParseReturnType(STATEMENT_BLOCK* statement);
-  bool ParseDeleteStatement(const Scope& scope);
+  bool ParseDeleteStatement(STATEMENT_BLOCK* statement);
   bool SkipTryBlock();
   bool SkipRtlBlock();
   ExprContext ContextOf(STATEMENT_BLOCK* statement) const;

@@ -184,7 +184,7 @@ void Scanner::ScanWord() {
   now_.WordName = slot_.Names.Intern(now_.Word);
   if (now_.BehindDollar) return;
   now_.Token = ReserveWord(now_.WordName);
-  if (now_.Token == Tok::long_ && !joining_long_) JoinDoubleLong();
+  if (now_.Token == Tok::NUMBER) now_.Word = now_.WordName->Reserved == Tok::true_ ? "1" : "0";
   if (now_.Token == Tok::cin_ || now_.Token == Tok::cout_) {
     slot_.Error(0, "cin/cout not supported: use printf/scanf.");
   }
@@ -201,18 +201,6 @@ Tok Scanner::ReserveWord(Name* name) const {
     case Tok::rtlend: return slot_.IsScript() ? token : Tok::IDENTIFIER;
     default: return SizeNamedTypeList.Has(token) && name->IsTypedef ? Tok::IDENTIFIER : token;
   }
-}
-
-// `long long` is one type word.
-void Scanner::JoinDoubleLong() {
-  const State saved = now_;
-  joining_long_ = true;
-  do GetTokenSkipComments();
-  while (now_.Token == Tok::ENDOFSTRING && ReadLine());
-  joining_long_ = false;
-  if (now_.Token != Tok::long_) return RestoreToken(saved);
-  now_.Token = Tok::INT64;
-  now_.Blanks = saved.Blanks;
 }
 
 void Scanner::ScanNumber() {

@@ -52,8 +52,8 @@ bool Parser::MorvPROC_ParseStatement(StatementKind kind) {
   const Scope scope = MorvScope();
   STATEMENT_BLOCK* statement = NewStatementBlock(slot_, scope.proc, scope.statements, nullptr);
   statement->StatementType = kind;
-  const bool good = kind == STATEMENT_TYPE_PLAIN ? ParseExpressionStatement(statement, scope)
-                                                 : ParseStatementOfType(statement);
+  const bool good =
+      kind == STATEMENT_TYPE_PLAIN ? ParseExpressionStatement(statement) : ParseStatementOfType(statement);
   if (!good) return Synchronize(BeginList, EofList);
   return RunMorvStatement(statement);
 }
@@ -99,11 +99,11 @@ SYM_REC* Parser::FindOrCreateDollar(const ExprContext& context, Name* word) {
 
 // A statement that starts with `$name`.
 bool Parser::ParseDollarVar(const Scope& scope) {
-  const auto saved = scan_.SaveToken();
-  const long line = scan_.LineNumber();
-  Peek();
-  const bool named = scan_.WordName() != nullptr && scan_.LineNumber() == line;
-  scan_.RestoreToken(saved);
+  const bool named = LookAhead([&] {
+    const long line = scan_.LineNumber();
+    Peek();
+    return scan_.WordName() != nullptr && scan_.LineNumber() == line;
+  });
   if (!named) {
     Next();
     return Fail(0, "Missing variable name after '$'.");

@@ -164,7 +164,7 @@ int Scanner::IncludeDepth() const {
 }
 
 void Scanner::ReportOpenIfs(FileFrame* frame) {
-  if (frame->Ifs.empty() || frame->Reported) return;
+  if (frame->Ifs.empty() || frame->Reported || slot_.Muted > 0) return;
   frame->Reported = true;
   slot_.Error(0, "Missing '#endif' or preprocessor statement mismatch.");
   slot_.Error(0, "Unexpected End-of-File...");

@@ -1,5 +1,3 @@
-#include <new>
-
 #include "base/format.h"
 #include "frontend/parser.h"
 #include "program/layout.h"
@@ -8,6 +6,8 @@
 namespace vorc {
 
 namespace {
+
+constexpr int32_t kMostBases = 1000;
 
 constexpr TokenList kAccessWords = {Tok::public_, Tok::private_, Tok::protected_};
 
@@ -112,6 +112,18 @@ bool Parser::ParseBases(const Scope& scope, STRUCT_REC* record) {
 }
 
 void Parser::Inherit(STRUCT_REC* base, STRUCT_REC* derived, InheritanceKind access) {
+  for (const PARENT_NODE* other : derived->Parents) {
+    if (other->Struct != base) continue;
+    slot_.Error(0, Format("'%s' is a base class/struct of '%s' already", base->name->c_str(),
+                          derived->name->c_str()));
+    return;
+  }
+  // Bases that share a base double with each level; this bounds every walk over them.
+  if (derived->BaseCount + 1 + base->BaseCount > kMostBases) {
+    slot_.Error(0, Format("class/struct '%s' has more than %d bases", derived->name->c_str(), kMostBases));
+    return;
+  }
+  derived->BaseCount += 1 + base->BaseCount;
   const auto check = [&](const Name* name) {
     for (const PARENT_NODE* other : derived->Parents) {
       const MemberResult clash = FindStructMember(slot_, other->Struct, name);
@@ -132,8 +144,7 @@ void Parser::Inherit(STRUCT_REC* base, STRUCT_REC* derived, InheritanceKind acce
     for (const PARENT_NODE* parent : record->Parents) self(self, parent->Struct);
   };
   if (!derived->Parents.empty()) check_all(check_all, base);
-  void* memory = slot_.Texts.Allocate(sizeof(PARENT_NODE), alignof(PARENT_NODE));
-  derived->Parents.Append(new (memory) PARENT_NODE{access, base, nullptr});
+  derived->Parents.Append(slot_.Texts.New<PARENT_NODE>(access, base));
   if (base->DerivedFrom == nullptr) base->DerivedFrom = derived;
 }
 

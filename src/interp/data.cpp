@@ -25,7 +25,8 @@ void Interpreter::AllocateData(SYM_REC* symbol) {
       return;
     }
   }
-  const auto size = static_cast<size_t>(GetDeclaredDataSize(slot_, symbol));
+  const bool open = symbol->Shape.UnsizedFirstDimension;
+  const auto size = static_cast<size_t>(open ? kOpenArrayRoom : GetDeclaredDataSize(slot_, symbol));
   symbol->InterpreterData = memory_.Allocate(size + kSlack);
   if (symbol->InterpreterData != nullptr) return;
   slot_.ErrorAt(symbol->Line, 0, Format("Variable '%s' does not fit into memory.", symbol->name->c_str()));

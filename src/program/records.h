@@ -159,6 +159,7 @@ struct STRUCT_REC {
   SourceLine EndLine;
   MemberKind CurrentMemberAccess = MEMBER_TYPE_PUBLIC;
   List<PARENT_NODE> Parents;
+  int32_t BaseCount = 0;  ///< of all base objects, those of the bases included
   List<FRIEND_NODE> FriendClasses;
   SYMBOLS_HEADER MembersHeader;
   SYM_REC* This = nullptr;
@@ -288,7 +289,7 @@ struct EXPR_NODE {
   bool IsMember = false;  ///< a name behind `.` or `->`
   bool IsObject = false;  ///< stands in front of `.` or `->`
   bool HasCall = false;   ///< a call behind this name
-  int16_t StarRefCount = 0;
+  int32_t StarRefCount = 0;
   uint32_t LiteralLength = 0;  ///< a text may hold zeros
   const char* Literal = nullptr;
   Name* name = nullptr;
