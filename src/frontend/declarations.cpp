@@ -197,10 +197,10 @@ bool Parser::ParseDeclaration(const Scope& scope, const FunctionTraits& traits) 
 }
 
 bool Parser::ParseDeclarators(const Scope& scope, const TypeSpec& type, const FunctionTraits& traits) {
-  while (true) {
+  for (bool first = true;; first = false) {
     const bool starts =
         scan_.TokenIn(ValidVarList) || At(Tok::BITAND) || At(Tok::operator_) || AtDeclaredName();
-    if (!starts) return FailMissingName(scope, type);
+    if (!starts) return FailMissingName(scope, type, first);
     bool function_body = false;
     if (!ParseBasicTypeDecl(scope, type, traits, &function_body)) return false;
     if (function_body) return true;
@@ -221,12 +221,13 @@ void Parser::ParseStars(int16_t* depth) {
   }
 }
 
-bool Parser::FailMissingName(const Scope& scope, const TypeSpec& type) {
+bool Parser::FailMissingName(const Scope& scope, const TypeSpec& type, bool first) {
   if (scope.by_name) return Fail(45, Format("Invalid variable name: '%s'", scan_.ClipTok().c_str()));
   if (type.BasicType == Tok::enum_) return Fail(29, "Unexpected end in declaration of type 'enum'.");
   if (kTags.Has(type.BasicType)) {
-    return struct_defined_ ? Fail(14, "Unexpected end of declaration of type 'struct/class'.")
-                           : Fail(20, "Unexpected end in declaration of type 'class/struct'.");
+    if (struct_defined_) return Fail(14, "Unexpected end of declaration of type 'struct/class'.");
+    return first ? Fail(17, "Syntax error in declaration of type 'class/struct'.")
+                 : Fail(20, "Unexpected end in declaration of type 'class/struct'.");
   }
   return Fail(48, Format("Unexpected end of declaration of type '%s'", TypeText(type).c_str()));
 }
@@ -265,6 +266,7 @@ bool Parser::ParseBasicTypeDecl(const Scope& scope, const TypeSpec& type, const 
   if (!AtDeclaredName() && function_only) {
     return Fail(0, Format("Missing function name for the declaration of type '%s'", TypeText(type).c_str()));
   }
+  if (!AtDeclaredName() && kTags.Has(type.BasicType)) return Fail(0, "Missing struct variable name");
   if (!AtDeclaredName()) {
     return Fail(0, Format("Missing variable name for the declaration of type '%s'", TypeText(type).c_str()));
   }
@@ -591,11 +593,12 @@ bool Parser::ParseEnum(const Scope& scope, TypeSpec* type) {
   }
   if (known != nullptr) slot_.Error(31, "Duplicate enum type '%' declaration.");
   type->Enum = CreateEnumRecord(slot_, scope.TagHeader(), tag);
+  const SourceLine opened = scan_.Place();
   Next();
-  return ParseEnumBody(scope, type->Enum);
+  return ParseEnumBody(scope, type->Enum, opened);
 }
 
-bool Parser::ParseEnumBody(const Scope& scope, ENUM_REC* record) {
+bool Parser::ParseEnumBody(const Scope& scope, ENUM_REC* record, SourceLine opened) {
   int64_t value = 0;
   while (AtDeclaredName()) {
     Name* name = scan_.WordName();
@@ -614,7 +617,7 @@ bool Parser::ParseEnumBody(const Scope& scope, ENUM_REC* record) {
     InsertEnumItem(slot_, scope.TagHeader(), record, name, value++);
     if (!Accept(Tok::COMMA)) break;
   }
-  return Expect(Tok::RSECONDBRACKET, 28, "Missing '}' in enum declaration.");
+  return ExpectBrace(opened, 28, "Missing '}' in enum declaration.");
 }
 
 }  // namespace vorc

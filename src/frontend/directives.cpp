@@ -57,7 +57,7 @@ void Scanner::ParsePreProcessIfs(Tok directive) {
   if (!has_operand) slot_.Error(0, "Syntax error followed by preprocessor statement.");
   std::vector<IfEntry>& ifs = now_.Frame->Ifs;
   const bool value = ifs.size() >= kMostOpenIfs || (has_operand && EvaluateCondition(directive));
-  ifs.push_back({directive, value});
+  ifs.push_back({directive, value, Place()});
   SkipToEndOfLine();
   if (!value) SkipGroup(false);
   NextAfterDirective();
@@ -99,7 +99,7 @@ void Scanner::ParsePreProcessElif() {
     SkipGroup(true);
   } else {
     const bool value = has_operand && EvaluateCondition(Tok::PREPROCESS_elif);
-    now_.Frame->Ifs.push_back({Tok::PREPROCESS_elif, value});
+    now_.Frame->Ifs.push_back({Tok::PREPROCESS_elif, value, Place()});
     SkipToEndOfLine();
     if (!value) SkipGroup(false);
   }
@@ -113,7 +113,7 @@ void Scanner::ParsePreProcessElse() {
   } else if (now_.Frame->Ifs.back().Value) {
     SkipGroup(true);
   } else {
-    now_.Frame->Ifs.push_back({Tok::PREPROCESS_else, false});
+    now_.Frame->Ifs.push_back({Tok::PREPROCESS_else, false, Place()});
   }
   NextAfterDirective();
 }

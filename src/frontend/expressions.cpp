@@ -17,6 +17,11 @@ void SetName(EXPR_NODE* node, Name* name) {
   node->LiteralLength = static_cast<uint32_t>(name->Text.size());
 }
 
+// Where an argument ends, and where its call has ended without a parenthesis.
+constexpr TokenList kEndsArgument = {Tok::COMMA, Tok::RPAREN};
+constexpr TokenList kEndsStatement = {Tok::SEMICOLON, Tok::LSECONDBRACKET, Tok::RSECONDBRACKET,
+                                      Tok::END_OF_FILE};
+
 struct ImmediateForm {
   uint8_t immediate_class;
   uint8_t size;
@@ -381,6 +386,7 @@ bool Parser::ParseFunctionCall(const ExprContext& context, EXPR_NODE* call) {
     if (head == nullptr) break;
     *link = head;
     link = &head->NextArgument;
+    if (!kEndsStatement.Has(Token()) && !Synchronize(kEndsArgument, kEndsStatement)) return false;
     if (!At(Tok::COMMA)) break;
     Next();
   }

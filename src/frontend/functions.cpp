@@ -121,7 +121,7 @@ bool Parser::ParseProcedureBody(FUNCPROTO_REC* proto) {
   Next();
   ParseProcBody(proto);
   proto->ProcBody->EndLine = scan_.Place();
-  return Expect(Tok::RSECONDBRACKET, 0, "Missing '}'");
+  return ExpectBrace(proto->ProcBody->Line, 0, "Missing '}'");
 }
 
 void Parser::InsertVoidArgument(FUNCPROTO_REC* proto, bool counted) {

@@ -72,8 +72,7 @@ bool Parser::InitializeBasicType(SYM_REC* symbol, const ExprContext& context) {
   if (list) {
     INITIALIZER* element =
         InsertNewIntilizerElement(&symbol->Initializer, INITIALIZER_TYPE_ANOTHER_INTIALIZER_LIST);
-    Next();
-    if (!ParseInitilizerList(&element->List, context)) return false;
+    if (!ParseInitializerList(element, context)) return false;
   } else {
     if (!scan_.TokenIn(ValidInitlializerList) && !At(Tok::dollar)) return Fail(81, "Invalid initializer.");
     if (!ParseExpressionIntializer(&symbol->Initializer, context)) return false;
@@ -86,10 +85,12 @@ bool Parser::ParseExpressionIntializer(InitializerList* list, const ExprContext&
   return ParseFullExpression(context, &element->Expression);
 }
 
-// Elements up to the `}`, which is passed.
-bool Parser::ParseInitilizerList(InitializerList* list, const ExprContext& context) {
+// A `{`, elements, and the `}`, which is passed.
+bool Parser::ParseInitializerList(INITIALIZER* element, const ExprContext& context) {
   const Nesting nesting(*this);
   if (!nesting) return false;
+  InitializerList* list = &element->List;
+  Next();
   bool value_due = true;
   while (!At(Tok::RSECONDBRACKET)) {
     if (At(Tok::COMMA)) {
@@ -97,18 +98,17 @@ bool Parser::ParseInitilizerList(InitializerList* list, const ExprContext& conte
       value_due = true;
       Next();
     } else if (!value_due) {
-      return Fail(79, "Missing '}' in the initializer list.");
+      return FailBrace(element->Line, 79, "Missing '}' in the initializer list.");
     } else if (At(Tok::LSECONDBRACKET)) {
-      INITIALIZER* element = InsertNewIntilizerElement(list, INITIALIZER_TYPE_ANOTHER_INTIALIZER_LIST);
-      Next();
-      if (!ParseInitilizerList(&element->List, context)) return false;
+      INITIALIZER* inner = InsertNewIntilizerElement(list, INITIALIZER_TYPE_ANOTHER_INTIALIZER_LIST);
+      if (!ParseInitializerList(inner, context)) return false;
       value_due = false;
     } else if (scan_.TokenIn(ValidInitlializerList) || At(Tok::dollar)) {
       if (!ParseExpressionIntializer(list, context)) return false;
       value_due = false;
     } else {
-      return Fail(At(Tok::END_OF_FILE) ? 79 : 81,
-                  At(Tok::END_OF_FILE) ? "Missing '}' in the initializer list." : "Invalid initializer.");
+      return At(Tok::END_OF_FILE) ? FailBrace(element->Line, 79, "Missing '}' in the initializer list.")
+                                  : Fail(81, "Invalid initializer.");
     }
   }
   Next();

@@ -99,6 +99,7 @@ bool Scanner::ExpandMacro(const DEFINE_REC* define) {
 }
 
 bool Scanner::ParseMacroCall(const DEFINE_REC* define, const DEFINE_ITEM*** arguments) {
+  const SourceLine began = Place();
   RawTokenSkipEol();
   if (now_.Token != Tok::LPAREN) {
     slot_.Error(62, "Missing '(' in macro call.");
@@ -113,12 +114,14 @@ bool Scanner::ParseMacroCall(const DEFINE_REC* define, const DEFINE_ITEM*** argu
       RawTokenSkipEol();
     } else if (i + 1 < count) {
       slot_.Error(63, "Argument count mismatch in macro call.");
+      if (now_.Token == Tok::END_OF_FILE) slot_.NoteOpening(began, "The macro call");
       return false;
     }
   }
   if (now_.Token == Tok::RPAREN) return true;
   slot_.Error(63, now_.Token == Tok::COMMA || count == 0 ? "Argument count mismatch in macro call."
                                                          : "Missing ')' in macro call.");
+  if (now_.Token == Tok::END_OF_FILE) slot_.NoteOpening(began, "The macro call");
   return false;
 }
 

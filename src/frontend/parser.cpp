@@ -36,6 +36,16 @@ bool Parser::Fail(long code, const std::string& text) {
   return false;
 }
 
+bool Parser::ExpectBrace(SourceLine opened, long code, const char* text) {
+  return Accept(Tok::RSECONDBRACKET) || FailBrace(opened, code, text);
+}
+
+bool Parser::FailBrace(SourceLine opened, long code, const char* text) {
+  Fail(code, text);
+  if (At(Tok::END_OF_FILE)) slot_.NoteOpening(opened, "The '{'");
+  return false;
+}
+
 bool Parser::AtDeclaredName() const {
   return Token() == Tok::IDENTIFIER || (scan_.WordName() != nullptr && scan_.TokenIn(SizeNamedTypeList));
 }
@@ -108,7 +118,38 @@ void Parser::ParseTopLevelItem() {
     ParseTopLevelOther();
 }
 
+// An unknown word with a name behind it on its line: most likely a type that was misspelt.
+bool Parser::AtMisspeltType(const Scope& scope) {
+  if (!AtName()) return false;
+  const Name* word = scan_.WordName();
+  if (FindFactorIdentifier(slot_, scope.proc, nullptr, scope.block, word) || slot_.Services->IsBuiltin(word))
+    return false;
+  return LookAhead([&] {
+    const long line = scan_.LineNumber();
+    Peek();
+    return AtName() && scan_.LineNumber() == line;
+  });
+}
+
+// One error for the whole declaration. What it declares counts as known from here on.
+bool Parser::SkipMisspeltType(long code, const char* format) {
+  slot_.Error(code, Format(format, scan_.ClipTok().c_str()));  // NOLINT(clang-diagnostic-format-nonliteral)
+  Next();
+  Name* name = scan_.WordName();
+  if (!FindBasicTypeConflictGlobal(slot_, &slot_.Globals, name)) InsertUndeclared(name);
+  while (!At(Tok::SEMICOLON) && !At(Tok::LSECONDBRACKET) && !At(Tok::RSECONDBRACKET) && !At(Tok::END_OF_FILE))
+    Next();
+  if (At(Tok::LSECONDBRACKET)) SkipToMatchingBrace();
+  Accept(Tok::SEMICOLON);
+  return true;
+}
+
 void Parser::ParseTopLevelIdentifier() {
+  if (AtMisspeltType(MainScope())) {
+    SkipMisspeltType(slot_.IsScript() ? 57 : 0,
+                     slot_.IsScript() ? kUndeclaredVariable : "'%s' is not a data type");
+    return;
+  }
   const bool type = FindBasicTypeConflictGlobal(slot_, &slot_.Globals, scan_.WordName()).IsType();
   if (type || !slot_.IsScript()) {
     Scope scope = MainScope();

@@ -88,6 +88,9 @@ class Parser {
   // --- parser.cpp: the file level and error recovery
   void ParseTopLevelItem();
   void ParseTopLevelIdentifier();
+  bool AtMisspeltType(const Scope& scope);
+  static constexpr const char* kUndeclaredVariable = "Undeclared variable '%s'";
+  bool SkipMisspeltType(long code, const char* format);
   void ParseTopLevelOther();
   void ParseTopLevelDollar();
   void SkipUnsupported();
@@ -117,6 +120,10 @@ class Parser {
   /// The current token must be `token`: passes it, or reports `text` and answers false.
   bool Expect(Tok token, long code, const char* text);
   bool Fail(long code, const std::string& text);
+  /// As `Expect` of a `}`; at the end of the file an additional line says where its `{` stands.
+  bool ExpectBrace(SourceLine opened, long code, const char* text);
+  /// Reports a `}` that is missing.
+  bool FailBrace(SourceLine opened, long code, const char* text);
   bool AtName() const { return scan_.WordName() != nullptr && Token() == Tok::IDENTIFIER; }
   /// A name behind a type: also a word that is a type only as long as nobody takes it.
   bool AtDeclaredName() const;
@@ -135,7 +142,7 @@ class Parser {
   /// A whole declaration from its first word to its `;` or to the end of a function's body.
   bool ParseDeclaration(const Scope& scope, const FunctionTraits& traits = {});
   bool ParseDeclarators(const Scope& scope, const TypeSpec& type, const FunctionTraits& traits);
-  bool FailMissingName(const Scope& scope, const TypeSpec& type);
+  bool FailMissingName(const Scope& scope, const TypeSpec& type, bool first);
   bool FailMissingSemicolon(const Scope& scope, const TypeSpec& type);
   bool ParseBasicTypeDecl(const Scope& scope, const TypeSpec& type, const FunctionTraits& traits,
                           bool* function_body);
@@ -156,7 +163,7 @@ class Parser {
   bool ParseTypeDef(const Scope& scope);
   bool ParseFunctionPointer(const Scope& scope, Declarator* declarator);
   bool ParseEnum(const Scope& scope, TypeSpec* type);
-  bool ParseEnumBody(const Scope& scope, ENUM_REC* record);
+  bool ParseEnumBody(const Scope& scope, ENUM_REC* record, SourceLine opened);
   void ParseStars(int16_t* depth);
   bool ShapeSymbol(SYM_REC* symbol, const std::vector<int64_t>& dimensions);
   bool CheckTypeSize(SYM_REC* symbol);
@@ -210,7 +217,7 @@ class Parser {
 
   // --- initializers.cpp
   bool InitializeBasicType(SYM_REC* symbol, const ExprContext& context);
-  bool ParseInitilizerList(InitializerList* list, const ExprContext& context);
+  bool ParseInitializerList(INITIALIZER* element, const ExprContext& context);
   bool ParseExpressionIntializer(InitializerList* list, const ExprContext& context);
   INITIALIZER* InsertNewIntilizerElement(InitializerList* list, InitializerKind kind);
   bool VerifyInitilizers(SYM_REC* symbol, const ExprContext& context);

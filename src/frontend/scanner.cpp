@@ -41,6 +41,9 @@ bool IsBlank(char c) {
 bool IsHexDigit(char c) {
   return IsDigit(c) || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
 }
+bool IsAbove127(char c) {
+  return static_cast<unsigned char>(c) > kEndOfFileMark;
+}
 bool EndsLine(char c) {
   return c == '\n' || c == '\0' || c == '\r';
 }
@@ -239,7 +242,10 @@ void Scanner::ScanOthers() {
     return SetEndOfString();
   }
   if (const Operator* op = FindOperator(start)) return SetToken(op->token, start, start + op->text.size());
-  SetToken(Tok::NOTOKEN, start, start + 1);
+  // Bytes above 127 are pieces of characters that mean nothing by themselves.
+  const char* end = start + 1;
+  while (IsAbove127(*start) && end < now_.LineEnd && IsAbove127(*end)) ++end;
+  SetToken(Tok::NOTOKEN, start, end);
 }
 
 void Scanner::ScanString() {
@@ -259,6 +265,7 @@ void Scanner::ScanString() {
     text += c;
   }
   const bool closed = at < now_.LineEnd;
+  if (!closed) slot_.NoteOpening(Place(), "The text");
   now_.Token = closed ? Tok::STRING : Tok::NOTOKEN;
   now_.Word = {slot_.Texts.Copy(text), text.size()};
   now_.Cursor = closed ? at + 1 : at;
@@ -272,6 +279,7 @@ void Scanner::ScanString() {
 }
 
 void Scanner::ParseBlockCommentBegin() {
+  const SourceLine opened = Place();
   while (true) {
     const std::string_view rest(now_.Cursor, static_cast<size_t>(now_.LineEnd - now_.Cursor));
     const size_t end = rest.find("*/");
@@ -282,6 +290,7 @@ void Scanner::ParseBlockCommentBegin() {
     now_.Cursor = now_.LineEnd;
     if (!ReadLine()) {
       slot_.Error(0, "Unexpected end of file.");
+      slot_.NoteOpening(opened, "The comment");
       return;
     }
   }

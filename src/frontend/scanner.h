@@ -121,6 +121,7 @@ class Scanner {
   struct IfEntry {
     Tok Token;
     bool Value;
+    SourceLine Line;
   };
   struct FileFrame {
     const SourceText* Source = nullptr;

@@ -12,6 +12,7 @@ namespace vorc {
 namespace {
 
 constexpr int kDeepestInclude = 1000;
+constexpr std::string_view kByteOrderMark = "\xef\xbb\xbf";
 constexpr size_t kLargestSource = size_t{64} << 20;
 // A loaded buffer is kept in lines of this size; longer ones flow on as further lines.
 constexpr size_t kBufferLineLength = 299;
@@ -58,6 +59,7 @@ const Scanner::SourceText* Scanner::LoadFile(const std::string& path) {
   if (known != files_by_path_.end()) return known->second;
   std::string text;
   if (!ReadAll(path, &text)) return nullptr;
+  if (text.starts_with(kByteOrderMark)) text.erase(0, kByteOrderMark.size());
   StripCarriageReturns(text);
   const SourceText* source = slot_.Sources.Add(path, std::move(text));
   files_by_path_.emplace(path, source);
@@ -66,6 +68,7 @@ const Scanner::SourceText* Scanner::LoadFile(const std::string& path) {
 
 void Scanner::LoadSrcFromBuffer(const std::string& name, std::string_view text) {
   if (FindBufferFile(name) != nullptr) return;
+  if (text.starts_with(kByteOrderMark)) text.remove_prefix(kByteOrderMark.size());
   std::string lines;
   size_t length = 0;
   for (size_t i = 0; i < text.size(); ++i) {
@@ -168,6 +171,7 @@ void Scanner::ReportOpenIfs(FileFrame* frame) {
   frame->Reported = true;
   slot_.Error(0, "Missing '#endif' or preprocessor statement mismatch.");
   slot_.Error(0, "Unexpected End-of-File...");
+  slot_.NoteOpening(frame->Ifs.back().Line, "The conditional");
 }
 
 void Scanner::ExaminePreProcessorStack() {

@@ -104,6 +104,7 @@ bool Parser::ParseBodyIdentifier(const Scope& scope) {
     Next();
     return Fail(45, Format("Invalid variable name: '%s'", scan_.ClipTok().c_str()));
   }
+  if (AtMisspeltType(scope)) return SkipMisspeltType(57, kUndeclaredVariable);
   const bool label = LookAhead([&] {
     Peek();
     return At(Tok::COLON);
@@ -172,8 +173,8 @@ bool Parser::ParseArmBlock(STATEMENT_BLOCK* arm) {
   arm->StatementType = STATEMENT_TYPE_NEWBLOCK;
   CODE_BLOCK* block = NewCodeBlock(slot_, arm->OwnerFunction, arm);
   Next();
-  if (!ParseCodeBlock(arm->OwnerFunction, block)) return Fail(0, "Missing '}'");
-  return Expect(Tok::RSECONDBRACKET, 0, "Missing '}'");
+  if (!ParseCodeBlock(arm->OwnerFunction, block)) return FailBrace(block->Line, 0, "Missing '}'");
+  return ExpectBrace(block->Line, 0, "Missing '}'");
 }
 
 // The statement behind a condition or a loop's head. A declaration is none.

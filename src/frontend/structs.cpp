@@ -59,11 +59,12 @@ bool Parser::ParseStructDecl(const Scope& scope, TypeSpec* type) {
   record->StartLine = scan_.Place();
   if (Accept(Tok::COLON) && !ParseBases(scope, record)) return false;
   if (!At(Tok::LSECONDBRACKET)) return Fail(18, "Syntax error in declaration of type 'class/struct'.");
+  const SourceLine opened = scan_.Place();
   Next();
   ParseStructMembers(scope, record);
   record->EndLine = scan_.Place();
   record->IsForwardDeclared = false;
-  if (!Expect(Tok::RSECONDBRACKET, 15, "Missing '}' in declaration of type 'class/struct'.")) return false;
+  if (!ExpectBrace(opened, 15, "Missing '}' in declaration of type 'class/struct'.")) return false;
   ResolveVirtualReference(record);
   if (!SettleLayout(slot_, record)) FailTypeSize(record->name);
   struct_defined_ = true;

@@ -90,7 +90,7 @@ void Decoder::DecodeNode(EXPR_NODE* node, Op* op) {
       return;
     case Tok::STRING:
       op->code = OpCode::kString;
-      op->text = memory_.CopyText(node->Literal);
+      op->text = memory_.CopyLiteral(node->Literal);
       return;
     case Tok::LPAREN:
       op->code = node->IsObject ? OpCode::kGroupObject : OpCode::kGroup;

@@ -20,6 +20,7 @@ void SetBreakContinueExecutionState(STATEMENT_BLOCK* target, STATEMENT_BLOCK* st
 
 bool Interpreter::InterpretScript() {
   VORC_TRACE("DIAG: InterpretScript entry\n");
+  host_stack_top_ = __builtin_frame_address(0);
   frame_.return_reg = kReturnRegister;
   FUNCPROTO_REC* entry = FindProgramEntryLabel(slot_);
   if (entry == nullptr) {
@@ -56,6 +57,7 @@ void Interpreter::RunStatement(STATEMENT_BLOCK* statement) {
                          static_cast<int>(ScriptMemory::kStackWords)));
     return;
   }
+  host_stack_top_ = __builtin_frame_address(0);
   frame_.base = top;
   frame_.stack_pointer = top - locals - 1;
   ExecStatement(statement);
@@ -64,6 +66,7 @@ void Interpreter::RunStatement(STATEMENT_BLOCK* statement) {
 
 bool Interpreter::ExecStatement(STATEMENT_BLOCK* statement) {
   current_line_ = statement->Line;
+  SweepIfDue();
   switch (statement->StatementType) {
     case STATEMENT_TYPE_PLAIN: return ExecPlain(statement);
     case STATEMENT_TYPE_RETURN: return ExecReturn(statement);
@@ -94,6 +97,7 @@ bool Interpreter::ExecPlain(STATEMENT_BLOCK* statement) {
 
 // All conditions are tested by the low 32 bits of what they give, whatever its type.
 bool Interpreter::EvaluateCondition(STATEMENT_BLOCK* statement, bool* holds) {
+  SweepIfDue();
   int32_t low = 0;
   if (!EvaluateLow(decoder_.Decode(statement->Expression), Mode::kNormal, &low)) return false;
   *holds = low != 0;
@@ -140,6 +144,7 @@ bool Interpreter::ExecDo(STATEMENT_BLOCK* statement) {
 
 // Runs every clause of a group; `any_true` tells whether one of them held.
 bool Interpreter::ExecForClauses(const STATEMENT_BLOCK* first, bool* any_true) {
+  SweepIfDue();
   for (const STATEMENT_BLOCK* clause = first; clause != nullptr; clause = clause->Next) {
     if (clause->Symbol != nullptr && clause->Expression == nullptr) {
       if (!FillLocal(clause)) return false;

@@ -54,6 +54,12 @@ void Diagnostics::DisplayWarning(std::string_view file, long line, int code, std
   Show(std::move(message));
 }
 
+void Diagnostics::DisplayInfo(std::string_view file, long line, std::string_view text) {
+  std::string message = MessageLine("Info", file, line, 0, text);
+  Log(message);
+  Show(std::move(message));
+}
+
 void Diagnostics::DisplayPrintf(std::string_view file, long line, std::string_view text) {
   if (log_ != nullptr) {
     const std::string name(file);

@@ -258,7 +258,8 @@ struct STATEMENT_BLOCK {
   CODE_BLOCK* ParentCodeBlock = nullptr;
   STATEMENT_BLOCK* ParentStatement = nullptr;  ///< of a derived statement
   FUNCPROTO_REC* OwnerFunction = nullptr;
-  STATEMENT_BLOCK* ForScope = nullptr;  ///< first clause whose names are visible here
+  STATEMENT_BLOCK* ForScope = nullptr;      ///< first clause of a `for` that this is a part of
+  STATEMENT_BLOCK* EnclosingFor = nullptr;  ///< nearest first clause whose names are visible here
   SourceLine Line;
   SourceLine EndLine;
   STATEMENT_BLOCK* Next = nullptr;

@@ -106,6 +106,8 @@ struct C_SLOT {
   void ErrorAt(SourceLine line, long code, std::string_view text);
   void Warning(std::string_view text);
   void WarningAt(SourceLine line, std::string_view text);
+  /// Says where something begins that is never closed; counts as nothing.
+  void NoteOpening(SourceLine line, std::string_view what);
   /// One last error; the scanner then delivers nothing but the end of the file.
   void Fatal(std::string_view text);
 

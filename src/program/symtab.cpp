@@ -191,6 +191,7 @@ STATEMENT_BLOCK* NewDerivedStatementBlock(C_SLOT& slot, STATEMENT_BLOCK* parent,
       NewStatementBlock(slot, parent->OwnerFunction, &parent->ChildStatements, parent->ParentCodeBlock);
   statement->DerivedName = name;
   statement->ParentStatement = parent;
+  statement->EnclosingFor = parent->EnclosingFor;
   return statement;
 }
 
@@ -249,9 +250,9 @@ ConflictResult FindLocalIdentifier(const C_SLOT& slot, const FUNCPROTO_REC* prot
                                    const Name* name) {
   if (block == nullptr && statement != nullptr) block = statement->ParentCodeBlock;
   while (statement != nullptr || block != nullptr) {
-    for (; statement != nullptr; statement = statement->ParentStatement) {
-      const STATEMENT_BLOCK* clause = statement->ForScope;
-      if (clause == nullptr || clause->Block == nullptr) continue;
+    const STATEMENT_BLOCK* clause = statement == nullptr ? nullptr : statement->EnclosingFor;
+    for (; clause != nullptr; clause = clause->ParentStatement->EnclosingFor) {
+      if (clause->Block == nullptr) continue;
       if (auto hit = FindBasicTypeConflictGlobal(slot, &clause->Block->LocalsHeader, name)) return hit;
     }
     if (block == nullptr) break;
