@@ -7,22 +7,20 @@ namespace vorc {
 
 namespace {
 
-constexpr TokenList kTags = {Tok::struct_, Tok::class_, Tok::union_};
 constexpr TokenList kNoOperand = {Tok::RPAREN, Tok::COMMA, Tok::RBRACKET, Tok::SEMICOLON,
                                   Tok::SLASH,  Tok::MOD,   Tok::PLUS,     Tok::ASSIGN};
 
 }  // namespace
 
 bool Parser::AtCastType(const ExprContext& context) const {
-  if (scan_.TokenIn(BasicTypeList) || scan_.TokenIn(kTags)) return true;
+  if (scan_.TokenIn(BasicTypeList) || scan_.TokenIn(TagList)) return true;
   switch (Token()) {
     case Tok::void_:
     case Tok::enum_:
     case Tok::const_:
     case Tok::volatile_: return true;
     case Tok::IDENTIFIER:
-      return FindFactorIdentifier(slot_, context.proc, context.statement, context.block, scan_.WordName())
-          .IsType();
+      return FindVisible(slot_, context.proc, context.statement, context.block, scan_.WordName()).IsType();
     default: return false;
   }
 }
@@ -30,12 +28,11 @@ bool Parser::AtCastType(const ExprContext& context) const {
 // Reads a type and its stars, up to the `)` or to a function pointer's `(`.
 bool Parser::ParseCastType(const ExprContext& context, CAST* cast) {
   TypeSpec type;
-  if (scan_.TokenIn(kTags)) {
+  if (scan_.TokenIn(TagList)) {
     Next();
     if (!AtName()) return Fail(0, "Missing: struct/class/union name");
     type.Struct =
-        FindFactorIdentifier(slot_, context.proc, context.statement, context.block, scan_.WordName())
-            .Struct();
+        FindVisible(slot_, context.proc, context.statement, context.block, scan_.WordName()).Struct();
     if (type.Struct == nullptr) {
       return Fail(54, Format("'%s' is not a struct/class/union", scan_.ClipTok().c_str()));
     }
@@ -93,8 +90,8 @@ bool Parser::ParseSizeof(const ExprContext& context, int64_t* size) {
   if (!At(Tok::LPAREN)) return Fail(53, "Missing '('  ");
   Next();
   if (At(Tok::IDENTIFIER)) {
-    const ConflictResult found =
-        FindFactorIdentifier(slot_, context.proc, context.statement, context.block, scan_.WordName());
+    const FoundName found =
+        FindVisible(slot_, context.proc, context.statement, context.block, scan_.WordName());
     if (!found && !slot_.Services->IsBuiltin(scan_.WordName())) {
       return Fail(55, Format("'%s' is not a data type or a variable name", scan_.ClipTok().c_str()));
     }

@@ -23,7 +23,6 @@ constexpr StorageWord kStorageWords[] = {
 
 constexpr TokenList kUnsignedTypes = {Tok::UINT16, Tok::UINT32, Tok::UINT64,  Tok::UINT128,
                                       Tok::UINT8,  Tok::UINT4,  Tok::UINT256, Tok::UCHAR};
-constexpr TokenList kTags = {Tok::struct_, Tok::class_, Tok::union_};
 
 struct UnsignedForm {
   Tok word;
@@ -48,14 +47,14 @@ bool Reads(const EXPR_NODE* node, const SYM_REC* symbol) {
 }  // namespace
 
 bool Parser::AtTypeStart(const Scope& scope) const {
-  if (scan_.TokenIn(BasicTypeList) || scan_.TokenIn(StorageList) || scan_.TokenIn(kTags)) return true;
+  if (scan_.TokenIn(BasicTypeList) || scan_.TokenIn(StorageList) || scan_.TokenIn(TagList)) return true;
   if (Token() == Tok::void_ || Token() == Tok::enum_) return true;
   if (Token() != Tok::IDENTIFIER) return false;
   if (scope.proc != nullptr) {
     if (auto hit = FindLocalIdentifier(slot_, scope.proc, nullptr, scope.block, scan_.WordName()))
       return hit.IsType();
   }
-  return FindBasicTypeConflictGlobal(slot_, &slot_.Globals, scan_.WordName()).IsType();
+  return FindInScope(slot_, &slot_.Globals, scan_.WordName()).IsType();
 }
 
 bool Parser::ParseSpecifiers(const Scope& scope, TypeSpec* type) {
@@ -80,7 +79,7 @@ bool Parser::ParseSpecifiers(const Scope& scope, TypeSpec* type) {
       type->BasicType = Tok::void_;
       settled = true;
       Next();
-    } else if (scan_.TokenIn(kTags)) {
+    } else if (scan_.TokenIn(TagList)) {
       if (!ParseStructDecl(scope, type)) return false;
       settled = true;
     } else if (At(Tok::enum_)) {
@@ -100,7 +99,7 @@ bool Parser::ParseSpecifiers(const Scope& scope, TypeSpec* type) {
   }
 }
 
-bool Parser::ParseStorageWord(const Scope& scope, TypeSpec* type) {
+void Parser::ParseStorageWord(const Scope& scope, TypeSpec* type) {
   for (const StorageWord& word : kStorageWords) {
     if (!At(word.token)) continue;
     const bool misplaced =
@@ -112,7 +111,6 @@ bool Parser::ParseStorageWord(const Scope& scope, TypeSpec* type) {
     }
   }
   Next();
-  return true;
 }
 
 bool Parser::ParseBasicTypeWord(TypeSpec* type) {
@@ -150,16 +148,16 @@ void Parser::ParseUnsignedWord(TypeSpec* type) {
 }
 
 bool Parser::ParseUserTypeName(const Scope& scope, TypeSpec* type) {
-  ConflictResult found;
+  FoundName found;
   if (scope.proc != nullptr)
     found = FindLocalIdentifier(slot_, scope.proc, nullptr, scope.block, scan_.WordName());
-  if (!found) found = FindBasicTypeConflictGlobal(slot_, &slot_.Globals, scan_.WordName());
+  if (!found) found = FindInScope(slot_, &slot_.Globals, scan_.WordName());
   UseNamedType(found, type);
   Next();
   return true;
 }
 
-bool Parser::UseNamedType(const ConflictResult& found, TypeSpec* type) {
+bool Parser::UseNamedType(const FoundName& found, TypeSpec* type) {
   if (found.Typedef() != nullptr) {
     type->BasicType = Tok::IDENTIFIER;
     type->Typedef = found.Typedef();
@@ -192,7 +190,7 @@ bool Parser::ParseDeclaration(const Scope& scope, const FunctionTraits& traits) 
   } else {
     good = good && ParseDeclarators(scope, type, traits);
   }
-  if (!good && scope.kind == Scope::Kind::kMain) Synchronize(BeginList, EofList, DollarListAndFunctionList);
+  if (!good && scope.kind == Scope::Kind::kMain) Synchronize(Begin(), EofList, DollarListAndFunctionList);
   return good;
 }
 
@@ -224,7 +222,7 @@ void Parser::ParseStars(int16_t* depth) {
 bool Parser::FailMissingName(const Scope& scope, const TypeSpec& type, bool first) {
   if (scope.by_name) return Fail(45, Format("Invalid variable name: '%s'", scan_.ClipTok().c_str()));
   if (type.BasicType == Tok::enum_) return Fail(29, "Unexpected end in declaration of type 'enum'.");
-  if (kTags.Has(type.BasicType)) {
+  if (TagList.Has(type.BasicType)) {
     if (struct_defined_) return Fail(14, "Unexpected end of declaration of type 'struct/class'.");
     return first ? Fail(17, "Syntax error in declaration of type 'class/struct'.")
                  : Fail(20, "Unexpected end in declaration of type 'class/struct'.");
@@ -238,7 +236,7 @@ bool Parser::FailMissingSemicolon(const Scope& scope, const TypeSpec& type) {
     return Fail(0, "Missing ';'.");
   }
   if (type.BasicType == Tok::enum_) return Fail(30, "Missing ';' in declaration of type 'enum'.");
-  if (kTags.Has(type.BasicType)) return Fail(19, "Missing ';' in declaration of type 'class/struct'.");
+  if (TagList.Has(type.BasicType)) return Fail(19, "Missing ';' in declaration of type 'class/struct'.");
   if (scope.kind == Scope::Kind::kForClause) {
     return Fail(0, Format("Unexpected expression in for clause: '%s'", scan_.ClipTok().c_str()));
   }
@@ -266,7 +264,7 @@ bool Parser::ParseBasicTypeDecl(const Scope& scope, const TypeSpec& type, const 
   if (!AtDeclaredName() && function_only) {
     return Fail(0, Format("Missing function name for the declaration of type '%s'", TypeText(type).c_str()));
   }
-  if (!AtDeclaredName() && kTags.Has(type.BasicType)) return Fail(0, "Missing struct variable name");
+  if (!AtDeclaredName() && TagList.Has(type.BasicType)) return Fail(0, "Missing struct variable name");
   if (!AtDeclaredName()) {
     return Fail(0, Format("Missing variable name for the declaration of type '%s'", TypeText(type).c_str()));
   }
@@ -289,7 +287,7 @@ bool Parser::ParseNamedDeclarator(const Scope& scope, Declarator* declarator, co
 
 bool Parser::DeclareTypedef(const Scope& scope, const Declarator& declarator, FUNCPROTO_REC* function) {
   if (At(Tok::ASSIGN)) return Fail(0, "Can't initialize a typedef");
-  if (auto hit = FindBasicTypeConflictGlobal(slot_, scope.header, declarator.name)) {
+  if (auto hit = FindInScope(slot_, scope.header, declarator.name)) {
     if (!(hit.Symbol() != nullptr && hit.Symbol()->ImplicitExtern)) ShowConflict(hit, declarator.name, false);
   }
   TYPEDEF_REC* record = CreateTypeDef(slot_, scope.header, declarator.name, declarator.type);
@@ -386,12 +384,12 @@ void Parser::FinishVariable(const Scope& scope, SYM_REC* symbol) {
 
 // True if the new declaration is to be dropped; `existing` is set where it completes an older one.
 bool Parser::CheckVariableConflict(const Scope& scope, const Declarator& declarator, SYM_REC** existing) {
-  ConflictResult hit;
+  FoundName hit;
   if (scope.InFunction()) {
-    hit = FindBasicTypeConflictGlobal(slot_, &scope.proc->ParametersHeader, declarator.name);
+    hit = FindInScope(slot_, &scope.proc->ParametersHeader, declarator.name);
     hit.IsParameter = static_cast<bool>(hit);
   }
-  if (!hit) hit = FindBasicTypeConflictGlobal(slot_, scope.header, declarator.name);
+  if (!hit) hit = FindInScope(slot_, scope.header, declarator.name);
   SYM_REC* old = hit.Symbol();
   if (!hit || (old != nullptr && old->ImplicitExtern)) return false;
   const bool is_extern = (declarator.type.StorageType & EXTERN_VAR) != 0;
@@ -399,7 +397,7 @@ bool Parser::CheckVariableConflict(const Scope& scope, const Declarator& declara
     ShowConflict(hit, declarator.name, true);
     return true;
   }
-  if (old != nullptr && ExternVarConflict(hit) && !hit.IsParameter) {
+  if (old != nullptr && IsExternVariable(hit) && !hit.IsParameter) {
     ShowConflict(hit, declarator.name, true);
     old->StorageType &= static_cast<uint16_t>(~EXTERN_VAR);
     *existing = old;
@@ -417,7 +415,7 @@ bool Parser::CheckVariableConflict(const Scope& scope, const Declarator& declara
   return false;
 }
 
-void Parser::ShowConflict(const ConflictResult& conflict, const Name* name, bool warning) {
+void Parser::ShowConflict(const FoundName& conflict, const Name* name, bool warning) {
   const char* text = name->c_str();
   const SYM_REC* symbol = conflict.Symbol();
   if (warning) return slot_.Warning(Format("Duplicate declaration '%s'", text));
@@ -532,7 +530,7 @@ bool Parser::ParseTypeDef(const Scope& outer) {
   Next();
   const bool starts = scan_.TokenIn(ValidTypeDefList) || scan_.TokenIn(BasicTypeList);
   const bool good = starts ? ParseDeclaration(scope) : Fail(0, "Syntax error in declaration of 'typedef'.");
-  if (!good && outer.kind == Scope::Kind::kMain) Synchronize(BeginList, EofList);
+  if (!good && outer.kind == Scope::Kind::kMain) Synchronize(Begin(), EofList);
   return good;
 }
 
@@ -582,7 +580,7 @@ bool Parser::ParseEnum(const Scope& scope, TypeSpec* type) {
   ENUM_REC* known = nullptr;
   if (AtName()) {
     tag = scan_.WordName();
-    ConflictResult found = FindFactorIdentifier(slot_, scope.proc, nullptr, scope.block, tag);
+    FoundName found = FindVisible(slot_, scope.proc, nullptr, scope.block, tag);
     known = found.Enum();
     Next();
   }
@@ -602,7 +600,7 @@ bool Parser::ParseEnumBody(const Scope& scope, ENUM_REC* record, SourceLine open
   int64_t value = 0;
   while (AtDeclaredName()) {
     Name* name = scan_.WordName();
-    const ConflictResult clash = FindBasicTypeConflictGlobal(slot_, scope.TagHeader(), name);
+    const FoundName clash = FindInScope(slot_, scope.TagHeader(), name);
     if (clash) slot_.Error(31, Format("Duplicate declaration of '%s' .", name->c_str()));
     Next();
     if (Accept(Tok::ASSIGN)) {

@@ -25,10 +25,6 @@ void Scanner::SkipToEndOfLine() {
   now_.Macros.Depth = 0;
 }
 
-void Scanner::NextAfterDirective() {
-  GetComboTokenSkipEol();
-}
-
 void Scanner::ParsePound() {
   RawToken();
   const Tok directive = now_.WordName == nullptr ? Tok::NOTOKEN : PreProcessReserveWord(now_.Word);
@@ -46,7 +42,7 @@ void Scanner::ParsePound() {
     default: slot_.Error(0, "Syntax error followed by '#'");
   }
   SkipToEndOfLine();
-  NextAfterDirective();
+  GetComboTokenSkipEol();
 }
 
 void Scanner::ParsePreProcessIfs(Tok directive) {
@@ -60,7 +56,7 @@ void Scanner::ParsePreProcessIfs(Tok directive) {
   ifs.push_back({directive, value, Place()});
   SkipToEndOfLine();
   if (!value) SkipGroup(false);
-  NextAfterDirective();
+  GetComboTokenSkipEol();
 }
 
 // The condition is one token; what stands behind it on the line is not looked at.
@@ -103,7 +99,7 @@ void Scanner::ParsePreProcessElif() {
     SkipToEndOfLine();
     if (!value) SkipGroup(false);
   }
-  NextAfterDirective();
+  GetComboTokenSkipEol();
 }
 
 void Scanner::ParsePreProcessElse() {
@@ -115,7 +111,7 @@ void Scanner::ParsePreProcessElse() {
   } else {
     now_.Frame->Ifs.push_back({Tok::PREPROCESS_else, false, Place()});
   }
-  NextAfterDirective();
+  GetComboTokenSkipEol();
 }
 
 void Scanner::ParsePreProcessEndif() {
@@ -127,7 +123,7 @@ void Scanner::ParsePreProcessEndif() {
     ifs.pop_back();
     if (opener) break;
   }
-  NextAfterDirective();
+  GetComboTokenSkipEol();
 }
 
 // Passes over lines up to the directive that ends the group; its `#` is what comes next.

@@ -274,8 +274,7 @@ bool Parser::ParseComplexIdentifier(const ExprContext& context, ExprChain* chain
     return At(Tok::DOT) || At(Tok::POINTER) ? ParseMemberChain(context, chain, node) : true;
   }
   Name* name = scan_.WordName();
-  const ConflictResult found =
-      FindFactorIdentifier(slot_, context.proc, context.statement, context.block, name);
+  const FoundName found = FindVisible(slot_, context.proc, context.statement, context.block, name);
   Next();
   if (At(Tok::LPAREN)) return ParseCallBehindName(context, chain, name, found);
   if (found.Kind == BindingKind::kEnumElement) {
@@ -308,7 +307,7 @@ bool Parser::ParseIdentifierTail(const ExprContext& context, ExprChain* chain, E
 }
 
 bool Parser::ParseCallBehindName(const ExprContext& context, ExprChain* chain, Name* name,
-                                 const ConflictResult& found) {
+                                 const FoundName& found) {
   FUNCPROTO_REC* function = found.Function();
   SYM_REC* symbol = found.Symbol();
   if (function == nullptr && (symbol == nullptr || symbol->ImplicitExtern)) {
@@ -396,7 +395,7 @@ bool Parser::ParseFunctionCall(const ExprContext& context, EXPR_NODE* call) {
 bool Parser::ParseCppNewCall(const ExprContext& context, ExprChain* chain) {
   Next();
   if (!AtName()) return Fail(0, "Missing class/struct/union name after 'new'");
-  STRUCT_REC* record = FindBasicTypeConflictGlobal(slot_, &slot_.Globals, scan_.WordName()).Struct();
+  STRUCT_REC* record = FindInScope(slot_, &slot_.Globals, scan_.WordName()).Struct();
   if (record == nullptr) return Fail(0, Format("'%s' is not a class/struct/union", scan_.ClipTok().c_str()));
   EXPR_NODE* node = Append(context, chain, Tok::new_);
   node->NewObject = true;

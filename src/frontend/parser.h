@@ -94,6 +94,8 @@ class Parser {
   void ParseTopLevelOther();
   void ParseTopLevelDollar();
   void SkipUnsupported();
+  /// What can begin something at file level.
+  const TokenList& Begin() const { return slot_.IsScript() ? MorvBeginList : BeginList; }
   bool Synchronize(const TokenList& first, const TokenList& second);
   bool Synchronize(const TokenList& first, const TokenList& second, const TokenList& third);
   void SkipToMatchingBrace();
@@ -133,11 +135,11 @@ class Parser {
   // --- declarations.cpp
   bool AtTypeStart(const Scope& scope) const;
   bool ParseSpecifiers(const Scope& scope, TypeSpec* type);
-  bool ParseStorageWord(const Scope& scope, TypeSpec* type);
+  void ParseStorageWord(const Scope& scope, TypeSpec* type);
   bool ParseBasicTypeWord(TypeSpec* type);
   void ParseUnsignedWord(TypeSpec* type);
   bool ParseUserTypeName(const Scope& scope, TypeSpec* type);
-  bool UseNamedType(const ConflictResult& found, TypeSpec* type);
+  bool UseNamedType(const FoundName& found, TypeSpec* type);
   std::string TypeText(const TypeSpec& type) const;
   /// A whole declaration from its first word to its `;` or to the end of a function's body.
   bool ParseDeclaration(const Scope& scope, const FunctionTraits& traits = {});
@@ -151,7 +153,7 @@ class Parser {
   bool ParseArrayDimension(const Scope& scope, std::vector<int64_t>* dimensions);
   int64_t EvalArrayDimensionExpression(const Scope& scope);
   bool CheckVariableConflict(const Scope& scope, const Declarator& declarator, SYM_REC** existing);
-  void ShowConflict(const ConflictResult& conflict, const Name* name, bool warning);
+  void ShowConflict(const FoundName& conflict, const Name* name, bool warning);
   bool DeclareTypedef(const Scope& scope, const Declarator& declarator, FUNCPROTO_REC* function);
   void KeepStatic(SYM_REC* symbol);
   void FinishVariable(const Scope& scope, SYM_REC* symbol);
@@ -198,7 +200,7 @@ class Parser {
   void Inherit(STRUCT_REC* base, STRUCT_REC* derived, InheritanceKind access);
   bool ParseStructMembers(const Scope& scope, STRUCT_REC* record);
   bool ParseMember(const Scope& members, STRUCT_REC* record);
-  bool ParseMemberPrefix(FunctionTraits* traits);
+  void ParseMemberPrefix(FunctionTraits* traits);
   bool ParseFriendClass(const Scope& members, STRUCT_REC* record);
   bool ParseConstructorOrDestructor(const Scope& members, STRUCT_REC* record, bool destructor,
                                     const FunctionTraits& traits);
@@ -218,9 +220,9 @@ class Parser {
   // --- initializers.cpp
   bool InitializeBasicType(SYM_REC* symbol, const ExprContext& context);
   bool ParseInitializerList(INITIALIZER* element, const ExprContext& context);
-  bool ParseExpressionIntializer(InitializerList* list, const ExprContext& context);
-  INITIALIZER* InsertNewIntilizerElement(InitializerList* list, InitializerKind kind);
-  bool VerifyInitilizers(SYM_REC* symbol, const ExprContext& context);
+  bool ParseExpressionInitializer(InitializerList* list, const ExprContext& context);
+  INITIALIZER* InsertNewInitializerElement(InitializerList* list, InitializerKind kind);
+  bool VerifyInitializers(SYM_REC* symbol, const ExprContext& context);
   bool IsAggregate(const SYM_REC* symbol) const;
 
   // --- statements.cpp, control.cpp
@@ -264,7 +266,7 @@ class Parser {
   bool ParseDollarVar(const Scope& scope);
   SYM_REC* FindOrCreateDollar(const ExprContext& context, Name* word);
   Name* MorvSplitDollarVarName(const ExprContext& context, Name* word);
-  ConflictResult FindDollarFactorIdentifier(const ExprContext& context, const Name* name) const;
+  FoundName FindDollarFactorIdentifier(const ExprContext& context, const Name* name) const;
   bool PROC_ParseIObjectDecl(const Scope& scope);
   bool ParseIObjectMembers(STRUCT_REC* record);
   bool ParseIObjectVariables(STRUCT_REC* record);
@@ -285,8 +287,7 @@ class Parser {
   bool ParseIndices(const ExprContext& context, EXPR_NODE* node);
   bool ParseMemberChain(const ExprContext& context, ExprChain* chain, EXPR_NODE* owner);
   bool ParseFunctionCall(const ExprContext& context, EXPR_NODE* call);
-  bool ParseCallBehindName(const ExprContext& context, ExprChain* chain, Name* name,
-                           const ConflictResult& found);
+  bool ParseCallBehindName(const ExprContext& context, ExprChain* chain, Name* name, const FoundName& found);
   bool ParseCppNewCall(const ExprContext& context, ExprChain* chain);
   bool ParseFullExpression(const ExprContext& context, EXPR_NODE** head);
   SYM_REC* InsertUndeclared(Name* name);

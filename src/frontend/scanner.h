@@ -195,7 +195,6 @@ class Scanner {
   void SkipGroup(bool to_endif_only);
   Tok DirectiveOfLine();
   void SkipBlanksAndComments();
-  void NextAfterDirective();
 
   C_SLOT& slot_;
   State now_;

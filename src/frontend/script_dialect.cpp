@@ -54,7 +54,7 @@ bool Parser::MorvPROC_ParseStatement(StatementKind kind) {
   statement->StatementType = kind;
   const bool good =
       kind == STATEMENT_TYPE_PLAIN ? ParseExpressionStatement(statement) : ParseStatementOfType(statement);
-  if (!good) return Synchronize(BeginList, EofList);
+  if (!good) return Synchronize(Begin(), EofList);
   return RunMorvStatement(statement);
 }
 
@@ -67,8 +67,8 @@ bool Parser::MorvPROC_ParseIdentifier() {
   return Expect(Tok::SEMICOLON, 0, "Missing ';'");
 }
 
-ConflictResult Parser::FindDollarFactorIdentifier(const ExprContext& context, const Name* name) const {
-  return FindFactorIdentifier(slot_, context.proc, context.statement, context.block, name);
+FoundName Parser::FindDollarFactorIdentifier(const ExprContext& context, const Name* name) const {
+  return FindVisible(slot_, context.proc, context.statement, context.block, name);
 }
 
 // The name under which `$word` is kept: with its sign where a typed variable has taken the word.
@@ -143,7 +143,7 @@ bool Parser::PROC_ParseIObjectDecl(const Scope& scope) {
   if (!SettleLayout(slot_, record)) FailTypeSize(record->name);
   if (!good) return false;
 
-  const ConflictResult clash = FindBasicTypeConflictGlobal(slot_, scope.header, name);
+  const FoundName clash = FindInScope(slot_, scope.header, name);
   if (clash.Symbol() != nullptr && !clash.Symbol()->ImplicitExtern) ShowConflict(clash, name, false);
   TypeSpec type;
   type.BasicType = Tok::struct_;

@@ -188,12 +188,12 @@ void Scanner::ParseInclude() {
   std::string name;
   if (!ReadIncludeName(&name)) {
     SkipToEndOfLine();
-    NextAfterDirective();
+    GetComboTokenSkipEol();
     return;
   }
   CheckAfterInclude();
   if (!OpenIncludeFile(name)) slot_.Error(0, Format("Can't open: '%s'", name.c_str()));
-  NextAfterDirective();
+  GetComboTokenSkipEol();
 }
 
 bool Scanner::ReadIncludeName(std::string* name) {

@@ -115,8 +115,7 @@ bool Parser::ParseBodyIdentifier(const Scope& scope) {
 bool Parser::ParseLabel(const Scope& scope) {
   Name* name = scan_.WordName();
   SYMBOLS_HEADER* labels = &scope.proc->ProcBody->LocalsHeader;
-  if (FindBasicTypeConflictGlobal(slot_, scope.header, name) ||
-      FindBasicTypeConflictGlobal(slot_, labels, name)) {
+  if (FindInScope(slot_, scope.header, name) || FindInScope(slot_, labels, name)) {
     slot_.Error(0, Format("Label name conflicts with other symbol names: '%s'", name->c_str()));
   }
   TypeSpec type;

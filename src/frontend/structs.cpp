@@ -34,10 +34,10 @@ bool Parser::ParseStructDecl(const Scope& scope, TypeSpec* type) {
     tag = scan_.WordName();
     Next();
     if (!At(Tok::LSECONDBRACKET) && !At(Tok::COLON)) {
-      const ConflictResult found = FindFactorIdentifier(slot_, scope.proc, nullptr, scope.block, tag);
+      const FoundName found = FindVisible(slot_, scope.proc, nullptr, scope.block, tag);
       type->Struct = found.Struct();
       if (found.Typedef() != nullptr) type->Struct = found.Typedef()->Struct;
-      if (type->Struct == nullptr && At(Tok::SEMICOLON) && NonProcNameConflict(found)) {
+      if (type->Struct == nullptr && At(Tok::SEMICOLON) && IsNoFunction(found)) {
         return Fail(0, Format("Duplicate definition of symbol '%s'", tag->c_str()));
       }
       if (type->Struct == nullptr)
@@ -73,14 +73,13 @@ bool Parser::ParseStructDecl(const Scope& scope, TypeSpec* type) {
 
 STRUCT_REC* Parser::StructForDefinition(const Scope& scope, Name* tag, Tok kind) {
   SYMBOLS_HEADER* header = scope.TagHeader();
-  const ConflictResult found =
-      tag->Text.empty() ? ConflictResult() : FindBasicTypeConflictGlobal(slot_, header, tag);
+  const FoundName found = tag->Text.empty() ? FoundName() : FindInScope(slot_, header, tag);
   if (STRUCT_REC* known = found.Struct()) {
     if (known->IsForwardDeclared && known->This == nullptr) return known;
     slot_.Error(0, Format("Duplicate definition of class/struct/union '%s'", tag->c_str()));
     return nullptr;
   }
-  if (NonProcNameConflict(found)) {
+  if (IsNoFunction(found)) {
     slot_.Error(0, Format("Duplicate definition of symbol '%s'", tag->c_str()));
     return nullptr;
   }
@@ -96,7 +95,7 @@ bool Parser::ParseBases(const Scope& scope, STRUCT_REC* record) {
     }
     if (!AtName()) return Fail(0, Format("'%s' is not a base class/struct type", scan_.ClipTok().c_str()));
     Name* name = scan_.WordName();
-    const ConflictResult found = FindFactorIdentifier(slot_, scope.proc, nullptr, scope.block, name);
+    const FoundName found = FindVisible(slot_, scope.proc, nullptr, scope.block, name);
     STRUCT_REC* base = found.Struct();
     if (found.Typedef() != nullptr) base = found.Typedef()->Struct;
     Next();

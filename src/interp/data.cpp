@@ -18,7 +18,7 @@ void Interpreter::AllocateData(SYM_REC* symbol) {
   if (!slot_.IsScript() || symbol->InterpreterData != nullptr || symbol->IsParameter) return;
   if ((symbol->StorageType & EXTERN_VAR) != 0) {
     // An `extern` inside a function is the file's variable of that name.
-    SYM_REC* global = FindBasicTypeConflictGlobal(slot_, &slot_.Globals, symbol->name).Symbol();
+    SYM_REC* global = FindInScope(slot_, &slot_.Globals, symbol->name).Symbol();
     if (global != nullptr && global != symbol && !global->ImplicitExtern) {
       AllocateData(global);
       symbol->InterpreterData = global->InterpreterData;

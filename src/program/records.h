@@ -79,10 +79,8 @@ struct ArrayShape {
 };
 
 /// Values of a `{ }` list, or the one value of a scalar.
-struct InitializerList {
+struct InitializerList : List<INITIALIZER> {
   int32_t Count = 0;
-  INITIALIZER* First = nullptr;
-  INITIALIZER* Last = nullptr;
 };
 
 struct INITIALIZER {
@@ -212,10 +210,7 @@ struct FUNCPROTO_REC {
   FUNCPROTO_REC* Next = nullptr;
 };
 
-struct StatementList {
-  STATEMENT_BLOCK* First = nullptr;
-  STATEMENT_BLOCK* Last = nullptr;
-};
+using StatementList = List<STATEMENT_BLOCK>;
 
 struct PROC_TABLE {
   int64_t Index = -1;
