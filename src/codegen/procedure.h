@@ -98,9 +98,9 @@ struct CodegenContext {
   int32_t indirect_calls = 0;
   int32_t tac_samples = 0;
   int32_t procedures = 0;
-  std::string label_stem;  ///< name of the source as it stands in labels
-  std::unordered_map<const void*, std::string> asm_names;
-  std::unordered_set<std::string> taken_names;
+  std::string label_stem{};  ///< name of the source as it stands in labels
+  std::unordered_map<const void*, std::string> asm_names{};
+  std::unordered_set<std::string> taken_names{};
 };
 
 /// A label of the source and the block that it begins. Labels in a row share one group.

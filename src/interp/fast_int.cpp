@@ -171,6 +171,7 @@ bool FastCompiler::Variable(const Code& code, const Op& op, bool pure) {
   const SYM_REC* symbol = op.symbol;
   if (symbol == nullptr || symbol->ImplicitExtern || symbol->BitFieldWidth > 0 || op.record != nullptr)
     return false;
+  if (symbol->Shape.UnsizedFirstDimension && op.storage == Storage::kGlobal) return false;
   if (op.storage == Storage::kMember || symbol->IsFunctionPointer || SizeOf(op.type) == 0) return false;
   if (op.storage == Storage::kGlobal && symbol->InterpreterData == nullptr) return false;
   // A place is only right where the operator that takes it ends the expression.

@@ -7,10 +7,11 @@
 
 #include "interp/decode.h"
 #include "interp/fast_int.h"
+#include "interp/frame.h"
 #include "interp/memory.h"
 #include "program/initializer_walk.h"
-#include "program/slot.h"
 #include "program/members.h"
+#include "program/slot.h"
 #include "program/symtab.h"
 
 namespace vorc {
@@ -21,8 +22,8 @@ struct Entry {
   Tok number_type = Tok::NOTOKEN;  ///< type of the number
   Tok type = Tok::NOTOKEN;         ///< basic type of the variable
   uint8_t kind = 0;                ///< 1 an address, 2 a value, 3 a pointer
-  int8_t depth = 0;                ///< pointer levels that are left
-  int8_t dimensions = 0;           ///< array dimensions that are left
+  int16_t depth = 0;               ///< pointer levels that are left
+  int16_t dimensions = 0;          ///< array dimensions that are left
   bool is_unsigned = false;
   bool indexed = false;        ///< came straight from an index list
   bool assigned = false;       ///< result of an assignment that ends the expression
@@ -236,6 +237,7 @@ class Interpreter final : public ParseServices {
   static constexpr size_t kOperandsInHand = 64;
 
   Frame frame_;
+  PlacedLocals file_level_locals_;
   const void* host_stack_top_ = nullptr;  ///< where the run began on the host's stack
   SourceLine current_line_;               ///< of the statement that runs
   double return_reg_double_ = 0.0;
