@@ -1,7 +1,6 @@
 #include "lib/file_replace.h"
 
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <cstdlib>
 #include <memory>
@@ -9,7 +8,7 @@
 
 #include "base/text_search.h"
 #include "lib/reading.h"
-#include "lib/sandbox.h"
+#include "lib/whole_file.h"
 
 namespace vorc {
 
@@ -41,14 +40,6 @@ std::optional<Source> ReadSource(const std::string& path) {
   return source;
 }
 
-// Owner first: changing it drops the set-user-ID bit. Only the superuser may give a file away, so
-// anybody else becomes the owner of the new file, as with any editor that writes a new one.
-bool CopyPermissions(const struct stat& status, std::FILE* to) {
-  const int descriptor = fileno(to);
-  [[maybe_unused]] const int given = fchown(descriptor, status.st_uid, status.st_gid);
-  return fchmod(descriptor, status.st_mode & 07777) == 0;
-}
-
 bool Flush(std::string& pending, std::FILE* to) {
   const bool written = std::fwrite(pending.data(), 1, pending.size(), to) == pending.size();
   pending.clear();
@@ -71,18 +62,6 @@ std::optional<int32_t> WriteReplaced(std::string_view text, std::string_view fro
   return count;
 }
 
-std::optional<int32_t> WriteTemporary(const Source& source, std::string_view from, std::string_view to,
-                                      const std::string& path) {
-  File file = MorvSafeFopen(path, "wb");
-  if (!file) return std::nullopt;
-  std::optional<int32_t> count;
-  if (CopyPermissions(source.status, file.get())) {
-    std::setvbuf(file.get(), nullptr, _IONBF, 0);
-    count = WriteReplaced(source.text, from, to, file.get());
-  }
-  return std::fclose(file.release()) == 0 ? count : std::nullopt;
-}
-
 }  // namespace
 
 int32_t MorvFileReplace(const std::string& path, std::string_view from, std::string_view to) {
@@ -91,13 +70,13 @@ int32_t MorvFileReplace(const std::string& path, std::string_view from, std::str
   if (!source) return -1;
   if (FindBytes(source->text, from) == std::string_view::npos) return 0;
 
-  const std::string temporary = source->path + ".vztmp";
-  // A left-over may be a link or a file nobody may write: it goes first.
-  unlink(temporary.c_str());
-  const std::optional<int32_t> count = WriteTemporary(*source, from, to, temporary);
-  if (count && std::rename(temporary.c_str(), source->path.c_str()) == 0) return *count;
-  unlink(temporary.c_str());
-  return -1;
+  std::optional<int32_t> count;
+  const bool replaced = ReplaceWholeFile(source->path, &source->status, [&](std::FILE* file) {
+    std::setvbuf(file, nullptr, _IONBF, 0);
+    count = WriteReplaced(source->text, from, to, file);
+    return count.has_value();
+  });
+  return replaced ? *count : -1;
 }
 
 }  // namespace vorc
