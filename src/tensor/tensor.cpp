@@ -2,8 +2,13 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <atomic>
+#include <cstdio>
 #include <cstdlib>
+#include <limits>
+
+#include "base/file.h"
 
 namespace vorc {
 
@@ -13,9 +18,17 @@ namespace {
 // then fills it would be killed; counting turns that into an operation that fails.
 std::atomic<size_t> bytes_in_use = 0;
 
+// What the group of processes may use that this one belongs to; a container is one.
+size_t MemoryOfTheGroup() {
+  const File file(std::fopen("/sys/fs/cgroup/memory.max", "r"));
+  unsigned long bytes = 0;
+  return file && std::fscanf(file.get(), "%lu", &bytes) == 1 ? bytes : std::numeric_limits<size_t>::max();
+}
+
 size_t MemoryOfTheMachine() {
   static const size_t bytes =
-      static_cast<size_t>(sysconf(_SC_PHYS_PAGES)) * static_cast<size_t>(sysconf(_SC_PAGESIZE));
+      std::min(static_cast<size_t>(sysconf(_SC_PHYS_PAGES)) * static_cast<size_t>(sysconf(_SC_PAGESIZE)),
+               MemoryOfTheGroup());
   return bytes;
 }
 

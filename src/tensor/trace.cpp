@@ -79,6 +79,7 @@ void LlmTraceBlock::MorvLlmTraceMatrix(std::string_view label, ConstMatrix matri
 
 void LlmTraceBlock::Print() const {
   std::fwrite(text_.data(), 1, text_.size(), stdout);
+  std::fflush(stdout);
 }
 
 }  // namespace vorc
