@@ -60,5 +60,10 @@ int main()
   tensor_save(emb, "emb"); printf("%s", morv_file_hash("emb"));
   tensor_save(w1, "w1"); printf("%s", morv_file_hash("w1"));
   tensor_save(w2, "w2"); printf("%s", morv_file_hash("w2"));
+  // The rest of a transformer, run over what was learned.
+  b1 = weights(1, 24, 7);
+  i = tensor_self_attention(tensor_add(tensor_embedding_lookup(emb, ids), where), weights(24, 24, 4), weights(1, 24, 5),
+                            weights(24, 24, 6), b1, weights(24, 24, 8), b1, weights(24, 24, 9), b1, 3, 1);
+  tensor_save(tensor_layernorm(i, b1, b1, 0.00001), "y"); printf("%d %s", tensor_rows(i), morv_file_hash("y"));
   return 0;
 }
