@@ -1,6 +1,5 @@
 #include <algorithm>
 #include <array>
-#include <cstdio>
 #include <optional>
 #include <string>
 #include <utility>
@@ -122,11 +121,8 @@ void Save(BuiltinCall& call) {
   const MorvTensorRec* t = Tensor(call, 0);
   const auto path = call.Text(1);
   if (t == nullptr || !path) return call.ReturnInt(0);
-  call.ReturnInt(MorvWriteWholeFile(std::string(*path), [t](std::FILE* file) {
-    return MorvTensorSave(*t, [file](std::string_view piece) {
-      return std::fwrite(piece.data(), 1, piece.size(), file) == piece.size();
-    });
-  }));
+  call.ReturnInt(
+      MorvWriteWholeFile(std::string(*path), [t](PieceWriter write) { return MorvTensorSave(*t, write); }));
 }
 
 void Load(BuiltinCall& call) {

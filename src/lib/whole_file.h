@@ -1,22 +1,19 @@
 #pragma once
 
-#include <sys/stat.h>
-
-#include <cstdio>
 #include <string>
+#include <string_view>
 
 #include "base/function_ref.h"
 
 namespace vorc {
 
-/// Writes a new file, which takes the place of `path` only when it is complete. The new text goes to
-/// a file named "%s.vztmp" beside the old one, with the owner and permission bits of `old`, if that
-/// isn't null. False if `write` answers false or anything fails, up to the closing; the old file is
-/// then as it was. `path` must not be a symbolic link, which would be replaced itself.
-bool ReplaceWholeFile(const std::string& path, const struct stat* old, FunctionRef<bool(std::FILE*)> write);
+/// Takes a piece of a file's new content. False if it couldn't be written.
+using PieceWriter = FunctionRef<bool(std::string_view)>;
 
-/// The same through MorvSafeFopen's eyes, for a path that may be new, a link, or no regular file at
-/// all; what can't be replaced, a device for example, is written to directly.
-bool MorvWriteWholeFile(const std::string& path, FunctionRef<bool(std::FILE*)> write);
+/// Gives a file the content that `produce` hands out piece by piece. A file that exists keeps its old
+/// content until the new one is complete, as FileRewrite does it; of a new file nothing stays after a
+/// failure; a device is written to as it is. False if `produce` answers false, if anything fails up to
+/// the closing, or if the sandbox refuses the path, which is told on standard error.
+bool MorvWriteWholeFile(const std::string& path, FunctionRef<bool(PieceWriter)> produce);
 
 }  // namespace vorc

@@ -4,7 +4,6 @@
 #include <sys/resource.h>
 
 #include <csignal>
-#include <cstdio>
 
 #include "lib/sandbox.h"
 #include "scratch_folder.h"
@@ -15,15 +14,12 @@ namespace {
 using WholeFile = ScratchFolder;
 
 auto Writing(std::string_view text) {
-  return [text](std::FILE* file) { return std::fwrite(text.data(), 1, text.size(), file) == text.size(); };
+  return [text](PieceWriter write) { return write(text); };
 }
 
 TEST_F(WholeFile, OldTextStaysUntilTheNewOneIsComplete) {
   const std::string path = Put("kept", "old");
-  EXPECT_FALSE(MorvWriteWholeFile(path, [](std::FILE* file) {
-    std::fputs("half", file);
-    return false;
-  }));
+  EXPECT_FALSE(MorvWriteWholeFile(path, [](PieceWriter write) { return write("half") && false; }));
   // A file may not grow beyond a page: the like of a full disk, seen only when the file is closed.
   std::signal(SIGXFSZ, SIG_IGN);
   const rlimit none = {RLIM_INFINITY, RLIM_INFINITY};
