@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "base/console.h"
 #include "base/format.h"
 
 namespace vorc {
@@ -78,8 +79,7 @@ void LlmTraceBlock::MorvLlmTraceMatrix(std::string_view label, ConstMatrix matri
 }
 
 void LlmTraceBlock::Print() const {
-  std::fwrite(text_.data(), 1, text_.size(), stdout);
-  std::fflush(stdout);
+  WriteOutput(text_);
 }
 
 }  // namespace vorc
