@@ -24,6 +24,7 @@ std::span<const BuiltinBinding> RegexBuiltins();
 std::span<const BuiltinBinding> ShellUtilBuiltins();
 std::span<const BuiltinBinding> StringBuiltins();
 std::span<const BuiltinBinding> SystemBuiltins();
+std::span<const BuiltinBinding> TensorBuiltins();
 std::span<const BuiltinBinding> ThreadBuiltins();
 std::span<const BuiltinBinding> VersionBuiltins();
 

@@ -36,7 +36,7 @@ std::unordered_map<std::string_view, BuiltinHandler> Handlers() {
   const std::span<const BuiltinBinding> tables[] = {
       BasicBuiltins(),  CheckBuiltins(),   ContainerBuiltins(), CryptoBuiltins(),    FileBuiltins(),
       JsonBuiltins(),   ProcessBuiltins(), RegexBuiltins(),     ShellUtilBuiltins(), StringBuiltins(),
-      SystemBuiltins(), ThreadBuiltins(),  VersionBuiltins(),
+      SystemBuiltins(), TensorBuiltins(),  ThreadBuiltins(),    VersionBuiltins(),
   };
   std::unordered_map<std::string_view, BuiltinHandler> handlers;
   for (const auto& table : tables) {
