@@ -1,8 +1,8 @@
 #include <unordered_set>
 
 #include "base/format.h"
-#include "frontend/constants.h"
 #include "frontend/parser.h"
+#include "program/constants.h"
 
 namespace vorc {
 

@@ -1,7 +1,7 @@
 #include "base/format.h"
-#include "frontend/constants.h"
-#include "frontend/layout.h"
 #include "frontend/parser.h"
+#include "program/constants.h"
+#include "program/layout.h"
 
 namespace vorc {
 

@@ -1,6 +1,6 @@
 #include "base/format.h"
-#include "frontend/layout.h"
 #include "frontend/parser.h"
+#include "program/layout.h"
 
 namespace vorc {
 

@@ -1,8 +1,8 @@
 #include "base/format.h"
 #include "base/trace.h"
-#include "frontend/constants.h"
-#include "frontend/initializer_walk.h"
 #include "frontend/parser.h"
+#include "program/constants.h"
+#include "program/initializer_walk.h"
 
 namespace vorc {
 

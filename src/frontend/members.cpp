@@ -2,8 +2,8 @@
 #include <new>
 
 #include "base/format.h"
-#include "frontend/layout.h"
 #include "frontend/parser.h"
+#include "program/layout.h"
 
 namespace vorc {
 

@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "frontend/scanner.h"
-#include "frontend/slot.h"
-#include "frontend/symtab.h"
+#include "program/slot.h"
+#include "program/symtab.h"
 
 namespace vorc {
 

@@ -8,8 +8,8 @@
 #include <unordered_map>
 #include <vector>
 
-#include "frontend/slot.h"
-#include "frontend/tokens.h"
+#include "program/slot.h"
+#include "program/tokens.h"
 
 namespace vorc {
 

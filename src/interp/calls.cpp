@@ -3,9 +3,9 @@
 #include "base/format.h"
 #include "base/host_stack.h"
 #include "base/trace.h"
-#include "frontend/layout.h"
 #include "interp/interpreter.h"
 #include "interp/numbers.h"
+#include "program/layout.h"
 
 namespace vorc {
 
@@ -216,7 +216,7 @@ bool Interpreter::RunBuiltin(const Op& op, const BuiltinValue* arguments, size_t
   }
   if (row.handler == nullptr)
     return Fail(op.node, Format("Built-in function '%s' is not available.", row.name));
-  BuiltinCall call({arguments, count});
+  BuiltinCall call(runtime_, {arguments, count});
   row.handler(call);
   if (call.out_of_memory()) return Fail(op.node, "ExecSystemFunction: Not enough system memory");
   FromBuiltinValue(call.result(), result);

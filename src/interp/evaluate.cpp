@@ -33,7 +33,7 @@ bool IsTrue(const Entry& entry) {
 
 Interpreter::Interpreter(C_SLOT& slot)
     : slot_(slot),
-      memory_(ScriptMemory::Instance()),
+      runtime_(memory_),
       operand_memory_(kOperandMemory),
       operands_(reinterpret_cast<Entry*>(operand_memory_.data())),
       operands_end_(operands_ + operand_memory_.size() / sizeof(Entry) - 2 * kDeepestOperands) {}

@@ -5,12 +5,12 @@
 #include <string_view>
 #include <vector>
 
-#include "frontend/initializer_walk.h"
-#include "frontend/slot.h"
-#include "frontend/symtab.h"
 #include "interp/decode.h"
 #include "interp/fast_int.h"
 #include "interp/memory.h"
+#include "program/initializer_walk.h"
+#include "program/slot.h"
+#include "program/symtab.h"
 
 namespace vorc {
 
@@ -212,9 +212,10 @@ class Interpreter final : public ParseServices {
   }
 
   C_SLOT& slot_;
-  ScriptMemory& memory_;
+  ScriptMemory memory_;
+  ScriptRuntime runtime_;
   Arena code_arena_;
-  Decoder decoder_{slot_, code_arena_};
+  Decoder decoder_{slot_, code_arena_, memory_};
   ReservedMemory operand_memory_;
   Entry* operands_;  ///< next free operand; expressions in progress lie below
   Entry* operands_end_;

@@ -24,11 +24,6 @@ size_t Aligned(size_t size) {
 
 }  // namespace
 
-ScriptMemory& ScriptMemory::Instance() {
-  static ScriptMemory memory;
-  return memory;
-}
-
 ScriptMemory::ScriptMemory()
     : data_(kDataSizes, kWantedAddress), texts_(kTextSizes), data_used_(kStackWords * kWordSize + kGap) {}
 

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "base/reserved_memory.h"
+#include "builtins/runtime.h"
 
 namespace vorc {
 
@@ -16,19 +17,18 @@ inline char* Displaced(const char* address, int64_t bytes) {
 /// All memory that a script can reach by an address: its stack, its data and its texts. Addresses
 /// are checked against these ranges, so that a wild pointer is an error of the script and never one
 /// of the program. Data lies low enough for an address to survive in 32 bits.
-class ScriptMemory {
+class ScriptMemory final : public ScriptTexts {
  public:
   static constexpr size_t kStackWords = 65536;
   static constexpr size_t kWordSize = 8;
 
-  /// The one memory of the process: results of built-ins outlive any single run.
-  static ScriptMemory& Instance();
+  ScriptMemory();
 
   char* stack() const { return data_.data(); }
   /// Zeroed memory for data, or null when all is used up.
-  char* Allocate(size_t size);
+  char* Allocate(size_t size) override;
   /// A NUL-terminated copy that lives to the end of the run. Null when all is used up.
-  char* CopyText(std::string_view text);
+  char* CopyText(std::string_view text) override;
   char* AllocateText(size_t size);
 
   /// True if `size` bytes at `address` belong to the script.
@@ -37,8 +37,6 @@ class ScriptMemory {
   }
 
  private:
-  ScriptMemory();
-
   static bool Inside(const ReservedMemory& memory, const char* address, size_t size) {
     const size_t offset = reinterpret_cast<uintptr_t>(address) - reinterpret_cast<uintptr_t>(memory.data());
     return offset < memory.size() && size <= memory.size() - offset;

@@ -1,10 +1,11 @@
 #include <cstring>
 
+#include "base/console.h"
 #include "base/format.h"
 #include "base/trace.h"
-#include "frontend/diagnostics.h"
-#include "frontend/layout.h"
 #include "interp/interpreter.h"
+#include "program/diagnostics.h"
+#include "program/layout.h"
 
 namespace vorc {
 

@@ -1,7 +1,7 @@
 #include "base/format.h"
 #include "base/trace.h"
-#include "frontend/layout.h"
 #include "interp/interpreter.h"
+#include "program/layout.h"
 
 namespace vorc {
 

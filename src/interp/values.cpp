@@ -3,9 +3,9 @@
 
 #include "base/format.h"
 #include "base/trace.h"
-#include "frontend/layout.h"
 #include "interp/interpreter.h"
 #include "interp/numbers.h"
+#include "program/layout.h"
 
 namespace vorc {
 

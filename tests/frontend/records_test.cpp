@@ -1,7 +1,7 @@
 #include <string>
 
-#include "frontend/layout.h"
 #include "parse_fixture.h"
+#include "program/layout.h"
 
 namespace vorc {
 namespace {
