@@ -53,7 +53,9 @@ class saf_matrix {
  public:
   saf_matrix() = default;
   saf_matrix(int width, int height, T fill = T{})
-      : width_(width), height_(height), cells_(static_cast<size_t>(width) * static_cast<size_t>(height), fill) {}
+      : width_(width),
+        height_(height),
+        cells_(static_cast<size_t>(width) * static_cast<size_t>(height), fill) {}
 
   int width() const { return width_; }
   int height() const { return height_; }

@@ -1,5 +1,6 @@
 #include "fingerprint/resize.h"
 
+#include <cmath>
 #include <utility>
 
 #include "fingerprint/feature_template.h"

@@ -76,7 +76,8 @@ saf_boolean_matrix saf_absolute_contrast_mask(const saf_double_matrix& contrast)
   return MarkBelow(contrast, kMinContrast);
 }
 
-saf_boolean_matrix saf_relative_contrast_mask(const saf_double_matrix& contrast, const saf_block_map& blocks) {
+saf_boolean_matrix saf_relative_contrast_mask(const saf_double_matrix& contrast,
+                                              const saf_block_map& blocks) {
   std::vector<double> sorted = contrast.cells();
   std::sort(sorted.begin(), sorted.end(), std::greater<>());
   const int all = static_cast<int>(sorted.size());
@@ -105,7 +106,8 @@ saf_boolean_matrix saf_segmentation_pixelwise(const saf_boolean_matrix& mask, co
     for (int column = 0; column < mask.width(); ++column) {
       if (!mask.At(column, row)) continue;
       const saf_int_rect area = blocks.primary.Block(column, row);
-      for (int y = area.y; y < area.bottom(); ++y) std::fill_n(pixels.Row(y) + area.x, area.width, uint8_t{1});
+      for (int y = area.y; y < area.bottom(); ++y)
+        std::fill_n(pixels.Row(y) + area.x, area.width, uint8_t{1});
     }
   }
   return pixels;
