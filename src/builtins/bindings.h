@@ -18,6 +18,7 @@ std::span<const BuiltinBinding> CheckBuiltins();
 std::span<const BuiltinBinding> ContainerBuiltins();
 std::span<const BuiltinBinding> CryptoBuiltins();
 std::span<const BuiltinBinding> FileBuiltins();
+std::span<const BuiltinBinding> FingerprintBuiltins();
 std::span<const BuiltinBinding> JsonBuiltins();
 std::span<const BuiltinBinding> ProcessBuiltins();
 std::span<const BuiltinBinding> RegexBuiltins();
