@@ -8,7 +8,7 @@
 
 #include "fingerprint/afis.h"
 #include "fingerprint/angles.h"
-#include "synthetic_print.h"
+#include "prints/synthetic_print.h"
 
 namespace vorc {
 namespace {

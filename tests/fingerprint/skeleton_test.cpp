@@ -8,7 +8,7 @@
 #include "fingerprint/skeleton_filters.h"
 #include "fingerprint/skeleton_trace.h"
 #include "fingerprint/thinning.h"
-#include "synthetic_print.h"
+#include "prints/synthetic_print.h"
 
 namespace vorc {
 namespace {

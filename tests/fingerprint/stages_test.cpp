@@ -15,7 +15,7 @@
 #include "fingerprint/smoothing.h"
 #include "fingerprint/thinning.h"
 #include "fingerprint/vote_filter.h"
-#include "synthetic_print.h"
+#include "prints/synthetic_print.h"
 
 namespace vorc {
 namespace {

@@ -1,4 +1,4 @@
-#include "synthetic_print.h"
+#include "prints/synthetic_print.h"
 
 #include <algorithm>
 #include <array>
