@@ -1,10 +1,21 @@
 #include "fingerprint/pairing.h"
 
 #include <algorithm>
+#include <functional>
 
 #include "fingerprint/tolerance.h"
 
 namespace vorc {
+
+namespace {
+
+// How the keys in the heap are made up. A growth follows at most 100 pairs with 99 x 99 edges each.
+constexpr int kLengthShift = 48;
+constexpr int kArrivalShift = 24;
+constexpr uint64_t kEdgeMask = (uint64_t{1} << kArrivalShift) - 1;
+constexpr size_t kMaxKept = size_t{1} << 20;
+
+}  // namespace
 
 saf_pairing::saf_pairing(const saf_search_template& probe, const saf_search_template& candidate)
     : probe_(probe),
@@ -13,60 +24,78 @@ saf_pairing::saf_pairing(const saf_search_template& probe, const saf_search_temp
       by_candidate_(candidate.minutiae.size(), kFree) {}
 
 void saf_pairing::Grow(saf_minutia_pair root) {
-  Clear();
-  saf_heap_push({root, root, 0, 0});
+  StartOver();
+  Add({root, nullptr, nullptr});
+  CollectEdges(root);
   while (!heap_.empty()) {
-    const Pending next = saf_heap_pop();
-    if (!IsFree(next.pair)) {
-      saf_pairing_support(next.pair);
-      continue;
+    const SharedEdge next = saf_heap_pop();
+    if (IsFree(next.to)) {
+      Add(next);
+      CollectEdges(next.to);
+    } else {
+      saf_pairing_support(next.to);
     }
-    Add(next);
-    CollectEdges(next.pair);
   }
 }
 
-void saf_pairing::Clear() {
+void saf_pairing::StartOver() {
   for (const saf_paired& paired : pairs_) {
     by_probe_[static_cast<size_t>(paired.pair.probe)] = kFree;
     by_candidate_[static_cast<size_t>(paired.pair.candidate)] = kFree;
   }
   pairs_.clear();
-  sequence_ = 0;
+  arrivals_ = 0;
+  if (ranges_.empty() || shared_.size() > kMaxKept) {
+    ranges_.assign(by_probe_.size() * by_candidate_.size(), {});
+    shared_.clear();
+  }
 }
 
-void saf_pairing::Add(const Pending& pending) {
+void saf_pairing::Add(const SharedEdge& edge) {
   const int place = static_cast<int>(pairs_.size());
-  by_probe_[static_cast<size_t>(pending.pair.probe)] = place;
-  by_candidate_[static_cast<size_t>(pending.pair.candidate)] = place;
-  pairs_.push_back({pending.pair, pending.from, 0});
+  by_probe_[static_cast<size_t>(edge.to.probe)] = place;
+  by_candidate_[static_cast<size_t>(edge.to.candidate)] = place;
+  pairs_.push_back({edge.to, edge.probe_edge, edge.candidate_edge, 0});
+}
+
+void saf_pairing::CollectEdges(saf_minutia_pair from) {
+  const SharedRange range = EdgesFrom(from);
+  for (uint32_t i = range.start; i < range.end; ++i) {
+    const saf_minutia_pair to = shared_[i].to;
+    if (IsFree(to)) {
+      saf_heap_push(i);
+    } else {
+      saf_pairing_support(to);
+    }
+  }
+}
+
+saf_pairing::SharedRange saf_pairing::EdgesFrom(saf_minutia_pair from) {
+  SharedRange& range =
+      ranges_[static_cast<size_t>(from.probe) * by_candidate_.size() + static_cast<size_t>(from.candidate)];
+  if (range.end == kUnknown) {
+    range.start = static_cast<uint32_t>(shared_.size());
+    FindShared(from);
+    range.end = static_cast<uint32_t>(shared_.size());
+  }
+  return range;
 }
 
 /// Both lists are sorted by length, so that the edges of like length form a window that slides.
-void saf_pairing::CollectEdges(saf_minutia_pair from) {
+void saf_pairing::FindShared(saf_minutia_pair from) {
   const auto& probe_edges = probe_.edges[static_cast<size_t>(from.probe)];
   size_t start = 0;
   for (const saf_neighbor_edge& edge : candidate_.edges[static_cast<size_t>(from.candidate)]) {
     const int length = edge.shape.length;
     while (start < probe_edges.size() && probe_edges[start].shape.length < length - kLengthTolerance) ++start;
     for (size_t i = start; i < probe_edges.size(); ++i) {
-      const saf_neighbor_edge& probe_edge = probe_edges[i];
-      if (probe_edge.shape.length > length + kLengthTolerance) break;
-      if (WithinAngleTolerance(
-              saf_angle_difference(probe_edge.shape.reference_angle, edge.shape.reference_angle)) &&
-          WithinAngleTolerance(
-              saf_angle_difference(probe_edge.shape.neighbor_angle, edge.shape.neighbor_angle))) {
-        Consider({{probe_edge.neighbor, edge.neighbor}, from, length, 0});
+      const saf_edge_shape& shape = probe_edges[i].shape;
+      if (shape.length > length + kLengthTolerance) break;
+      if (WithinAngleTolerance(saf_angle_difference(shape.reference_angle, edge.shape.reference_angle)) &&
+          WithinAngleTolerance(saf_angle_difference(shape.neighbor_angle, edge.shape.neighbor_angle))) {
+        shared_.push_back({{probe_edges[i].neighbor, edge.neighbor}, &shape, &edge.shape});
       }
     }
-  }
-}
-
-void saf_pairing::Consider(const Pending& pending) {
-  if (IsFree(pending.pair)) {
-    saf_heap_push(pending);
-  } else {
-    saf_pairing_support(pending.pair);
   }
 }
 
@@ -83,17 +112,17 @@ void saf_pairing::saf_pairing_support(saf_minutia_pair pair) {
   }
 }
 
-void saf_pairing::saf_heap_push(Pending pending) {
-  pending.sequence = sequence_++;
-  heap_.push_back(pending);
-  std::push_heap(heap_.begin(), heap_.end(), Later{});
+void saf_pairing::saf_heap_push(uint32_t edge) {
+  const uint64_t length = shared_[edge].candidate_edge->length;
+  heap_.push_back(length << kLengthShift | arrivals_++ << kArrivalShift | edge);
+  std::push_heap(heap_.begin(), heap_.end(), std::greater<>());
 }
 
-saf_pairing::Pending saf_pairing::saf_heap_pop() {
-  std::pop_heap(heap_.begin(), heap_.end(), Later{});
-  const Pending top = heap_.back();
+const saf_pairing::SharedEdge& saf_pairing::saf_heap_pop() {
+  std::pop_heap(heap_.begin(), heap_.end(), std::greater<>());
+  const uint64_t key = heap_.back();
   heap_.pop_back();
-  return top;
+  return shared_[key & kEdgeMask];
 }
 
 }  // namespace vorc

@@ -13,10 +13,11 @@ struct saf_minutia_pair {
   int candidate = 0;
 };
 
-/// A pair together with the pair that it was reached from, itself for the root.
+/// A pair, and the edges of both prints that it was reached along; none for the root.
 struct saf_paired {
   saf_minutia_pair pair;
-  saf_minutia_pair from;
+  const saf_edge_shape* probe_edge = nullptr;
+  const saf_edge_shape* candidate_edge = nullptr;
   /// How many more edges speak for it.
   int support = 0;
 };
@@ -36,26 +37,29 @@ class saf_pairing {
  private:
   static constexpr int kFree = -1;
 
-  struct Pending {
-    saf_minutia_pair pair;
-    saf_minutia_pair from;
-    int length;
-    int sequence;
+  /// An edge that leads from one pair to another, as it is in both prints.
+  struct SharedEdge {
+    saf_minutia_pair to;
+    const saf_edge_shape* probe_edge;
+    const saf_edge_shape* candidate_edge;
   };
-  struct Later {
-    bool operator()(const Pending& a, const Pending& b) const {
-      return a.length != b.length ? a.length > b.length : a.sequence > b.sequence;
-    }
+  /// Where in `shared_` the edges from a pair stand.
+  struct SharedRange {
+    uint32_t start = 0;
+    uint32_t end = kUnknown;
   };
+  static constexpr uint32_t kUnknown = 0xffffffff;
 
-  void Clear();
-  void Add(const Pending& pending);
+  void StartOver();
+  void Add(const SharedEdge& edge);
+  /// Weighs the edges from a pair that was just added.
   void CollectEdges(saf_minutia_pair from);
-  void Consider(const Pending& pending);
+  SharedRange EdgesFrom(saf_minutia_pair from);
+  void FindShared(saf_minutia_pair from);
   bool IsFree(saf_minutia_pair pair) const;
   void saf_pairing_support(saf_minutia_pair pair);
-  void saf_heap_push(Pending pending);
-  Pending saf_heap_pop();
+  void saf_heap_push(uint32_t edge);
+  const SharedEdge& saf_heap_pop();
 
   const saf_search_template& probe_;
   const saf_search_template& candidate_;
@@ -63,8 +67,12 @@ class saf_pairing {
   /// Places in `pairs_`, or kFree.
   std::vector<int> by_probe_;
   std::vector<int> by_candidate_;
-  std::vector<Pending> heap_;
-  int sequence_ = 0;
+  /// The roots of one finger lead to the same pairs again and again, so that what they share is kept.
+  std::vector<SharedRange> ranges_;
+  std::vector<SharedEdge> shared_;
+  /// Edges yet to be followed: length, order of arrival and place in `shared_`, from the highest bit.
+  std::vector<uint64_t> heap_;
+  uint64_t arrivals_ = 0;
 };
 
 }  // namespace vorc

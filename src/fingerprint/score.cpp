@@ -47,16 +47,13 @@ double CountScore(const std::vector<saf_paired>& pairs, const saf_search_templat
 }
 
 /// How well the edges agree along which the pairs were found.
-double AccuracyScore(const std::vector<saf_paired>& pairs, const saf_search_template& probe,
-                     const saf_search_template& candidate) {
+double AccuracyScore(const std::vector<saf_paired>& pairs) {
   if (pairs.size() < 2) return 0;
   int length_error = 0;
   double angle_error = 0;
   for (size_t i = 1; i < pairs.size(); ++i) {
-    const auto& [pair, from, support] = pairs[i];
-    const saf_edge_shape a = saf_edge_shape_between(ProbeMinutia(probe, from), ProbeMinutia(probe, pair));
-    const saf_edge_shape b =
-        saf_edge_shape_between(CandidateMinutia(candidate, from), CandidateMinutia(candidate, pair));
+    const saf_edge_shape& a = *pairs[i].probe_edge;
+    const saf_edge_shape& b = *pairs[i].candidate_edge;
     length_error += std::max(std::abs(a.length - b.length), kFineLength);
     angle_error += std::max(saf_angle_distance(a.reference_angle, b.reference_angle), kFineAngle);
     angle_error += std::max(saf_angle_distance(a.neighbor_angle, b.neighbor_angle), kFineAngle);
@@ -81,7 +78,7 @@ constexpr Point kShape[] = {
 
 double saf_raw_score(const std::vector<saf_paired>& pairs, const saf_search_template& probe,
                      const saf_search_template& candidate) {
-  return CountScore(pairs, probe, candidate) + AccuracyScore(pairs, probe, candidate);
+  return CountScore(pairs, probe, candidate) + AccuracyScore(pairs);
 }
 
 double saf_shaped_score(double raw) {

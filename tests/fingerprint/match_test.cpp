@@ -51,21 +51,23 @@ TEST(Score, IsShapedByStraightPieces) {
 }
 
 TEST(Score, AddsUpWhatSpeaksForAPairing) {
-  // Three pairs that agree to the pixel; one has support, one is of two types.
+  // Three pairs that agree in place; one has support, one is of two types.
   saf_feature_template features{
       300, 300, {{10, 10, 0, kRidgeEnding}, {80, 20, 1, kRidgeEnding}, {40, 90, 2, kRidgeEnding}}};
   saf_search_template a{300, 300, features.minutiae, {}};
   saf_search_template b = a;
   b.minutiae[2].type = kValleyEnding;
   b.minutiae.push_back({200, 200, 0, kRidgeEnding});
-  const std::vector<saf_paired> pairs{{{0, 0}, {0, 0}, 0}, {{1, 1}, {0, 0}, 4}, {{2, 2}, {1, 1}, 0}};
-  const double fine_angle = (4 * 0.17453292 - 4 * 0.047123887) / (4 * 0.17453292);
+  const saf_edge_shape edge{70, 1, 2}, near{82, 1.1f, 2};
+  const std::vector<saf_paired> pairs{
+      {{0, 0}, nullptr, nullptr, 0}, {{1, 1}, &edge, &edge, 4}, {{2, 2}, &edge, &near, 0}};
+  const double fine_angle = (4 * 0.17453292 - 3 * 0.047123887 - 0.1) / (4 * 0.17453292);
   const double expected = 0.193 + 2 * 0.629 + (4 + 3) * 0.265 + 3 * 0.032 + (1 + 0.75) / 2 * 8.98 +
-                          (2 * 13 - 2 * 9) / 26.0 * 9.9 + fine_angle * 2.79;
+                          (2 * 13 - 9 - 12) / 26.0 * 9.9 + fine_angle * 2.79;
   EXPECT_NEAR(saf_raw_score(pairs, a, b), expected, 1e-6);
   EXPECT_EQ(saf_raw_score(pairs, a, b), saf_raw_score(pairs, b, a));
   const double lone = 0.629 + 0.265 + 0.032 + (1 / 3.0 + 0.25) / 2 * 8.98;
-  EXPECT_NEAR(saf_raw_score({{{0, 0}, {0, 0}, 0}}, a, b), lone, 1e-9);
+  EXPECT_NEAR(saf_raw_score({{{0, 0}, nullptr, nullptr, 0}}, a, b), lone, 1e-9);
 }
 
 TEST(SearchTemplate, KnowsTheNearestOfEachMinutia) {
