@@ -56,8 +56,8 @@ int Compilation::Run() {
     std::fputs("vorc: failed (the host grants too little address space)\n", stderr);
     return kExitFailure;
   }
-  if (!options_.quiet) {
-    std::printf("vorc: %s '%s'\n", options_.morv ? "interpreting" : "compiling", options_.source.c_str());
+  if (!options_.target.quiet) {
+    std::printf("vorc: %s '%s'\n", options_.target.script ? "interpreting" : "compiling", options_.source.c_str());
     std::fflush(stdout);
   }
   const bool compiled = options_.defines.empty() ? CompileDiskFile() : CompileWithDefines();
@@ -70,17 +70,8 @@ int Compilation::Run() {
 }
 
 void Compilation::FillSlot() {
-  TargetOptions& target = slot_->Target;
-  target.CPUSIZE = options_.cpu_size;
-  target.ADDRSIZE = options_.address_size;
-  target.EXEFORMAT = options_.exe_format;
-  target.WarningsAsErrors = options_.warnings_as_errors;
-  target.DebugSymbols = options_.debug_symbols;
-  target.PicMode = options_.pic;
-  if (options_.optimization_level >= 0) target.OptimizationLevel = options_.optimization_level;
-  target.ScriptInterpretor = options_.morv;
-  target.IncludePaths = options_.include_paths;
-  slot_->Display.set_quiet(options_.quiet);
+  slot_->Target = options_.target;
+  slot_->Display.set_quiet(options_.target.quiet);
   slot_->Services = &interpreter_;
 }
 
@@ -147,12 +138,12 @@ int Compilation::FinishRtl() {
 int Compilation::Finish() {
   const Diagnostics& display = slot_->Display;
   if (display.ErrorCount == 0 && options_.rtl) return FinishRtl();
-  if (display.ErrorCount == 0 && options_.morv && FindProgramEntryLabel(*slot_) != nullptr) {
-    if (!options_.quiet) SendOutput("vorc: executing main() ....");
+  if (display.ErrorCount == 0 && options_.target.script && FindProgramEntryLabel(*slot_) != nullptr) {
+    if (!options_.target.quiet) SendOutput("vorc: executing main() ....");
     interpreter_.InterpretScript();
     slot_->Display.FlushLog();
   }
-  if (display.ErrorCount == 0 && options_.warnings_as_errors && display.WarningCount > 0) {
+  if (display.ErrorCount == 0 && options_.target.warnings_as_errors && display.WarningCount > 0) {
     std::fprintf(stderr, "vorc: %ld warning(s) treated as errors (-Werr)\n", display.WarningCount);
     return kExitFailure;
   }

@@ -118,8 +118,9 @@ bool Parser::ParseSizeof(const ExprContext& context, int64_t* size) {
   int stars = cast.PointerDepth;
   for (const TYPEDEF_REC* at = cast.Typedef; at != nullptr; at = at->Typedef) stars -= at->PointerDepth;
   const bool pointer = stars > 0 || cast.CastType == CAST_FUNC_PTR_TYPE;
-  *size = pointer ? slot_.Target.ADDRSIZE / 8 : GetTypeSize(slot_, type);
+  *size = pointer ? slot_.Target.AddressBytes() : GetTypeSize(slot_, type);
   for (const int64_t dimension : dimensions) *size = SizeProduct(*size, dimension);
+  if (*size > kLargestType && !FailTypeSize(slot_.Names.Intern("sizeof"))) *size = 1;
   return Expect(Tok::RPAREN, 79, "Missing ')' . ");
 }
 

@@ -34,6 +34,12 @@ int LevelOf(Tok token) {
   return -1;
 }
 
+void SetName(EXPR_NODE* node, Name* name) {
+  node->name = name;
+  node->Literal = name->c_str();
+  node->LiteralLength = static_cast<uint32_t>(name->Text.size());
+}
+
 struct ImmediateForm {
   uint8_t immediate_class;
   uint8_t size;
@@ -55,7 +61,7 @@ ImmediateForm ClassifyImmediate(int64_t value) {
 EXPR_NODE* Parser::CreateNewExprNode(const ExprContext& context, Tok token) {
   EXPR_NODE* node = slot_.New(slot_.Expressions, "expression nodes");
   node->Token = token;
-  node->Line = static_cast<int32_t>(scan_.LineNumber());
+  node->Line = scan_.Place();
   node->Statement = context.statement;
   node->OwnerFunction = context.proc;
   return node;
@@ -76,9 +82,14 @@ EXPR_NODE* Parser::AddOperator(const ExprContext& context, ExprChain* chain, Tok
   return Append(context, chain, token);
 }
 
+void Parser::SetLiteral(EXPR_NODE* node, std::string_view text) {
+  node->Literal = slot_.Texts.Copy(text);
+  node->LiteralLength = static_cast<uint32_t>(text.size());
+}
+
 EXPR_NODE* Parser::AddNumber(const ExprContext& context, ExprChain* chain, Tok token, std::string_view text) {
   EXPR_NODE* node = Append(context, chain, token);
-  node->Literal = slot_.Texts.Copy(text);
+  SetLiteral(node, text);
   if (token == Tok::HEXNUMBER) {
     node->NumberValue = static_cast<int64_t>(std::strtoull(node->Literal + 2, nullptr, 16));
   } else {
@@ -96,7 +107,7 @@ EXPR_NODE* Parser::AddNumberValue(const ExprContext& context, ExprChain* chain, 
 
 EXPR_NODE* Parser::AddRealNumber(const ExprContext& context, ExprChain* chain) {
   EXPR_NODE* node = Append(context, chain, Tok::REAL_NUMBER);
-  node->Literal = slot_.Texts.Copy(scan_.Word());
+  SetLiteral(node, scan_.Word());
   node->NumberValue = std::strtol(node->Literal, nullptr, 10);
   node->NumberSize = node->NumberValue < 256 ? 1 : node->NumberValue < 65536 ? 2 : 4;
   return node;
@@ -105,13 +116,13 @@ EXPR_NODE* Parser::AddRealNumber(const ExprContext& context, ExprChain* chain) {
 EXPR_NODE* Parser::AddString(const ExprContext& context, ExprChain* chain) {
   EXPR_NODE* node = Append(context, chain, Tok::STRING);
   node->Literal = scan_.Word().data();
+  node->LiteralLength = static_cast<uint32_t>(scan_.Word().size());
   return node;
 }
 
 EXPR_NODE* Parser::AddIdentifier(const ExprContext& context, ExprChain* chain, Name* name, SYM_REC* symbol) {
   EXPR_NODE* node = Append(context, chain, Tok::IDENTIFIER);
-  node->name = name;
-  node->Literal = name->c_str();
+  SetName(node, name);
   node->Symbol = symbol;
   return node;
 }
@@ -284,8 +295,7 @@ SYM_REC* Parser::InsertUndeclared(Name* name) {
 bool Parser::ParseComplexIdentifier(const ExprContext& context, ExprChain* chain) {
   if (At(Tok::this_)) {
     EXPR_NODE* node = Append(context, chain, Tok::this_);
-    node->name = scan_.WordName();
-    node->Literal = "this";
+    SetName(node, scan_.WordName());
     if (context.proc != nullptr && context.proc->OwnerClass != nullptr)
       node->Symbol = context.proc->OwnerClass->This;
     Next();
@@ -334,8 +344,7 @@ bool Parser::ParseCallBehindName(const ExprContext& context, ExprChain* chain, N
   }
   if (function != nullptr) {
     EXPR_NODE* call = Append(context, chain, Tok::FUNCTION_CALL);
-    call->name = name;
-    call->Literal = name->c_str();
+    SetName(call, name);
     call->Function = function;
     if (!ParseFunctionCall(context, call)) return false;
   } else {
@@ -380,8 +389,7 @@ bool Parser::ParseMemberChain(const ExprContext& context, ExprChain* chain, EXPR
     EXPR_NODE* member = nullptr;
     if (At(Tok::LPAREN)) {
       member = Append(context, chain, Tok::FUNCTION_CALL);
-      member->name = name;
-      member->Literal = name->c_str();
+      SetName(member, name);
       member->IsMember = true;
       if (!ParseFunctionCall(context, member)) return false;
     } else {

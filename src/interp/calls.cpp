@@ -1,11 +1,14 @@
 #include <cstring>
+#include <new>
 
 #include "base/format.h"
 #include "base/host_stack.h"
 #include "base/trace.h"
+#include "interp/frame.h"
 #include "interp/interpreter.h"
 #include "interp/numbers.h"
-#include "program/layout.h"
+#include "program/overloads.h"
+#include "program/statement_tree.h"
 
 namespace vorc {
 
@@ -15,18 +18,6 @@ constexpr int kSavedWords = 2;
 constexpr int kSavedMemberWords = 4;
 constexpr int kMostArguments = 30'000;
 constexpr int kBuiltinArgumentsAtHand = 16;
-
-bool FirstIsVoid(const FUNCPROTO_REC* function) {
-  const SYM_REC* first = function->ParametersHeader.Symbols.First;
-  return first != nullptr && first->BasicType == Tok::void_ && first->PointerDepth == 0;
-}
-
-// Counts decide, types never do.
-bool ParameterDataTypeMatch(const FUNCPROTO_REC* function, int count) {
-  if (FirstIsVoid(function)) return count == 0;
-  if (function->HasVarArgs) return count >= function->ParameterCount;
-  return count == function->ParameterCount;
-}
 
 }  // namespace
 
@@ -59,12 +50,12 @@ void Interpreter::FromBuiltinValue(const BuiltinValue& value, Entry* entry) {
 }
 
 // Arguments lie on the operand stack, so every activation has its own.
-bool Interpreter::EvaluateArguments(const Op& op, Entry* arguments) {
+bool Interpreter::EvaluateArguments(const Op& op, Mode mode, Entry* arguments) {
   for (int i = 0; i < op.argument_count; ++i) {
     operands_ = arguments + i;
     if (operands_ >= operands_end_ || i >= kMostArguments) return Fail(op.node, "Too many arguments.");
     Entry value;
-    if (!Evaluate(op.list[i], Mode::kArgument, &value)) return false;
+    if (!Evaluate(op.list[i], mode, &value)) return false;
     arguments[i] = value;
   }
   operands_ = arguments + op.argument_count;
@@ -72,38 +63,22 @@ bool Interpreter::EvaluateArguments(const Op& op, Entry* arguments) {
 }
 
 FUNCPROTO_REC* Interpreter::ChooseOverload(FUNCPROTO_REC* function, int count, const EXPR_NODE* node) {
-  FUNCPROTO_REC* first = function->FirstOverload != nullptr ? function->FirstOverload : function;
-  int alternatives = 0;
-  for (FUNCPROTO_REC* at = first; at != nullptr; at = at->NextOverload) {
-    if (at->PrototypeOnly) continue;
-    ++alternatives;
-    if (ParameterDataTypeMatch(at, count)) return at;
-  }
-  if (alternatives <= 1) return function;
-  Fail(node, Format("No overloaded function '%s' takes %d parameters.", function->name->c_str(), count));
-  return nullptr;
+  FUNCPROTO_REC* chosen = vorc::ChooseOverload(function, count);
+  if (chosen == nullptr)
+    Fail(node, Format("No overloaded function '%s' takes %d parameters.", function->name->c_str(), count));
+  return chosen;
 }
 
 void Interpreter::WarnCount(const FUNCPROTO_REC* function, int count, const EXPR_NODE* node) {
-  const int64_t wanted = FirstIsVoid(function) ? 0 : function->ParameterCount;
-  // One argument to `(void)` counts as none.
-  if (FirstIsVoid(function) && function->ParameterCount == 1 && count == 1) return;
-  const bool fits =
-      count == wanted || (count == 0 && wanted == 1) || (function->HasVarArgs && count >= wanted);
-  if (!fits) slot_.WarningAt(node->Line, "Argument count mismatch");
+  if (!ArgumentCountFits(function, count)) slot_.WarningAt(node->Line, "Argument count mismatch");
 }
 
 // A function that was known by name when the call was read.
 bool Interpreter::UserCall(const Op& op, Entry* result) {
   const EXPR_NODE* node = op.node;
-  FUNCPROTO_REC* function = op.function;
-  if (function->PrototypeOnly) {
-    SYMBOLS_HEADER* header =
-        function->OwnerClass != nullptr ? &function->OwnerClass->MembersHeader : &slot_.Globals;
-    if (FUNCPROTO_REC* now = FindFunction(slot_, header, function->name)) function = now;
-  }
+  FUNCPROTO_REC* function = CurrentFunction(slot_, op.function);
   Entry* arguments = result + 1;
-  if (!EvaluateArguments(op, arguments)) return false;
+  if (!EvaluateArguments(op, Mode::kArgument, arguments)) return false;
   function = ChooseOverload(function, op.argument_count, node);
   if (function == nullptr) return false;
   if (function->ProcBody == nullptr) {
@@ -117,11 +92,11 @@ bool Interpreter::UserCall(const Op& op, Entry* result) {
   }
   if (function->OwnerClass != nullptr) {
     const STRUCT_REC* home = node->OwnerFunction == nullptr ? nullptr : node->OwnerFunction->OwnerClass;
-    const MemberResult member = home == nullptr
-                                    ? MemberResult()
-                                    : FindStructMember(slot_, const_cast<STRUCT_REC*>(home), function->name);
-    return CallMember(function, frame_.this_base == nullptr ? nullptr : frame_.this_base + member.BaseOffset,
-                      node, op.argument_count, result);
+    const MemberResult member =
+        home == nullptr ? MemberResult() : FindStructMember(slot_, home, function->name);
+    const bool has_object = member.Function != nullptr && frame_.this_base != nullptr;
+    return CallMember(function, has_object ? frame_.this_base + member.BaseOffset : nullptr, node,
+                      op.argument_count, result);
   }
   WarnCount(function, op.argument_count, node);
   return CallFunction(function, arguments, op.argument_count,
@@ -179,11 +154,9 @@ bool Interpreter::ValueCall(const Op& op, Entry* target) {
     const char* name = op.node->Literal != nullptr ? op.node->Literal : "?";
     return Fail(op.node, Format("Undefined function '%s'.", name));
   }
-  if (function->PrototypeOnly) {
-    if (FUNCPROTO_REC* now = FindFunction(slot_, &slot_.Globals, function->name)) function = now;
-  }
+  function = CurrentFunction(slot_, function);
   Entry* arguments = target + 1;
-  if (!EvaluateArguments(op, arguments)) return false;
+  if (!EvaluateArguments(op, Mode::kArgument, arguments)) return false;
   function = ChooseOverload(function, op.argument_count, op.node);
   if (function == nullptr) return false;
   if (function->ProcBody == nullptr)
@@ -195,18 +168,20 @@ bool Interpreter::ValueCall(const Op& op, Entry* target) {
 bool Interpreter::CallBuiltin(const Op& op, Entry* result) {
   BuiltinValue at_hand[kBuiltinArgumentsAtHand];
   std::vector<BuiltinValue> many;
-  BuiltinValue* values = at_hand;
   if (op.argument_count > kBuiltinArgumentsAtHand) {
-    many.resize(static_cast<size_t>(op.argument_count));
-    values = many.data();
+    // Operands keep their texts alive; a vector would hide them.
+    Entry* arguments = result + 1;
+    if (!EvaluateArguments(op, Mode::kNormal, arguments)) return false;
+    for (int i = 0; i < op.argument_count; ++i) many.push_back(ToBuiltinValue(arguments[i]));
+    return RunBuiltin(op, many.data(), many.size(), result);
   }
   for (int i = 0; i < op.argument_count; ++i) {
     Entry value;
     operands_ = result + 1;
     if (!Evaluate(op.list[i], Mode::kNormal, &value)) return false;
-    values[i] = ToBuiltinValue(value);
+    at_hand[i] = ToBuiltinValue(value);
   }
-  return RunBuiltin(op, values, static_cast<size_t>(op.argument_count), result);
+  return RunBuiltin(op, at_hand, static_cast<size_t>(op.argument_count), result);
 }
 
 bool Interpreter::RunBuiltin(const Op& op, const BuiltinValue* arguments, size_t count, Entry* result) {
@@ -217,8 +192,14 @@ bool Interpreter::RunBuiltin(const Op& op, const BuiltinValue* arguments, size_t
   if (row.handler == nullptr)
     return Fail(op.node, Format("Built-in function '%s' is not available.", row.name));
   BuiltinCall call(runtime_, {arguments, count});
-  row.handler(call);
-  if (call.out_of_memory()) return Fail(op.node, "ExecSystemFunction: Not enough system memory");
+  bool enough_memory = true;
+  try {
+    row.handler(call);
+  } catch (const std::bad_alloc&) {
+    enough_memory = false;
+  }
+  if (!enough_memory || call.out_of_memory())
+    return Fail(op.node, "ExecSystemFunction: Not enough system memory");
   FromBuiltinValue(call.result(), result);
   return true;
 }
@@ -228,13 +209,15 @@ bool Interpreter::RunBuiltin(const Op& op, const BuiltinValue* arguments, size_t
 bool Interpreter::CallFunction(FUNCPROTO_REC* function, const Entry* arguments, int count, bool own_frame,
                                const EXPR_NODE* node, Entry* result) {
   PROC_TABLE* body = function->ProcBody;
-  if (body->ArgSize < 0) UpdateArgSpOffset(slot_, function);
+  if (body->ArgSize < 0) PlaceParameters(slot_, function);
   const Frame caller = frame_;
   frame_.stack_pointer -= kSavedWords + (own_frame ? body->ArgSize : count);
   bool good = frame_.stack_pointer >= 0;
   if (good && own_frame) {
     BindArguments(function, arguments, count, frame_.stack_pointer);
     frame_.base = frame_.stack_pointer;
+    // Reached without an object, as through a pointer, a member function has none.
+    if (function->OwnerClass != nullptr) frame_.this_base = nullptr;
     VORC_TRACE("DIAG: new_frame_base=%d arg_units=%d remember_exec_stack_ptr=%d\n",
                static_cast<int>(frame_.base), body->ArgSize, static_cast<int>(caller.stack_pointer));
   }
@@ -258,7 +241,7 @@ bool Interpreter::Leave(const FUNCPROTO_REC* function, const Frame& caller, bool
 // its locals don't fit into the stack.
 bool Interpreter::RunBody(FUNCPROTO_REC* function) {
   PROC_TABLE* body = function->ProcBody;
-  if (body->LocalSize < 0) UpdateLocalVarAddress(slot_, function);
+  if (body->LocalSize < 0) PlaceLocals(slot_, function);
   frame_.stack_pointer -= int64_t{body->LocalSize} + 1;
   if (frame_.stack_pointer < 0 || HostStackLow()) return false;
   for (STATEMENT_BLOCK* statement = body->Statements.First; statement != nullptr;
@@ -333,13 +316,7 @@ void Interpreter::CopyReturnedData(const FUNCPROTO_REC* function, Entry* result)
 }
 
 bool Interpreter::ExecReturn(STATEMENT_BLOCK* statement) {
-  for (STATEMENT_BLOCK* at = statement; at != nullptr;) {
-    at->ExecState = kReturn;
-    if (at->ParentStatement != nullptr)
-      at = at->ParentStatement;
-    else
-      at = at->ParentCodeBlock == nullptr ? nullptr : at->ParentCodeBlock->ParentStatement;
-  }
+  for (STATEMENT_BLOCK* at = statement; at != nullptr; at = Enclosing(at)) at->ExecState = kReturn;
   Entry value;
   if (!Evaluate(decoder_.Decode(statement->Expression), Mode::kNormal, &value)) return false;
   if (value.IsVariable()) Materialize(&value);
@@ -390,7 +367,7 @@ bool Interpreter::MemberCall(const Op& op, Entry* object) {
     if (!member.Symbol->IsFunctionPointer) return Fail(node, Format("Member '%s' is not a function", name));
     object->token = Tok::IDENTIFIER;
     object->symbol = member.Symbol;
-    object->address = base + MemberDataOffset(slot_, member);
+    object->address = base + MemberDataOffset(member);
     object->kind = 3;
     object->depth = 1;
     object->dimensions = 0;
@@ -398,7 +375,7 @@ bool Interpreter::MemberCall(const Op& op, Entry* object) {
   }
   FUNCPROTO_REC* function = member.Function;
   while (function->NextOverload != nullptr) function = function->NextOverload;
-  if (!EvaluateArguments(op, object + 1)) return false;
+  if (!EvaluateArguments(op, Mode::kArgument, object + 1)) return false;
   return CallMember(function, base + member.BaseOffset, node, op.argument_count, object);
 }
 
@@ -408,7 +385,7 @@ bool Interpreter::CallMember(FUNCPROTO_REC* function, char* object, const EXPR_N
   PROC_TABLE* body = function->ProcBody;
   if (body == nullptr) return Fail(node, Format("Undefined function '%s'.", function->name->c_str()));
   WarnCount(function, argument_count, node);
-  if (body->ArgSize < 0) UpdateArgSpOffset(slot_, function);
+  if (body->ArgSize < 0) PlaceParameters(slot_, function);
   const Frame caller = frame_;
   frame_.stack_pointer -= kSavedMemberWords + body->ArgSize;
   bool good = frame_.stack_pointer >= 0;

@@ -6,7 +6,7 @@
 
 #include "interp/memory.h"
 #include "program/layout.h"
-#include "program/symtab.h"
+#include "program/members.h"
 
 namespace vorc {
 
@@ -111,7 +111,7 @@ void Decoder::DecodeNode(EXPR_NODE* node, Op* op) {
       return;
     case Tok::STRING:
       op->code = OpCode::kString;
-      op->text = memory_.CopyText(node->Literal);
+      op->text = memory_.CopyLiteral(node->Literal);
       return;
     case Tok::LPAREN:
       op->code = node->IsObject ? OpCode::kGroupObject : OpCode::kGroup;
@@ -194,7 +194,7 @@ void Decoder::DecodeVariable(SYM_REC* symbol, EXPR_NODE* node, Op* op) {
     STRUCT_REC* owner = node->OwnerFunction == nullptr ? nullptr : node->OwnerFunction->OwnerClass;
     const MemberResult member =
         FindStructMember(slot_, owner == nullptr ? symbol->OwnerStruct : owner, symbol->name);
-    if (member.Symbol != nullptr) op->offset = MemberDataOffset(slot_, member);
+    if (member.Symbol != nullptr) op->offset = MemberDataOffset(member);
   } else if (symbol->IsParameter) {
     op->storage = Storage::kParameter;
     op->offset = symbol->FrameOffset;

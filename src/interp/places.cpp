@@ -46,6 +46,11 @@ void Interpreter::PlaceVariable(const Op& op, Entry* entry) {
       if (op.dimensions > 0) {
         entry->address = const_cast<char*>(ReadPointer(entry->address));
         entry->is_parameter_array = true;
+        if (op.index_count == 0 && !memory_.Contains(entry->address, 1)) {
+          // A wild pointer can be handed on, but nothing can be read or stored behind it.
+          entry->value = reinterpret_cast<int64_t>(entry->address);
+          entry->address = nullptr;
+        }
       }
       break;
     case Storage::kMember:
@@ -90,11 +95,12 @@ bool Interpreter::IndexArray(const EXPR_NODE* node, int64_t index, int dimension
   int64_t stride = ElementSize(*entry);
   for (int i = dimension + 1; i < shape.DimensionCount; ++i)
     stride = SizeProduct(stride, shape.Dimensions[i]);
+  // No type is larger than 2 GiB, so the product of a 32-bit index and a row fits.
   const bool inside = index >= 0 && index < shape.Dimensions[dimension];
   if (index >= shape.Dimensions[dimension] && !entry->is_parameter_array) {
     slot_.WarningAt(node->Line, "Array index out of range!!");
   }
-  entry->address = Displaced(entry->address, SizeProduct(index, stride));
+  entry->address = Displaced(entry->address, index * stride);
   --entry->dimensions;
   Classify(entry);
   if (inside && !entry->is_parameter_array) return true;
@@ -118,7 +124,7 @@ bool Interpreter::NullPointer(const EXPR_NODE* node, const Entry& entry, const c
   const char* name = entry.symbol == nullptr ? "?" : entry.symbol->name->c_str();
   const std::string text = Format("Unhandled Exception: '%s' has a value of 0x%08llX at line %d", name,
                                   static_cast<unsigned long long>(reinterpret_cast<uintptr_t>(pointer)),
-                                  node == nullptr ? 0 : node->Line);
+                                  node == nullptr ? 0 : node->Line.Line);
   MessageBox(text.c_str(), kTitle);
   return Fail(node, text);
 }
@@ -132,6 +138,8 @@ bool Interpreter::StarRef(const EXPR_NODE* node, Entry* entry) {
     return Fail(node, "Illegal indirection '*'.");
   }
   for (int i = 0; i < levels; ++i) {
+    if (entry->address == nullptr)
+      return NullPointer(node, *entry, reinterpret_cast<const char*>(entry->value));
     if (entry->dimensions > 0) {
       --entry->dimensions;
       continue;
@@ -192,23 +200,10 @@ STRUCT_REC* Interpreter::ClassOf(const EXPR_NODE* node, const Entry& object) {
 }
 
 bool Interpreter::CheckMemberAccess(const EXPR_NODE* node, STRUCT_REC* record, const MemberResult& member) {
-  const MemberKind access =
-      member.Symbol != nullptr ? member.Symbol->MemberType : member.Function->MemberType;
-  const FUNCPROTO_REC* from = node->OwnerFunction;
-  const STRUCT_REC* home = from == nullptr ? nullptr : from->OwnerClass;
-  if (home == member.Owner || FriendOfClass(from, member.Owner) || FriendOfClass(home, member.Owner))
-    return true;
-  const bool derived = home != nullptr && InheritsFrom(home, member.Owner);
-  const char* name = node->name->c_str();
-  if (access == MEMBER_TYPE_PRIVATE || (member.ParentsPrivate && home != record)) {
-    return Fail(node, Format("'%s' cannot access private member of struct/class/union '%s'", name,
-                             record->name->c_str()));
-  }
-  if (access == MEMBER_TYPE_PROTECTED && !derived) {
-    return Fail(node, Format("'%s' cannot access protected member of struct/class/union '%s'", name,
-                             record->name->c_str()));
-  }
-  return true;
+  const Reach reach = MemberReach(member, record, node->OwnerFunction);
+  if (reach == Reach::kAllowed) return true;
+  return Fail(node, Format("'%s' cannot access %s member of struct/class/union '%s'", node->name->c_str(),
+                           reach == Reach::kPrivate ? "private" : "protected", record->name->c_str()));
 }
 
 // Where the object on the left of `.` or `->` lies, with the checks that the operator fits it.
@@ -235,7 +230,7 @@ bool Interpreter::ObjectAddress(const Op& op, Entry* object, const char* member,
                                  name, member));
       }
       const char* pointer = ReadPointer(object->address);
-      const auto size = static_cast<size_t>(GetObjectStructSize(slot_, object->record));
+      const auto size = static_cast<size_t>(GetObjectStructSize(object->record));
       *address = const_cast<char*>(pointer);
       return (pointer != nullptr && memory_.Contains(pointer, size)) || NullPointer(node, *object, pointer);
     }
@@ -268,7 +263,7 @@ bool Interpreter::Member(const Op& op, Entry* object) {
   object->type = symbol->ValueType;
   object->depth = static_cast<int8_t>(symbol->IsFunctionPointer ? 1 : symbol->TotalDepth);
   object->dimensions = static_cast<int8_t>(symbol->Shape.DimensionCount);
-  object->address = Displaced(base, MemberDataOffset(slot_, member));
+  object->address = Displaced(base, MemberDataOffset(member));
   Classify(object);
   if (op.index_count == 0) return true;
   object->indexed = true;

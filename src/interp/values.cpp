@@ -63,7 +63,7 @@ std::string NumberText(const Entry& entry, bool wide) {
 
 int32_t Interpreter::ElementSize(const Entry& entry) {
   if (entry.depth > 0) return 8;
-  if (entry.record != nullptr) return GetObjectStructSize(slot_, entry.record);
+  if (entry.record != nullptr) return GetObjectStructSize(entry.record);
   const int32_t size = GetBasicTypeSize(slot_, entry.type);
   return size == 0 ? 4 : size;
 }
@@ -431,6 +431,7 @@ bool Interpreter::PrePostStep(const EXPR_NODE* node, Tok token, Entry* entry) {
       IsRealType(entry->type) || (entry->IsDollar() && entry->symbol->CurrentType == Tok::double_);
   if (real) {
     // One rule for the three real types: a double's eight bytes, whatever the variable's own width.
+    if (!memory_.Contains(entry->address, sizeof(double))) return NullPointer(node, *entry, entry->address);
     const double value = Read<double>(entry->address) + step;
     Write(entry->address, value);
     entry->real = value;

@@ -6,7 +6,7 @@
 
 #include "base/format.h"
 #include "program/layout.h"
-#include "program/symtab.h"
+#include "program/members.h"
 
 namespace vorc {
 
@@ -168,7 +168,7 @@ bool Evaluator::Select(const EXPR_NODE* node) {
   if (member.Symbol == nullptr || value->part->TotalDepth > 0 || node->Token == Tok::FUNCTION_CALL) {
     return Fail(node, Format("Initializing symbol '%s' must be constant number.", node->Literal));
   }
-  value->integer += MemberDataOffset(slot_, member);
+  value->integer += MemberDataOffset(member);
   value->part = member.Symbol;
   return ApplyIndices(node, value);
 }

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "program/layout.h"
-#include "program/symtab.h"
+#include "program/members.h"
 
 namespace vorc {
 
@@ -42,7 +42,7 @@ int CountIndices(const EXPR_NODE* node) {
 
 class Sizer {
  public:
-  explicit Sizer(C_SLOT& slot) : slot_(slot), address_size_(slot.Target.ADDRSIZE / 8) {}
+  explicit Sizer(C_SLOT& slot) : slot_(slot), address_size_(slot.Target.AddressBytes()) {}
 
   int64_t Run(const EXPR_NODE* head) {
     for (const EXPR_NODE* node = head; node != nullptr; node = node->Next) Step(node);
