@@ -13,8 +13,9 @@ namespace {
 // stream may unfold into far more than the picture of its header can use.
 thread_local size_t allocation_limit = 0;
 
+// Zeroed, since some decoders leave what a cut file lacks as it was.
 void* LimitedMalloc(size_t size) {
-  return size <= allocation_limit ? std::malloc(size) : nullptr;
+  return size <= allocation_limit ? std::calloc(1, size) : nullptr;
 }
 
 void* LimitedRealloc(void* memory, size_t size) {
@@ -48,6 +49,17 @@ size_t AllocationLimit(size_t file_size, size_t pixels) {
   return std::max(2 * file_size, kBytesPerPixel * pixels) + kDecoderState;
 }
 
+/// False for a PNM file with fewer bytes of pixels than its header tells, which the decoder would pass.
+bool HasAllPnmPixels(const stbi_uc* data, int size) {
+  stbi__context context;
+  stbi__start_mem(&context, data, size);
+  if (stbi__pnm_test(&context) == 0) return true;
+  int width = 0, height = 0, channels = 0;
+  const int bits = stbi__pnm_info(&context, &width, &height, &channels);
+  const auto left = context.img_buffer_end - context.img_buffer;
+  return left >= static_cast<int64_t>(width) * height * channels * (bits / 8);
+}
+
 }  // namespace
 
 std::optional<GrayPicture> DecodeGrayPicture(std::string_view bytes, int64_t max_pixels) {
@@ -58,6 +70,7 @@ std::optional<GrayPicture> DecodeGrayPicture(std::string_view bytes, int64_t max
   allocation_limit = AllocationLimit(bytes.size(), 0);
   if (stbi_info_from_memory(data, size, &width, &height, &channels) == 0) return std::nullopt;
   if (width < 1 || height < 1 || static_cast<int64_t>(width) * height > max_pixels) return std::nullopt;
+  if (!HasAllPnmPixels(data, size)) return std::nullopt;
   const size_t count = static_cast<size_t>(width) * static_cast<size_t>(height);
   allocation_limit = AllocationLimit(bytes.size(), count);
 

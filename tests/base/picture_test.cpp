@@ -42,6 +42,7 @@ TEST(Picture, RefusesWhatIsNoPictureOrTooLarge) {
   const std::string small = "P5 4 4 255\n" + std::string(16, 'x');
   EXPECT_TRUE(DecodeGrayPicture(small, 16));
   EXPECT_FALSE(DecodeGrayPicture(small, 15));
+  EXPECT_FALSE(DecodeGrayPicture(small.substr(0, small.size() - 1)));
   for (const std::string bytes : {"", "text", "P5 30000 30000 255\n", "GIF89a", "\x89PNG\r\n\x1a\n"})
     EXPECT_FALSE(DecodeGrayPicture(bytes)) << bytes;
 }
