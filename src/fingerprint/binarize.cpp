@@ -17,22 +17,28 @@ bool ClearDiagonal(saf_boolean_matrix& binary, int x, int y) {
   return true;
 }
 
-/// Clearing may leave another window with a diagonal, so the windows around are looked at again.
+/// Clears a window's diagonal, and those that clearing leaves in the windows around.
+void ClearDiagonalsFrom(saf_boolean_matrix& binary, saf_int_point window, std::vector<saf_int_point>& open) {
+  open.assign(1, window);
+  while (!open.empty()) {
+    const saf_int_point p = open.back();
+    open.pop_back();
+    if (!ClearDiagonal(binary, p.x, p.y)) continue;
+    for (int y = std::max(p.y - 1, 0); y <= std::min(p.y + 1, binary.height() - 2); ++y) {
+      for (int x = std::max(p.x - 1, 0); x <= std::min(p.x + 1, binary.width() - 2); ++x)
+        open.push_back({x, y});
+    }
+  }
+}
+
 void RemoveCrosses(saf_boolean_matrix& binary) {
-  std::vector<saf_int_point> again;
-  const int last_x = binary.width() - 2;
-  const int last_y = binary.height() - 2;
-  for (int y = 0; y <= last_y; ++y) {
-    for (int x = 0; x <= last_x; ++x) {
-      again.push_back({x, y});
-      while (!again.empty()) {
-        const saf_int_point p = again.back();
-        again.pop_back();
-        if (!ClearDiagonal(binary, p.x, p.y)) continue;
-        for (int j = std::max(p.y - 1, 0); j <= std::min(p.y + 1, last_y); ++j) {
-          for (int i = std::max(p.x - 1, 0); i <= std::min(p.x + 1, last_x); ++i) again.push_back({i, j});
-        }
-      }
+  std::vector<saf_int_point> open;
+  for (int y = 0; y < binary.height() - 1; ++y) {
+    const uint8_t* top = binary.Row(y);
+    const uint8_t* bottom = binary.Row(y + 1);
+    for (int x = 0; x < binary.width() - 1; ++x) {
+      const bool diagonal = top[x] == bottom[x + 1] && top[x + 1] == bottom[x] && top[x] != top[x + 1];
+      if (diagonal) ClearDiagonalsFrom(binary, {x, y}, open);
     }
   }
 }
