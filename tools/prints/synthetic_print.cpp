@@ -28,7 +28,8 @@ struct Flow {
 
 Flow MakeFlow(Random& random) {
   const auto near = [&](double x, double y) {
-    return Point(x + random.Between(-0.05, 0.05), y + random.Between(-0.05, 0.05));
+    // In braces, so that the two are drawn in this order.
+    return Point{x + random.Between(-0.05, 0.05), y + random.Between(-0.05, 0.05)};
   };
   const double side = random.Between(0, 1) < 0.5 ? -1 : 1;
   switch (static_cast<int>(random.Between(0, 4))) {
