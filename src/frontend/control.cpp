@@ -132,7 +132,7 @@ bool Parser::ParseCase(const Scope& scope) {
   Next();
   // The value is a constant, but `?` needs its `:` first, so only what stands before one is read.
   ExprChain chain;
-  if (!BinaryExpression(ContextOf(statement), &chain, 0)) return false;
+  if (!BinaryExpression(ContextOf(statement), &chain, 1)) return false;
   if (At(Tok::QUESTION_MARK) && !ParseQuestionMark(ContextOf(statement), &chain)) return false;
   statement->Expression = chain.First;
   if (!Expect(Tok::COLON, 0, "Missing ':' in 'case' statement.")) return false;

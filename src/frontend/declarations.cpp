@@ -281,18 +281,13 @@ bool Parser::DeclareTypedef(const Scope& scope, const Declarator& declarator, FU
     record->TypeDefType = TYPEDEF_FUNCPROTO_TYPE;
     record->Function = function;
   }
-  // What it stands for as a whole, to see that it is not too large; its own dimensions are what it keeps.
-  SYM_REC whole;
-  static_cast<TypeSpec&>(whole) = declarator.type;
-  whole.name = declarator.name;
-  SettleType(slot_, &whole);
-  const auto count = static_cast<int>(declarator.dimensions.size());
-  SetShape(slot_, &whole, declarator.dimensions.data(), count);
-  if (function == nullptr && !CheckTypeSize(&whole)) return false;
   SYM_REC shaped;
-  SetShape(slot_, &shaped, declarator.dimensions.data(), count);
+  static_cast<TypeSpec&>(shaped) = declarator.type;
+  shaped.name = declarator.name;
+  SettleType(slot_, &shaped);
+  SetShape(slot_, &shaped, declarator.dimensions.data(), static_cast<int>(declarator.dimensions.size()));
   record->Shape = shaped.Shape;
-  return true;
+  return function != nullptr || CheckTypeSize(&shaped);
 }
 
 // False after an error if a variable is too large; it goes on as one element then.
@@ -447,7 +442,7 @@ bool Parser::ParseLocalValue(const Scope& scope, SYM_REC* symbol) {
                              : "Math/Logical operation on an uninitialized variable '%s'";
     slot_.Error(0, Format(format, symbol->name->c_str()));  // NOLINT(clang-diagnostic-format-nonliteral)
   }
-  AddOperator(context, &chain, Tok::ASSIGN);
+  Append(context, &chain, Tok::ASSIGN);
   statement->Expression = chain.First;
   return true;
 }

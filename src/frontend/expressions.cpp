@@ -2,37 +2,14 @@
 
 #include "base/format.h"
 #include "frontend/parser.h"
+#include "program/operators.h"
 
 namespace vorc {
 
 namespace {
 
-constexpr TokenList kAssignments = {Tok::ASSIGN,   Tok::BITOR_EQ,     Tok::BITAND_EQ,    Tok::STAR_EQ,
-                                    Tok::SLASH_EQ, Tok::MINUS_EQ,     Tok::PLUS_EQ,      Tok::DIV_EQ,
-                                    Tok::HAT_EQ,   Tok::LEFTSHIFT_EQ, Tok::RIGHTSHIFT_EQ};
-
 // What a `.` or `->` can follow that is no name.
 constexpr TokenList kMayBeObject = {Tok::LPAREN, Tok::FUNCTION_CALL, Tok::FUNCTION_ARGUMENT};
-
-// The levels of binary operators from loose to tight. Equality and relation share one, and so do
-// the three bit operators.
-constexpr TokenList kLevels[] = {
-    {Tok::OR},
-    {Tok::AND},
-    {Tok::LT, Tok::GT, Tok::NE, Tok::LE, Tok::GE, Tok::EQ},
-    {Tok::BITAND, Tok::BITOR, Tok::XOR},
-    {Tok::LEFTSHIFT, Tok::RIGHTSHIFT},
-    {Tok::PLUS, Tok::MINUS},
-    {Tok::STAR, Tok::SLASH, Tok::DIV, Tok::MOD},
-};
-constexpr int kLevelCount = static_cast<int>(std::size(kLevels));
-
-int LevelOf(Tok token) {
-  for (int level = 0; level < kLevelCount; ++level) {
-    if (kLevels[level].Has(token)) return level;
-  }
-  return -1;
-}
 
 void SetName(EXPR_NODE* node, Name* name) {
   node->name = name;
@@ -76,10 +53,6 @@ EXPR_NODE* Parser::Append(const ExprContext& context, ExprChain* chain, Tok toke
     chain->Last->Next = node;
   chain->Last = node;
   return node;
-}
-
-EXPR_NODE* Parser::AddOperator(const ExprContext& context, ExprChain* chain, Tok token) {
-  return Append(context, chain, token);
 }
 
 void Parser::SetLiteral(EXPR_NODE* node, std::string_view text) {
@@ -139,15 +112,15 @@ bool Parser::ParseFullExpression(const ExprContext& context, EXPR_NODE** head) {
 bool Parser::AssignmentExpression(const ExprContext& context, ExprChain* chain) {
   const Nesting nesting(*this);
   if (!nesting) return false;
-  if (!BinaryExpression(context, chain, 0)) return false;
+  if (!BinaryExpression(context, chain, 1)) return false;
   if (At(Tok::QUESTION_MARK)) return ParseQuestionMark(context, chain);
-  if (!scan_.TokenIn(kAssignments)) return true;
+  if (!IsAssignment(Token())) return true;
   const Tok op = Token();
   for (EXPR_NODE* node = chain->Last; node != nullptr && !node->IsLvalue; node = node->Prev)
     node->IsLvalue = true;
   Next();
   if (!AssignmentExpression(context, chain)) return false;
-  AddOperator(context, chain, op);
+  Append(context, chain, op);
   return true;
 }
 
@@ -162,11 +135,11 @@ bool Parser::ParseQuestionMark(const ExprContext& context, ExprChain* chain) {
 // Operators of `level` and tighter ones, all from left to right.
 bool Parser::BinaryExpression(const ExprContext& context, ExprChain* chain, int level) {
   if (!CTerm(context, chain)) return false;
-  for (int found = LevelOf(Token()); found >= level; found = LevelOf(Token())) {
+  for (int found = OperatorOf(Token()).level; found >= level; found = OperatorOf(Token()).level) {
     const Tok op = Token();
     Next();
     if (!BinaryExpression(context, chain, found + 1)) return false;
-    AddOperator(context, chain, op);
+    Append(context, chain, op);
   }
   return true;
 }
@@ -176,7 +149,7 @@ bool Parser::ParseUnary(const ExprContext& context, ExprChain* chain, Tok op) {
   if (!nesting) return false;
   Next();
   if (!BitAnd_Star(context, chain)) return false;
-  AddOperator(context, chain, op);
+  Append(context, chain, op);
   return true;
 }
 
@@ -204,11 +177,11 @@ bool Parser::BitAnd_Star(const ExprContext& context, ExprChain* chain) {
   if (object && (At(Tok::POINTER) || At(Tok::DOT)) && !ParseMemberChain(context, chain, nullptr))
     return false;
   if (At(Tok::PLUS_PLUS) || At(Tok::MINUS_MINUS)) {
-    AddOperator(context, chain, At(Tok::PLUS_PLUS) ? Tok::POST_PLUS_PLUS : Tok::POST_MINUS_MINUS);
+    Append(context, chain, At(Tok::PLUS_PLUS) ? Tok::POST_PLUS_PLUS : Tok::POST_MINUS_MINUS);
     Next();
   }
-  if (stars > 0) AddOperator(context, chain, Tok::STAR_REF)->StarRefCount = stars;
-  if (address) AddOperator(context, chain, Tok::BITAND_ADDRESS);
+  if (stars > 0) Append(context, chain, Tok::STAR_REF)->StarRefCount = stars;
+  if (address) Append(context, chain, Tok::BITAND_ADDRESS);
   return true;
 }
 
@@ -399,7 +372,7 @@ bool Parser::ParseMemberChain(const ExprContext& context, ExprChain* chain, EXPR
     }
     member->OwnerObject = left->Symbol;
     left->IsObject = true;
-    AddOperator(context, chain, op);
+    Append(context, chain, op);
     left = member;
   }
   return true;

@@ -271,7 +271,6 @@ class Parser {
   SYM_REC* InsertUndeclared(Name* name);
   EXPR_NODE* CreateNewExprNode(const ExprContext& context, Tok token);
   EXPR_NODE* Append(const ExprContext& context, ExprChain* chain, Tok token);
-  EXPR_NODE* AddOperator(const ExprContext& context, ExprChain* chain, Tok token);
   void SetLiteral(EXPR_NODE* node, std::string_view text);
   EXPR_NODE* AddNumber(const ExprContext& context, ExprChain* chain, Tok token, std::string_view text);
   EXPR_NODE* AddNumberValue(const ExprContext& context, ExprChain* chain, int64_t value);

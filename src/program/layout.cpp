@@ -67,19 +67,6 @@ int32_t GetBasicTypeSize(const C_SLOT& slot, Tok token) {
   }
 }
 
-int32_t GetTypeSize(const C_SLOT& slot, const TypeSpec& type) {
-  if (type.Typedef != nullptr) {
-    const TYPEDEF_REC* record = type.Typedef;
-    const bool pointer = record->PointerDepth > 0 || record->Function != nullptr;
-    int64_t size = pointer ? slot.Target.AddressBytes() : GetTypeSize(slot, *record);
-    for (int i = 0; i < record->Shape.DimensionCount; ++i) size *= record->Shape.Dimensions[i];
-    return static_cast<int32_t>(size);
-  }
-  if (type.Struct != nullptr) return GetObjectStructSize(type.Struct);
-  if (type.Enum != nullptr || type.BasicType == Tok::enum_) return kEnumSize;
-  return GetBasicTypeSize(slot, type.BasicType);
-}
-
 int32_t GetObjectSize(const C_SLOT& slot, const SYM_REC* symbol) {
   if (symbol->TotalDepth > 0 || symbol->IsFunctionPointer) return slot.Target.AddressBytes();
   if (symbol->Struct != nullptr) return GetObjectStructSize(symbol->Struct);

@@ -23,8 +23,6 @@ int32_t GetBasicTypeSize(const C_SLOT& slot, Tok token);
 int32_t GetObjectSize(const C_SLOT& slot, const SYM_REC* symbol);
 /// Bytes of a whole variable, 0 while its first dimension is open.
 int32_t GetDeclaredDataSize(const C_SLOT& slot, const SYM_REC* symbol);
-/// Bytes of a type without pointers, structs with their bases.
-int32_t GetTypeSize(const C_SLOT& slot, const TypeSpec& type);
 /// True if a variable, or a row of it where the first dimension is open, is not too large.
 bool TypeFits(const C_SLOT& slot, const SYM_REC* symbol);
 

@@ -16,6 +16,7 @@ namespace vorc {
 
 struct CAST;
 struct CODE_BLOCK;
+struct ConstantValue;
 struct DEFINE_REC;
 struct ENUM_REC;
 struct EXPR_NODE;
@@ -120,6 +121,7 @@ struct SYM_REC : TypeSpec {
   STRUCT_REC* OwnerStruct = nullptr;
   FUNCPROTO_REC* FunctionPointer = nullptr;  ///< signature behind a function pointer
   InitializerList Initializer;
+  const ConstantValue* Constant = nullptr;  ///< value of a `const` number
   SYM_REC* Next = nullptr;
 };
 
@@ -127,7 +129,7 @@ struct TYPEDEF_REC : TypeSpec {
   int64_t Index = -1;
   Name* name = nullptr;
   TypedefKind TypeDefType = TYPEDEF_TYPE_NULL;
-  ArrayShape Shape;
+  ArrayShape Shape;  ///< with the dimensions of the typedef behind it
   FUNCPROTO_REC* Function = nullptr;
   TYPEDEF_REC* Next = nullptr;
 };

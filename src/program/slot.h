@@ -1,11 +1,14 @@
 #pragma once
 
 #include <cstdint>
+#include <cstdio>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "base/arena.h"
+#include "base/file.h"
 #include "base/record_table.h"
 #include "program/diagnostics.h"
 #include "program/name_table.h"
@@ -80,6 +83,10 @@ struct C_SLOT {
   SYMBOLS_HEADER Globals;
   FUNCPROTO_REC* MorvFuncProto = nullptr;
   ParseServices* Services = nullptr;
+  /// Opens a source or an included file for reading; null if it may not be read.
+  std::function<File(const std::string& path)> OpenSource = [](const std::string& path) {
+    return File(std::fopen(path.c_str(), "rbe"));
+  };
   /// Statics of functions, in the order of their declarations.
   std::vector<SYM_REC*> ProcStatics;
   /// Lines of embedded hardware blocks, without their ends; an empty one closes each block.

@@ -1,5 +1,7 @@
 #include "program/symtab.h"
 
+#include <algorithm>
+
 #include "program/members.h"
 
 namespace vorc {
@@ -210,27 +212,15 @@ void SettleType(C_SLOT& slot, SYM_REC* symbol) {
   if (symbol->Typedef != nullptr) SetShape(slot, symbol, nullptr, 0);
 }
 
-namespace {
-
-// The typedef whose dimensions come behind those of a type: none behind a pointer.
-const TYPEDEF_REC* ShapedBy(const TypeSpec& type) {
-  return type.PointerDepth == 0 ? type.Typedef : nullptr;
-}
-
-}  // namespace
-
 void SetShape(C_SLOT& slot, SYM_REC* symbol, const int64_t* dimensions, int count) {
-  int total = count;
-  for (const TYPEDEF_REC* record = ShapedBy(*symbol); record != nullptr; record = ShapedBy(*record)) {
-    total += record->Shape.DimensionCount;
-  }
+  // Behind a pointer the array that a typedef stands for is gone.
+  ArrayShape rest;
+  if (symbol->Typedef != nullptr && symbol->PointerDepth == 0) rest = symbol->Typedef->Shape;
+  const int total = count + rest.DimensionCount;
   if (total == 0) return;
   auto* all = static_cast<int64_t*>(slot.Texts.Allocate(static_cast<size_t>(total) * sizeof(int64_t), 8));
-  int next = 0;
-  for (int i = 0; i < count; ++i) all[next++] = dimensions[i];
-  for (const TYPEDEF_REC* record = ShapedBy(*symbol); record != nullptr; record = ShapedBy(*record)) {
-    for (int i = 0; i < record->Shape.DimensionCount; ++i) all[next++] = record->Shape.Dimensions[i];
-  }
+  std::copy_n(dimensions, count, all);
+  std::copy_n(rest.Dimensions, rest.DimensionCount, all + count);
   symbol->Shape.Dimensions = all;
   symbol->Shape.DimensionCount = static_cast<int16_t>(total);
   symbol->Shape.UnsizedFirstDimension = all[0] == 0;
