@@ -29,10 +29,14 @@ constexpr const char* kBarsGroup = "<g fill=\"#000\">";
 std::string EscapeText(std::string_view text) {
   std::string escaped;
   for (const char c : text) {
-    if (c == '<') escaped += "&lt;";
-    else if (c == '&') escaped += "&amp;";
-    else if (c == '>') escaped += "&gt;";
-    else escaped += c;
+    if (c == '<')
+      escaped += "&lt;";
+    else if (c == '&')
+      escaped += "&amp;";
+    else if (c == '>')
+      escaped += "&gt;";
+    else
+      escaped += c;
   }
   return escaped;
 }
@@ -43,7 +47,8 @@ int emit_widths(std::string& svg, int x, std::string_view widths) {
   for (const char digit : widths) {
     const int width = digit - '0';
     if (bar)
-      AppendAll(svg, "<rect x=\"", x, "\" y=\"0\" width=\"", width, "\" height=\"", kCode128BarHeight, "\"/>");
+      AppendAll(svg, "<rect x=\"", x, "\" y=\"0\" width=\"", width, "\" height=\"", kCode128BarHeight,
+                "\"/>");
     x += width;
     bar = !bar;
   }
@@ -99,7 +104,8 @@ void EmitEanBars(std::string& svg, std::string_view digits) {
     x = emit_bits(svg, x, set[digits[1 + i] - '0'], kEanBarHeight);
   }
   x = emit_bits(svg, x, "01010", kEanGuardHeight);
-  for (const char digit : digits.substr(1 + kEanHalf)) x = emit_bits(svg, x, ean_R[digit - '0'], kEanBarHeight);
+  for (const char digit : digits.substr(1 + kEanHalf))
+    x = emit_bits(svg, x, ean_R[digit - '0'], kEanBarHeight);
   emit_bits(svg, x, "101", kEanGuardHeight);
 }
 

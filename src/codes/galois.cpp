@@ -20,7 +20,8 @@ constexpr Field MakeField() {
   Field field;
   int value = 1;
   for (int i = 0; i < kOrder; ++i) {
-    field.exp[static_cast<size_t>(i)] = field.exp[static_cast<size_t>(i + kOrder)] = static_cast<uint8_t>(value);
+    field.exp[static_cast<size_t>(i)] = field.exp[static_cast<size_t>(i + kOrder)] =
+        static_cast<uint8_t>(value);
     field.log[static_cast<size_t>(value)] = static_cast<uint8_t>(i);
     value <<= 1;
     if (value > 255) value ^= kFieldPolynomial;

@@ -23,10 +23,9 @@ std::array<Row, 2> Equations(const PointPair& pair) {
 // Gauss-Jordan elimination with partial pivoting.
 std::optional<Homography> Solve(System& system, double least_pivot) {
   for (size_t column = 0; column < kUnknowns; ++column) {
-    const auto pivot = std::max_element(system.begin() + static_cast<std::ptrdiff_t>(column), system.end(),
-                                        [&](const Row& a, const Row& b) {
-                                          return std::abs(a[column]) < std::abs(b[column]);
-                                        });
+    const auto pivot = std::max_element(
+        system.begin() + static_cast<std::ptrdiff_t>(column), system.end(),
+        [&](const Row& a, const Row& b) { return std::abs(a[column]) < std::abs(b[column]); });
     if (!(std::abs((*pivot)[column]) >= least_pivot)) return std::nullopt;
     std::swap(*pivot, system[column]);
     Row& head = system[column];

@@ -191,7 +191,8 @@ bool TakeSegment(BitReader& bits, unsigned mode, int version, std::string& out) 
 }  // namespace
 
 std::optional<QrFormat> read_format(const MorvQrSymbol& symbol) {
-  const int words[] = {ReadWord(symbol, kFormatBits, 0, QrFormatCell), ReadWord(symbol, kFormatBits, 1, QrFormatCell)};
+  const int words[] = {ReadWord(symbol, kFormatBits, 0, QrFormatCell),
+                       ReadWord(symbol, kFormatBits, 1, QrFormatCell)};
   int least = kMaxWrongBits + 1;
   std::optional<QrFormat> best;
   for (int level = 0; level < kQrLevels; ++level) {

@@ -46,8 +46,10 @@ void Merge(Finder& finder, const Finder& candidate) {
 void Add(std::vector<Finder>& finders, const Finder& candidate) {
   const auto same = std::find_if(finders.begin(), finders.end(),
                                  [&](const Finder& finder) { return SameFinder(finder, candidate); });
-  if (same != finders.end()) Merge(*same, candidate);
-  else if (finders.size() < kMaxFinders) finders.push_back(candidate);
+  if (same != finders.end())
+    Merge(*same, candidate);
+  else if (finders.size() < kMaxFinders)
+    finders.push_back(candidate);
 }
 
 // Checks the finder whose centre run holds (x, y), first down, then across, then along the diagonal.
@@ -138,7 +140,8 @@ std::optional<Triple> JudgeTriple(const std::vector<Finder>& finders, std::array
   const double hypotenuse = distance(second, third);
   const double score = std::abs(1 - d1 / d2) + std::abs(cosine) +
                        std::abs(1 - hypotenuse / std::sqrt(d1 * d1 + d2 * d2)) + 0.5 * (size_ratio - 1);
-  return Cross(side1, side2) > 0 ? Triple{corner, second, third, score} : Triple{corner, third, second, score};
+  return Cross(side1, side2) > 0 ? Triple{corner, second, third, score}
+                                 : Triple{corner, third, second, score};
 }
 
 void KeepBest(std::vector<Triple>& best, const Triple& triple) {
@@ -155,7 +158,8 @@ void KeepBest(std::vector<Triple>& best, const Triple& triple) {
 
 bool finder_ratio(const FiveRuns& runs) {
   const int total = Total(runs);
-  if (total < kFinderModules || std::any_of(runs.begin(), runs.end(), [](int run) { return run < 1; })) return false;
+  if (total < kFinderModules || std::any_of(runs.begin(), runs.end(), [](int run) { return run < 1; }))
+    return false;
   const double unit = static_cast<double>(total) / kFinderModules;
   const double tolerance = std::max(0.75, 0.55 * unit);
   const auto outer = {runs[0], runs[1], runs[3], runs[4]};
@@ -177,7 +181,8 @@ std::optional<CrossRuns> cross_runs(const MorvQrImage& image, int x, int y, int 
   };
   const auto back = walk(-1), on = walk(1);
   const CrossRuns found{{back[2], back[1], back[0] + 1 + on[0], on[1], on[2]}, (on[0] - back[0]) / 2.0};
-  const bool too_long = std::any_of(found.runs.begin(), found.runs.end(), [&](int run) { return run > limit; });
+  const bool too_long =
+      std::any_of(found.runs.begin(), found.runs.end(), [&](int run) { return run > limit; });
   if (too_long || !finder_ratio(found.runs)) return std::nullopt;
   return found;
 }
@@ -197,7 +202,8 @@ std::vector<Triple> RankTriples(const std::vector<Finder>& finders) {
       for (size_t k = j + 1; k < candidates.size(); ++k)
         if (const auto triple = JudgeTriple(finders, {candidates[i], candidates[j], candidates[k]}))
           KeepBest(best, *triple);
-  std::stable_sort(best.begin(), best.end(), [](const Triple& a, const Triple& b) { return a.score < b.score; });
+  std::stable_sort(best.begin(), best.end(),
+                   [](const Triple& a, const Triple& b) { return a.score < b.score; });
   return best;
 }
 

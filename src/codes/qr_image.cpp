@@ -13,6 +13,9 @@ constexpr int kBlock = 16;
 constexpr int kReach = 2;  // blocks around a block that share in its threshold
 constexpr int kFlatContrast = 23;
 constexpr int kDefaultThreshold = 128;
+constexpr int kSmoothRadius = 1;
+constexpr int kSharpenRadius = 4;
+constexpr int kSharpenStrength = 2;
 
 struct BlockLevels {
   int mean;
@@ -50,7 +53,7 @@ class BlockGrid {
   int columns() const { return columns_; }
   int rows() const { return rows_; }
 
-  int Threshold(int column, int row, int bias, int otsu) const {
+  int Threshold(int column, int row, ThresholdRule rule, int otsu) const {
     int sum = 0, least = 255, greatest = 0;
     for (int dy = -kReach; dy <= kReach; ++dy) {
       for (int dx = -kReach; dx <= kReach; ++dx) {
@@ -61,7 +64,8 @@ class BlockGrid {
       }
     }
     constexpr int kNeighbours = (2 * kReach + 1) * (2 * kReach + 1);
-    return greatest - least > kFlatContrast ? sum / kNeighbours - bias : otsu;
+    if (greatest - least <= kFlatContrast) return otsu;
+    return rule.middle ? (least + greatest) / 2 : sum / kNeighbours - rule.bias;
   }
 
  private:
@@ -84,6 +88,34 @@ void BinariseBlock(MorvQrImage& image, int left, int top, int threshold) {
     uint8_t* binary = &image.binary[image.At(left, y)];
     for (int x = 0; x < width; ++x) binary[x] = grey[x] < threshold ? 1 : 0;
   }
+}
+
+// Means of the squares that reach `radius` pixels around each pixel, as far as they lie in the picture.
+std::vector<uint8_t> BoxMeans(const MorvQrImage& image, int radius) {
+  const int width = image.width, height = image.height;
+  std::vector<int> columns(static_cast<size_t>(width), 0);  // sums over the rows of the square
+  const auto add_row = [&](int y, int sign) {
+    if (y < 0 || y >= height) return;
+    const uint8_t* row = &image.grey[image.At(0, y)];
+    for (int x = 0; x < width; ++x) columns[static_cast<size_t>(x)] += sign * row[x];
+  };
+  const auto overlap = [radius](int at, int end) {
+    return std::min(at + radius + 1, end) - std::max(at - radius, 0);
+  };
+  std::vector<uint8_t> means(image.grey.size());
+  for (int y = 0; y < radius; ++y) add_row(y, 1);
+  for (int y = 0; y < height; ++y) {
+    add_row(y + radius, 1);
+    add_row(y - radius - 1, -1);
+    int sum = 0;
+    for (int x = 0; x < std::min(radius, width); ++x) sum += columns[static_cast<size_t>(x)];
+    for (int x = 0; x < width; ++x) {
+      if (x + radius < width) sum += columns[static_cast<size_t>(x + radius)];
+      if (x > radius) sum -= columns[static_cast<size_t>(x - radius - 1)];
+      means[image.At(x, y)] = static_cast<uint8_t>(sum / (overlap(x, width) * overlap(y, height)));
+    }
+  }
+  return means;
 }
 
 int ReductionFactor(const GrayPicture& picture) {
@@ -109,7 +141,8 @@ MorvQrImage Reduce(GrayPicture picture) {
   for (int y = 0; y < image.height; ++y) {
     std::fill(sums.begin(), sums.end(), 0U);
     for (int line = 0; line < factor; ++line) {
-      const uint8_t* source = &picture.pixels[static_cast<size_t>(y * factor + line) * static_cast<size_t>(picture.width)];
+      const uint8_t* source =
+          &picture.pixels[static_cast<size_t>(y * factor + line) * static_cast<size_t>(picture.width)];
       for (unsigned& sum : sums)
         for (int i = 0; i < factor; ++i) sum += *source++;
     }
@@ -124,7 +157,8 @@ int OtsuThreshold(const std::vector<uint8_t>& grey) {
   for (const uint8_t level : grey) ++histogram[level];
   const auto total = static_cast<double>(grey.size());
   double whole_sum = 0;
-  for (size_t i = 0; i < histogram.size(); ++i) whole_sum += static_cast<double>(i) * static_cast<double>(histogram[i]);
+  for (size_t i = 0; i < histogram.size(); ++i)
+    whole_sum += static_cast<double>(i) * static_cast<double>(histogram[i]);
 
   double best = 0, below = 0, below_sum = 0;
   int first = kDefaultThreshold, last = kDefaultThreshold;
@@ -146,12 +180,25 @@ int OtsuThreshold(const std::vector<uint8_t>& grey) {
   return (first + last) / 2;
 }
 
-void Binarise(MorvQrImage& image, int bias, int otsu) {
+std::vector<uint8_t> Smoothed(const MorvQrImage& image) {
+  return BoxMeans(image, kSmoothRadius);
+}
+
+std::vector<uint8_t> Sharpened(const MorvQrImage& image) {
+  std::vector<uint8_t> levels = BoxMeans(image, kSharpenRadius);
+  for (size_t i = 0; i < levels.size(); ++i) {
+    const int level = image.grey[i];
+    levels[i] = static_cast<uint8_t>(std::clamp(level + kSharpenStrength * (level - levels[i]), 0, 255));
+  }
+  return levels;
+}
+
+void Binarise(MorvQrImage& image, ThresholdRule rule, int otsu) {
   image.binary.resize(image.grey.size());
   const BlockGrid blocks(image);
   for (int row = 0; row < blocks.rows(); ++row)
     for (int column = 0; column < blocks.columns(); ++column)
-      BinariseBlock(image, column * kBlock, row * kBlock, blocks.Threshold(column, row, bias, otsu));
+      BinariseBlock(image, column * kBlock, row * kBlock, blocks.Threshold(column, row, rule, otsu));
 }
 
 }  // namespace vorc::codes

@@ -15,7 +15,9 @@ struct MorvQrImage {
   std::vector<uint8_t> grey;
   std::vector<uint8_t> binary;  ///< 1 dark
 
-  size_t At(int x, int y) const { return static_cast<size_t>(y) * static_cast<size_t>(width) + static_cast<size_t>(x); }
+  size_t At(int x, int y) const {
+    return static_cast<size_t>(y) * static_cast<size_t>(width) + static_cast<size_t>(x);
+  }
   bool Inside(int x, int y) const { return x >= 0 && y >= 0 && x < width && y < height; }
 };
 
@@ -31,8 +33,19 @@ MorvQrImage Reduce(GrayPicture picture);
 /// middle one of equals; 128 for a picture of one level.
 int OtsuThreshold(const std::vector<uint8_t>& grey);
 
-/// Sets the binary picture by thresholds of 16 x 16 blocks: `bias` below the mean of the neighbourhood.
-/// Flat neighbourhoods take `otsu` instead.
-void Binarise(MorvQrImage& image, int bias, int otsu);
+/// Grey levels with noise smoothed away, by the mean of 3 x 3 pixels.
+std::vector<uint8_t> Smoothed(const MorvQrImage& image);
+/// Grey levels with the blur of a bad focus lessened, by an unsharp mask.
+std::vector<uint8_t> Sharpened(const MorvQrImage& image);
+
+/// How a block's threshold comes from its neighbourhood: `bias` below the mean, or in the middle of the
+/// extremes.
+struct ThresholdRule {
+  bool middle = false;
+  int bias = 0;
+};
+
+/// Sets the binary picture by thresholds of 16 x 16 blocks. Flat neighbourhoods take `otsu` instead.
+void Binarise(MorvQrImage& image, ThresholdRule rule, int otsu);
 
 }  // namespace vorc::codes

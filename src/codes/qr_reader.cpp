@@ -26,7 +26,8 @@ constexpr int kFinderModules = 7;
 constexpr int kVersionZeroSize = 17;
 
 // Two sets of corners, by diagonals first, each of them with the fourth corner shifted by modules.
-constexpr Point kCornerShifts[] = {{0, 0}, {1, 0}, {-1, 0}, {0, 1}, {0, -1}, {1, 1}, {-1, -1}, {1, -1}, {-1, 1}};
+constexpr Point kCornerShifts[] = {{0, 0}, {1, 0},   {-1, 0}, {0, 1}, {0, -1},
+                                   {1, 1}, {-1, -1}, {1, -1}, {-1, 1}};
 
 int VersionOfSize(double modules) {
   return std::clamp(static_cast<int>(std::floor((modules - kVersionZeroSize) / 4 + 0.5)), 1, kMaxQrVersion);
@@ -38,18 +39,29 @@ class QrReader {
       : image_(std::move(image)), debug_(std::getenv("MORV_CODE_DEBUG") != nullptr) {}
 
   std::optional<std::string> Read() {
-    const int otsu = OtsuThreshold(image_.grey);
+    otsu_ = OtsuThreshold(image_.grey);
     for (const int bias : kBiases) {
-      Binarise(image_, bias, otsu);
-      if (auto text = ReadBinary(bias)) return text;
+      const std::vector<Finder> finders = FindersBy({.bias = bias});
+      TellFinders(bias, finders);
+      if (auto text = ReadFinders(finders)) return text;
+    }
+    debug_ = false;  // what follows are further goes at the same, for bad pictures
+    const std::vector<uint8_t> grey = image_.grey;
+    for (const auto prepare : {Smoothed, Sharpened}) {
+      image_.grey = prepare(image_);
+      if (auto text = ReadFinders(FindersBy({.middle = true}))) return text;
+      image_.grey = grey;
     }
     return std::nullopt;
   }
 
  private:
-  std::optional<std::string> ReadBinary(int bias) {
-    const std::vector<Finder> finders = FindFinders(image_);
-    TellFinders(bias, finders);
+  std::vector<Finder> FindersBy(ThresholdRule rule) {
+    Binarise(image_, rule, otsu_);
+    return FindFinders(image_);
+  }
+
+  std::optional<std::string> ReadFinders(const std::vector<Finder>& finders) {
     if (finders.size() < 3) return std::nullopt;
     const std::vector<Triple> triples = RankTriples(finders);
     if (debug_) std::fprintf(stderr, "[qr] %d triples\n", static_cast<int>(triples.size()));
@@ -71,12 +83,16 @@ class QrReader {
     if (debug_)
       std::fprintf(stderr, "[qr] triple %d score %.3f m=%.2f corners=%d est=%d est2=%d\n", index, score, m,
                    corners.empty() ? 0 : 1, est, est2);
-    std::vector<int> versions = {est2};
-    if (est != est2) versions.push_back(est);
-    versions.insert(versions.end(), {est2 - 1, est2 + 1});
-    for (const int version : versions) {
-      if (version < 1 || version > kMaxQrVersion) continue;
-      if (auto text = ReadVersionOfTriple(finders, corners, version)) return text;
+    // Runs are longer where they cross a turned symbol; a finder's border doesn't change with its angle.
+    const int est3 =
+        corners.empty()
+            ? est2
+            : VersionOfSize(kFinderModules * corners.front().Side() / corners.front().FinderSide());
+    const int versions[] = {est2, est, est2 - 1, est2 + 1, est3, est3 - 1, est3 + 1};
+    for (auto version = std::begin(versions); version != std::end(versions); ++version) {
+      const bool tried = std::find(std::begin(versions), version, *version) != version;
+      if (tried || *version < 1 || *version > kMaxQrVersion) continue;
+      if (auto text = ReadVersionOfTriple(finders, corners, *version)) return text;
     }
     return std::nullopt;
   }
@@ -128,6 +144,7 @@ class QrReader {
 
   MorvQrImage image_;
   bool debug_;
+  int otsu_ = 0;
   std::unique_ptr<MorvQrSymbol> symbol_ = std::make_unique<MorvQrSymbol>();
 };
 

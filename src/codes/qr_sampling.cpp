@@ -75,7 +75,8 @@ std::optional<Point> finder_edge(const MorvQrImage& image, const Finder& finder,
   return way * *distance;
 }
 
-std::optional<Point> finder_corner(const MorvQrImage& image, const Finder& finder, const Axes& axes, CornerSide side) {
+std::optional<Point> finder_corner(const MorvQrImage& image, const Finder& finder, const Axes& axes,
+                                   CornerSide side) {
   const auto along = finder_edge(image, finder, axes.along * side.along);
   const auto down = finder_edge(image, finder, axes.down * side.down);
   if (!along || !down) return std::nullopt;
@@ -104,8 +105,8 @@ int PatternHits(const MorvQrImage& image, Point centre, Point along, Point down,
 }
 
 // The place of the best pattern in a square around `estimate`, the nearest of equals.
-std::optional<Point> FindPattern(const MorvQrImage& image, Point estimate, Point along, Point down, double radius,
-                                 double step, int enough) {
+std::optional<Point> FindPattern(const MorvQrImage& image, Point estimate, Point along, Point down,
+                                 double radius, double step, int enough) {
   std::optional<Point> best;
   int best_hits = enough;
   double best_distance = 0;
@@ -133,8 +134,8 @@ std::array<PointPair, 4> AlignmentPairs(const MorvQrImage& image, const SymbolFi
   Point alignment = finders.corner.centre + (along + down) * (inset - kFinderCentre);
   if (version > 1) {
     const double a = finders.ModuleSize();
-    const auto found = FindPattern(image, alignment, along, down, 2.5 * a + 4, std::max(0.75, a / 3),
-                                   kHitsOfFirstAlignment);
+    const auto found =
+        FindPattern(image, alignment, along, down, 2.5 * a + 4, std::max(0.75, a / 3), kHitsOfFirstAlignment);
     alignment = found.value_or(alignment);
   }
   return {{{{kFinderCentre, kFinderCentre}, finders.corner.centre},
@@ -174,8 +175,8 @@ std::vector<Point> MarkCentres(int version) {
   for (const int y : positions) {
     for (const int x : positions) {
       const bool first_x = x == positions.front(), first_y = y == positions.front();
-      const bool at_finder = (first_x && first_y) || (first_x && y == positions.back()) ||
-                             (first_y && x == positions.back());
+      const bool at_finder =
+          (first_x && first_y) || (first_x && y == positions.back()) || (first_y && x == positions.back());
       if (!at_finder) centres.push_back({x + 0.5, y + 0.5});
     }
   }
@@ -221,7 +222,8 @@ int module_dark(const MorvQrImage& image, const Homography& h, int column, int r
 
 }  // namespace
 
-std::optional<SymbolCorners> symbol_corners(const MorvQrImage& image, const SymbolFinders& finders, CornerMode mode) {
+std::optional<SymbolCorners> symbol_corners(const MorvQrImage& image, const SymbolFinders& finders,
+                                            CornerMode mode) {
   const Point row = finders.second.centre - finders.corner.centre;
   const Point column = finders.third.centre - finders.corner.centre;
   const Axes axes{row * (1.0 / Length(row)), column * (1.0 / Length(column))};

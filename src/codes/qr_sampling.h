@@ -33,13 +33,18 @@ struct SymbolCorners {
   Point right_of_third;
 
   double Side() const { return (Length(top_right - top_left) + Length(bottom_left - top_left)) / 2; }
+  /// The border of a finder, as seen at the second and the third.
+  double FinderSide() const {
+    return (Length(below_second - top_right) + Length(right_of_third - bottom_left)) / 2;
+  }
 };
 
 /// How the corners of a finder are found: by walks along the axes, or along the diagonal.
 enum CornerMode : int { kCornersByEdges, kCornersByDiagonals };
 
 /// The symbol's corners as its finders show them; nothing if a border isn't met or lines are parallel.
-std::optional<SymbolCorners> symbol_corners(const MorvQrImage& image, const SymbolFinders& finders, CornerMode mode);
+std::optional<SymbolCorners> symbol_corners(const MorvQrImage& image, const SymbolFinders& finders,
+                                            CornerMode mode);
 
 /// From what a grid is laid: centres of finders and one alignment pattern, or finders and corners.
 enum SamplingMode : int { kSampleByAlignment = 1, kSampleByCorners = 2 };

@@ -51,7 +51,8 @@ void SetFunction(MorvQrSymbol& symbol, QrCell cell, bool dark) {
 // The word with the check bits of a BCH code behind it.
 int WithCheckBits(int word, int generator, int check_bits) {
   int remainder = word;
-  for (int i = 0; i < check_bits; ++i) remainder = (remainder << 1) ^ ((remainder >> (check_bits - 1)) * generator);
+  for (int i = 0; i < check_bits; ++i)
+    remainder = (remainder << 1) ^ ((remainder >> (check_bits - 1)) * generator);
   return (word << check_bits) | remainder;
 }
 

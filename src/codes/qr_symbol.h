@@ -17,8 +17,8 @@ enum QrLevel : int { kQrLevelL, kQrLevelM, kQrLevelQ, kQrLevelH };
 
 /// A QR code's grid of modules (ISO/IEC 18004). The row stride is the same for every version.
 struct MorvQrSymbol {
-  int version = 0;  ///< 1 to 40
-  int size = 0;     ///< modules a side
+  int version = 0;                                             ///< 1 to 40
+  int size = 0;                                                ///< modules a side
   std::array<uint8_t, kMaxQrSize * kMaxQrSize> modules{};      ///< 1 dark
   std::array<uint8_t, kMaxQrSize * kMaxQrSize> is_function{};  ///< non-zero on function patterns
 
@@ -33,7 +33,9 @@ extern const uint8_t qr_ecc_per_block[kQrLevels][kMaxQrVersion + 1];
 /// The levels' bits in format words.
 extern const uint8_t qr_level_bits[kQrLevels];
 
-constexpr int QrSize(int version) { return 4 * version + 17; }
+constexpr int QrSize(int version) {
+  return 4 * version + 17;
+}
 
 /// Modules that hold data and check codewords, the remainder bits included.
 int qr_raw_data_modules(int version);

@@ -194,8 +194,10 @@ std::string SymbolSvg(const MorvQrSymbol& symbol, int scale) {
       const int start = x;
       while (x < symbol.size && symbol.Dark(x, y)) ++x;
       const int run = x - start;
-      if (run > 0) AppendAll(svg, "M", start + kQuietZone, " ", y + kQuietZone, "h", run, "v1h-", run, "z");
-      else ++x;
+      if (run > 0)
+        AppendAll(svg, "M", start + kQuietZone, " ", y + kQuietZone, "h", run, "v1h-", run, "z");
+      else
+        ++x;
     }
   }
   return svg += "\"/></svg>";
