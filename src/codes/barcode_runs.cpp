@@ -134,6 +134,14 @@ bool runs_to_widths(Runs runs, std::array<int, kSymbolRuns>& widths) {
   return RoundRuns(runs, kCode128Modules, widths);
 }
 
+// True if the stop's last bar stands at `at`, and a quiet zone or the line's end behind it: the widths of
+// a stop may come up inside a damaged symbol too.
+bool EndsBehind(Runs runs, size_t at, double module) {
+  constexpr double kLastBar = 2;
+  if (at >= runs.size() || std::abs(runs[at] - kLastBar * module) > module + 0.5) return false;
+  return at + 2 >= runs.size() || runs[at + 1] >= kCode128Quiet * module;
+}
+
 // The symbols' values from the start to the check value, without the stop; empty if they aren't right.
 std::vector<int> Code128Values(Runs runs, size_t start) {
   std::vector<int> values;
@@ -147,7 +155,8 @@ std::vector<int> Code128Values(Runs runs, size_t start) {
     const int value = runs_to_widths(symbol, widths) ? SymbolValue(widths) : -1;
     const bool is_start = value >= kCode128StartA && value <= kCode128StartC;
     if (value < 0 || (at == start) != is_start) return {};
-    if (value == kCode128Stop) return values;
+    if (value == kCode128Stop)
+      return EndsBehind(runs, at + kSymbolRuns, module) ? values : std::vector<int>();
     values.push_back(value);
     Follow(module, total / kCode128Modules);
   }
