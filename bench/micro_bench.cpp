@@ -9,12 +9,12 @@
 
 #include "frontend/parser.h"
 #include "frontend/scanner.h"
-#include "frontend/slot.h"
 #include "interp/interpreter.h"
 #include "lib/base64.h"
 #include "lib/containers.h"
 #include "lib/regex.h"
 #include "lib/sha256.h"
+#include "program/slot.h"
 
 namespace {
 

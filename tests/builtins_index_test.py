@@ -34,7 +34,7 @@ def available(vorc, name, count):
 
 def main():
     vorc, source = os.path.abspath(sys.argv[1]), pathlib.Path(sys.argv[2])
-    table = {name: int(count) for name, count in TABLE_ROW.findall((source / "src/interp/sysfunc.def").read_text())}
+    table = {name: int(count) for name, count in TABLE_ROW.findall((source / "src/builtins/builtins.def").read_text())}
     index = INDEX_ROW.findall((source / "docs/builtins.md").read_text())
     faults = [f"{name}: not in the index" for name in table.keys() - {row[0] for row in index}]
     if len(index) != len({row[0] for row in index}):

@@ -226,6 +226,22 @@ SCRIPTS = {
                             'morv_re("(a*)*b", "aaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaa"); ised("s/a", "b");'),
     "nested_json": in_main('$s = "["; int i; for (i = 0; i < 15; i++) { $s = $s + $s; } morv_json_get($s, "a[0]");'),
     "thread_storm": "int work() { return 0; }\n" + in_main('int i; for (i = 0; i < 3000; i++) { ithread_create("work"); }'),
+    # Addresses at the very end of the script's memory, and objects that a class's member never belonged to.
+    "real_step_at_the_end": "float z;\n" + in_main("float *p; INT64 a; a = 1879048188; p = a; p[0]++;"),
+    "text_at_the_end": in_main('char *p; INT64 a; a = 1879048191; p = a; p[0] = 65; printf("%s %d\\n", p, morv_strlen(p));'),
+    "text_at_the_end_of_texts": in_main('char *p; INT64 a; int i; p = isprint("x"); a = p; a /= 65536; a *= 65536; '
+                                        'a += 68719476736; for (i = 0; i < 40; i++) { a -= 65536; p = a; '
+                                        'printf("%s%d", p, p[65535]); p[65535] = 65; printf("%s", p); }'),
+    "wild_array_argument": "int f(int a[]) { return a + 1; }\nint g(int a[]) { return *a; }\nint h(int a[]) { a = 5; return a[0]; }\n"
+                           "int t(char a[]) { printf(\"%s\\n\", a); return a + \"x\"; }\n"
+                           + in_main("f(12345); h(4096); t(777); g(999999);"),
+    "member_without_its_object": "int (*fp)(void);\n"
+        "class B { public: char pad[100000000]; int y; int get(void); int init(void); };\n"
+        "int B::get(void) { return y; }\nint B::init(void) { fp = get; return 0; }\n"
+        "class A { public: int x; int go(void); };\nint A::go(void) { return fp(); }\nB big;\n"
+        + in_main('A a; big.init(); a.x = 1; printf("%d\\n", a.go());'),
+    "texts_that_nobody_keeps": in_main('int i; $t = "0123456789abcdef"; i = 0; while (i < 7) { $t += $t; i = i + 1; } '
+                                       'i = 0; while (i < 400000) { $u = morv_upper($t); i = i + 1; }'),
     "endless_object": "class A { public: A *next; int x; };\nA a;\n" + in_main("a.next = &a; printf(\"%d\\n\", a.next->next->x);"),
 }
 

@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <memory>
 
+#include "base/console.h"
 #include "base/file.h"
 #include "base/format.h"
 #include "base/trace.h"

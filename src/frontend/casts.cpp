@@ -1,7 +1,7 @@
 #include "base/format.h"
-#include "frontend/layout.h"
 #include "frontend/parser.h"
-#include "frontend/static_size.h"
+#include "program/layout.h"
+#include "program/static_size.h"
 
 namespace vorc {
 

@@ -1,8 +1,8 @@
 #include <unordered_set>
 
 #include "base/format.h"
-#include "frontend/constants.h"
 #include "frontend/parser.h"
+#include "program/constants.h"
 
 namespace vorc {
 
@@ -145,7 +145,7 @@ bool Parser::ParseSWITCH(STATEMENT_BLOCK* statement) {
   if (!At(Tok::LSECONDBRACKET)) return Fail(0, "Missing '{' in 'switch' statement.");
   CODE_BLOCK* block = NewCodeBlock(slot_, statement->OwnerFunction, statement);
   Next();
-  const long line = scan_.LineNumber();
+  const SourceLine line = scan_.Place();
   if (!ParseCodeBlock(statement->OwnerFunction, block)) return Fail(0, "Missing '}'");
   if (block->Statements.First == nullptr) {
     slot_.ErrorAt(line, 0, "Empty 'switch' statement body not allowed.");

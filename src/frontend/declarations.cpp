@@ -1,7 +1,7 @@
 #include "base/format.h"
-#include "frontend/constants.h"
-#include "frontend/layout.h"
 #include "frontend/parser.h"
+#include "program/constants.h"
+#include "program/layout.h"
 
 namespace vorc {
 
@@ -254,8 +254,7 @@ bool Parser::ParseBasicTypeDecl(const Scope& scope, const TypeSpec& type, const 
   if (!AtDeclaredName()) {
     return Fail(0, Format("Missing variable name for the declaration of type '%s'", TypeText(type).c_str()));
   }
-  declarator.name = scan_.WordName();
-  Next();
+  TakeName(&declarator);
   if (function_only && !At(Tok::LPAREN)) return Fail(0, "Missing '(' in friend/inline function declaration");
   if (!ParseNamedDeclarator(scope, &declarator, traits)) return false;
   *function_body = declarator.function_body;
@@ -298,6 +297,7 @@ bool Parser::ParseVariable(const Scope& scope, Declarator* declarator, FUNCPROTO
     SYMBOLS_HEADER aside;
     SYMBOLS_HEADER* header = dropped ? &aside : scope.header;
     symbol = InsertVarName(slot_, header, declarator->name, declarator->type, false);
+    DeclareAt(header, symbol, declarator->line);
   }
   if (function_pointer != nullptr) {
     symbol->IsFunctionPointer = true;
@@ -475,8 +475,7 @@ bool Parser::ParseFunctionPointer(const Scope& scope, Declarator* declarator) {
   while (Accept(Tok::STAR)) {
   }
   if (!AtDeclaredName()) return Fail(0, "Missing variable name in function pointer declaration .");
-  declarator->name = scan_.WordName();
-  Next();
+  TakeName(declarator);
   if (At(Tok::LBRACKET)) {
     if (scope.is_typedef) return Fail(0, "Typedef'd array of function pointers is not supported.");
     if (!ParseArrayDimension(scope, &declarator->dimensions)) return false;
@@ -484,6 +483,7 @@ bool Parser::ParseFunctionPointer(const Scope& scope, Declarator* declarator) {
   if (!Expect(Tok::RPAREN, 0, "Missing ')' in function pointer declaration .")) return false;
   if (!At(Tok::LPAREN)) return Fail(0, "Missing '(' in function pointer declaration .");
   FUNCPROTO_REC* proto = InsertFuncName(slot_, nullptr, declarator->name, declarator->type);
+  proto->Line = declarator->line;
   if (!ParseProcedureArgs(proto, scope)) return false;
   declarator->function_pointer = true;
   return ParseVariable(scope, declarator, proto);

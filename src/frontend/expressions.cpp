@@ -55,7 +55,7 @@ ImmediateForm ClassifyImmediate(int64_t value) {
 EXPR_NODE* Parser::CreateNewExprNode(const ExprContext& context, Tok token) {
   EXPR_NODE* node = slot_.New(slot_.Expressions, "expression nodes");
   node->Token = token;
-  node->Line = static_cast<int32_t>(scan_.LineNumber());
+  node->Line = scan_.Place();
   node->Statement = context.statement;
   node->OwnerFunction = context.proc;
   return node;

@@ -1,8 +1,8 @@
 #include "base/format.h"
 #include "base/trace.h"
-#include "frontend/constants.h"
-#include "frontend/initializer_walk.h"
 #include "frontend/parser.h"
+#include "program/constants.h"
+#include "program/initializer_walk.h"
 
 namespace vorc {
 
@@ -48,7 +48,7 @@ bool Parser::IsAggregate(const SYM_REC* symbol) const {
 INITIALIZER* Parser::InsertNewIntilizerElement(InitializerList* list, InitializerKind kind) {
   INITIALIZER* element = slot_.New(slot_.InitializerElements, "initial values");
   element->InitializerType = kind;
-  element->Line = scan_.LineNumber();
+  element->Line = scan_.Place();
   if (list->Last == nullptr)
     list->First = element;
   else

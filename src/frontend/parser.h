@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "frontend/scanner.h"
-#include "frontend/slot.h"
-#include "frontend/symtab.h"
+#include "program/slot.h"
+#include "program/symtab.h"
 
 namespace vorc {
 
@@ -65,6 +65,7 @@ class Parser {
   struct Declarator {
     TypeSpec type;
     Name* name = nullptr;
+    SourceLine line;  ///< of the name
     std::vector<int64_t> dimensions;
     bool function_body = false;  ///< it was a function with its body: no `;` follows
     bool function_pointer = false;
@@ -153,7 +154,12 @@ class Parser {
   bool InsertArgument(FUNCPROTO_REC* proto, const Scope& scope);
   bool ParseArgumentType(const Scope& scope, TypeSpec* type);
   FUNCPROTO_REC* ParseFuncPtrArgument(const Scope& scope, Declarator* declarator);
-  void AcceptDeclaredName(Declarator* declarator);
+  /// Takes the current word as the declarator's name and passes it.
+  void TakeName(Declarator* declarator) {
+    declarator->name = scan_.WordName();
+    declarator->line = scan_.Place();
+    Next();
+  }
   void DeclareArgument(FUNCPROTO_REC* proto, const Declarator& declarator, FUNCPROTO_REC* function_pointer);
   bool ParseVarArgs(FUNCPROTO_REC* proto);
   void InsertVoidArgument(FUNCPROTO_REC* proto, bool counted);

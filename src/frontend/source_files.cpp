@@ -59,7 +59,7 @@ const Scanner::SourceText* Scanner::LoadFile(const std::string& path) {
   std::string text;
   if (!ReadAll(path, &text)) return nullptr;
   StripCarriageReturns(text);
-  const SourceText* source = &sources_.emplace_back(SourceText{path, std::move(text)});
+  const SourceText* source = slot_.Sources.Add(path, std::move(text));
   files_by_path_.emplace(path, source);
   return source;
 }
@@ -81,13 +81,13 @@ void Scanner::LoadSrcFromBuffer(const std::string& name, std::string_view text) 
     }
     lines += static_cast<unsigned char>(c) < ' ' ? ' ' : c;
   }
-  buffers_.push_back({name, std::move(lines)});
+  buffers_.push_back(slot_.Sources.Add(name, std::move(lines)));
 }
 
 const Scanner::SourceText* Scanner::FindBufferFile(const std::string& name) const {
   if (name.empty()) return nullptr;
-  for (const SourceText& buffer : buffers_) {
-    if (strcasecmp(buffer.Name.c_str(), name.c_str()) == 0) return &buffer;
+  for (const SourceText* buffer : buffers_) {
+    if (strcasecmp(buffer->Name.c_str(), name.c_str()) == 0) return buffer;
   }
   return nullptr;
 }
@@ -151,13 +151,12 @@ bool Scanner::ReadLine() {
   now_.Cursor = line;
   now_.LineEnd = newline == nullptr ? end : static_cast<const char*>(newline);
   ++now_.LineNumber;
-  slot_.Place.Line = now_.LineNumber;
+  slot_.Place.Line = static_cast<int32_t>(now_.LineNumber);
   return true;
 }
 
 void Scanner::UpdatePlace() {
-  slot_.Place.File = now_.Frame->Source->Name;
-  slot_.Place.Line = now_.LineNumber;
+  slot_.Place = {now_.Frame->Source->Number, static_cast<int32_t>(now_.LineNumber)};
 }
 
 int Scanner::IncludeDepth() const {
@@ -236,7 +235,7 @@ bool Scanner::OpenIncludeFile(const std::string& name) {
     if (source == nullptr) source = LoadFile(folder + "/" + name);
   }
   if (source == nullptr && strcasecmp(name.c_str(), "stdarg.h") == 0) {
-    source = &sources_.emplace_back(SourceText{name, ""});
+    source = slot_.Sources.Add(name, "");
     files_by_path_.emplace(name, source);
   }
   if (source == nullptr) return false;

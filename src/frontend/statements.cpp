@@ -141,7 +141,7 @@ bool Parser::ParseNested(const Scope& scope, StatementKind kind) {
   STATEMENT_BLOCK* statement = NewStatementBlock(slot_, scope.proc, scope.statements, scope.block);
   statement->StatementType = kind;
   const bool good = ParseStatementOfType(statement);
-  statement->EndLine = static_cast<int32_t>(scan_.LineNumber());
+  statement->EndLine = scan_.Place();
   return good;
 }
 
@@ -174,7 +174,7 @@ bool Parser::ParseArmBlock(STATEMENT_BLOCK* arm) {
 
 // The statement behind a condition or a loop's head. A declaration is none.
 bool Parser::ParseArm(STATEMENT_BLOCK* arm, const char* misuse, long code) {
-  arm->Line = static_cast<int32_t>(scan_.LineNumber());
+  arm->Line = scan_.Place();
   for (const StatementWord& word : kControlWords) {
     if (!At(word.token)) continue;
     arm->StatementType = word.kind;

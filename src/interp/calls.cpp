@@ -1,11 +1,12 @@
 #include <cstring>
+#include <new>
 
 #include "base/format.h"
 #include "base/host_stack.h"
 #include "base/trace.h"
-#include "frontend/layout.h"
 #include "interp/interpreter.h"
 #include "interp/numbers.h"
+#include "program/layout.h"
 
 namespace vorc {
 
@@ -59,12 +60,12 @@ void Interpreter::FromBuiltinValue(const BuiltinValue& value, Entry* entry) {
 }
 
 // Arguments lie on the operand stack, so every activation has its own.
-bool Interpreter::EvaluateArguments(const Op& op, Entry* arguments) {
+bool Interpreter::EvaluateArguments(const Op& op, Mode mode, Entry* arguments) {
   for (int i = 0; i < op.argument_count; ++i) {
     operands_ = arguments + i;
     if (operands_ >= operands_end_ || i >= kMostArguments) return Fail(op.node, "Too many arguments.");
     Entry value;
-    if (!Evaluate(op.list[i], Mode::kArgument, &value)) return false;
+    if (!Evaluate(op.list[i], mode, &value)) return false;
     arguments[i] = value;
   }
   operands_ = arguments + op.argument_count;
@@ -103,7 +104,7 @@ bool Interpreter::UserCall(const Op& op, Entry* result) {
     if (FUNCPROTO_REC* now = FindFunction(slot_, header, function->name)) function = now;
   }
   Entry* arguments = result + 1;
-  if (!EvaluateArguments(op, arguments)) return false;
+  if (!EvaluateArguments(op, Mode::kArgument, arguments)) return false;
   function = ChooseOverload(function, op.argument_count, node);
   if (function == nullptr) return false;
   if (function->ProcBody == nullptr) {
@@ -120,8 +121,9 @@ bool Interpreter::UserCall(const Op& op, Entry* result) {
     const MemberResult member = home == nullptr
                                     ? MemberResult()
                                     : FindStructMember(slot_, const_cast<STRUCT_REC*>(home), function->name);
-    return CallMember(function, frame_.this_base == nullptr ? nullptr : frame_.this_base + member.BaseOffset,
-                      node, op.argument_count, result);
+    const bool has_object = member.Function != nullptr && frame_.this_base != nullptr;
+    return CallMember(function, has_object ? frame_.this_base + member.BaseOffset : nullptr, node,
+                      op.argument_count, result);
   }
   WarnCount(function, op.argument_count, node);
   return CallFunction(function, arguments, op.argument_count,
@@ -183,7 +185,7 @@ bool Interpreter::ValueCall(const Op& op, Entry* target) {
     if (FUNCPROTO_REC* now = FindFunction(slot_, &slot_.Globals, function->name)) function = now;
   }
   Entry* arguments = target + 1;
-  if (!EvaluateArguments(op, arguments)) return false;
+  if (!EvaluateArguments(op, Mode::kArgument, arguments)) return false;
   function = ChooseOverload(function, op.argument_count, op.node);
   if (function == nullptr) return false;
   if (function->ProcBody == nullptr)
@@ -195,18 +197,20 @@ bool Interpreter::ValueCall(const Op& op, Entry* target) {
 bool Interpreter::CallBuiltin(const Op& op, Entry* result) {
   BuiltinValue at_hand[kBuiltinArgumentsAtHand];
   std::vector<BuiltinValue> many;
-  BuiltinValue* values = at_hand;
   if (op.argument_count > kBuiltinArgumentsAtHand) {
-    many.resize(static_cast<size_t>(op.argument_count));
-    values = many.data();
+    // Operands keep their texts alive; a vector would hide them.
+    Entry* arguments = result + 1;
+    if (!EvaluateArguments(op, Mode::kNormal, arguments)) return false;
+    for (int i = 0; i < op.argument_count; ++i) many.push_back(ToBuiltinValue(arguments[i]));
+    return RunBuiltin(op, many.data(), many.size(), result);
   }
   for (int i = 0; i < op.argument_count; ++i) {
     Entry value;
     operands_ = result + 1;
     if (!Evaluate(op.list[i], Mode::kNormal, &value)) return false;
-    values[i] = ToBuiltinValue(value);
+    at_hand[i] = ToBuiltinValue(value);
   }
-  return RunBuiltin(op, values, static_cast<size_t>(op.argument_count), result);
+  return RunBuiltin(op, at_hand, static_cast<size_t>(op.argument_count), result);
 }
 
 bool Interpreter::RunBuiltin(const Op& op, const BuiltinValue* arguments, size_t count, Entry* result) {
@@ -216,9 +220,15 @@ bool Interpreter::RunBuiltin(const Op& op, const BuiltinValue* arguments, size_t
   }
   if (row.handler == nullptr)
     return Fail(op.node, Format("Built-in function '%s' is not available.", row.name));
-  BuiltinCall call({arguments, count});
-  row.handler(call);
-  if (call.out_of_memory()) return Fail(op.node, "ExecSystemFunction: Not enough system memory");
+  BuiltinCall call(runtime_, {arguments, count});
+  bool enough_memory = true;
+  try {
+    row.handler(call);
+  } catch (const std::bad_alloc&) {
+    enough_memory = false;
+  }
+  if (!enough_memory || call.out_of_memory())
+    return Fail(op.node, "ExecSystemFunction: Not enough system memory");
   FromBuiltinValue(call.result(), result);
   return true;
 }
@@ -235,6 +245,8 @@ bool Interpreter::CallFunction(FUNCPROTO_REC* function, const Entry* arguments, 
   if (good && own_frame) {
     BindArguments(function, arguments, count, frame_.stack_pointer);
     frame_.base = frame_.stack_pointer;
+    // Reached without an object, as through a pointer, a member function has none.
+    if (function->OwnerClass != nullptr) frame_.this_base = nullptr;
     VORC_TRACE("DIAG: new_frame_base=%d arg_units=%d remember_exec_stack_ptr=%d\n",
                static_cast<int>(frame_.base), body->ArgSize, static_cast<int>(caller.stack_pointer));
   }
@@ -398,7 +410,7 @@ bool Interpreter::MemberCall(const Op& op, Entry* object) {
   }
   FUNCPROTO_REC* function = member.Function;
   while (function->NextOverload != nullptr) function = function->NextOverload;
-  if (!EvaluateArguments(op, object + 1)) return false;
+  if (!EvaluateArguments(op, Mode::kArgument, object + 1)) return false;
   return CallMember(function, base + member.BaseOffset, node, op.argument_count, object);
 }
 

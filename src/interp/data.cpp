@@ -1,9 +1,9 @@
 #include <cstring>
 
 #include "base/format.h"
-#include "frontend/constants.h"
-#include "frontend/layout.h"
 #include "interp/interpreter.h"
+#include "program/constants.h"
+#include "program/layout.h"
 
 namespace vorc {
 

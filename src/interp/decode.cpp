@@ -4,9 +4,9 @@
 #include <cstdlib>
 #include <new>
 
-#include "frontend/layout.h"
-#include "frontend/symtab.h"
 #include "interp/memory.h"
+#include "program/layout.h"
+#include "program/symtab.h"
 
 namespace vorc {
 
@@ -111,7 +111,7 @@ void Decoder::DecodeNode(EXPR_NODE* node, Op* op) {
       return;
     case Tok::STRING:
       op->code = OpCode::kString;
-      op->text = ScriptMemory::Instance().CopyText(node->Literal);
+      op->text = memory_.CopyLiteral(node->Literal);
       return;
     case Tok::LPAREN:
       op->code = node->IsObject ? OpCode::kGroupObject : OpCode::kGroup;

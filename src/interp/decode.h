@@ -3,8 +3,9 @@
 #include <cstdint>
 
 #include "base/arena.h"
-#include "frontend/slot.h"
-#include "interp/sysfunc.h"
+#include "builtins/table.h"
+#include "interp/memory.h"
+#include "program/slot.h"
 
 namespace vorc {
 
@@ -93,7 +94,7 @@ struct Code {
 /// here; what can change while a script is read (functions defined later) is left to the run.
 class Decoder {
  public:
-  Decoder(C_SLOT& slot, Arena& arena) : slot_(slot), arena_(arena) {}
+  Decoder(C_SLOT& slot, Arena& arena, ScriptMemory& memory) : slot_(slot), arena_(arena), memory_(memory) {}
 
   /// The steps of the chain that starts at `head`; remembered in the node.
   Code* Decode(EXPR_NODE* head) {
@@ -112,6 +113,7 @@ class Decoder {
 
   C_SLOT& slot_;
   Arena& arena_;
+  ScriptMemory& memory_;
 };
 
 }  // namespace vorc

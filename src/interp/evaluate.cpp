@@ -33,7 +33,7 @@ bool IsTrue(const Entry& entry) {
 
 Interpreter::Interpreter(C_SLOT& slot)
     : slot_(slot),
-      memory_(ScriptMemory::Instance()),
+      runtime_(memory_),
       operand_memory_(kOperandMemory),
       operands_(reinterpret_cast<Entry*>(operand_memory_.data())),
       operands_end_(operands_ + operand_memory_.size() / sizeof(Entry) - 2 * kDeepestOperands) {}
@@ -45,11 +45,11 @@ bool Interpreter::Fail(const EXPR_NODE* node, const std::string& text) {
 
 bool Interpreter::CheckTop(const Entry* base, const Entry* top) {
   if (top - base > kDeepestOperands) {
-    slot_.ErrorAt(0, 0, "Stack Overflow Error.");
+    slot_.ErrorAt({slot_.Place.File, 0}, 0, "Stack Overflow Error.");
     return false;
   }
   if (top < base) {
-    slot_.ErrorAt(0, 0, "Stack Underflow Error.");
+    slot_.ErrorAt({slot_.Place.File, 0}, 0, "Stack Underflow Error.");
     return false;
   }
   return true;

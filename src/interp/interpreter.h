@@ -5,12 +5,12 @@
 #include <string_view>
 #include <vector>
 
-#include "frontend/initializer_walk.h"
-#include "frontend/slot.h"
-#include "frontend/symtab.h"
 #include "interp/decode.h"
 #include "interp/fast_int.h"
 #include "interp/memory.h"
+#include "program/initializer_walk.h"
+#include "program/slot.h"
+#include "program/symtab.h"
 
 namespace vorc {
 
@@ -74,7 +74,7 @@ class Interpreter final : public ParseServices {
  public:
   explicit Interpreter(C_SLOT& slot);
   /// False if the host grants no memory to run in.
-  bool ready() const { return memory_.stack() != nullptr && operand_memory_.data() != nullptr; }
+  bool ready() const { return memory_.ready() && operand_memory_.data() != nullptr; }
 
   /// Runs `main`. False after an error or without a `main`.
   bool InterpretScript();
@@ -167,7 +167,7 @@ class Interpreter final : public ParseServices {
   bool CallBuiltin(const Op& op, Entry* result);
   bool RunBuiltin(const Op& op, const BuiltinValue* arguments, size_t count, Entry* result);
   bool AsmCall(const Op& op, Entry* result);
-  bool EvaluateArguments(const Op& op, Entry* arguments);
+  bool EvaluateArguments(const Op& op, Mode mode, Entry* arguments);
   FUNCPROTO_REC* ChooseOverload(FUNCPROTO_REC* function, int count, const EXPR_NODE* node);
   bool CallFunction(FUNCPROTO_REC* function, const Entry* arguments, int count, bool own_frame,
                     const EXPR_NODE* node, Entry* result);
@@ -199,6 +199,12 @@ class Interpreter final : public ParseServices {
   bool ExecGoto(STATEMENT_BLOCK* statement);
   bool EvaluateCondition(STATEMENT_BLOCK* statement, bool* holds);
 
+  // --- sweep.cpp
+  void SweepTexts();
+  void SweepIfDue() {
+    if (memory_.WantsSweep()) SweepTexts();
+  }
+
   // --- data.cpp
   bool FillLocal(const STATEMENT_BLOCK* statement);
   void StoreLeaf(const InitializerLeaf& leaf, char* base, const Entry& value);
@@ -212,9 +218,10 @@ class Interpreter final : public ParseServices {
   }
 
   C_SLOT& slot_;
-  ScriptMemory& memory_;
+  ScriptMemory memory_;
+  ScriptRuntime runtime_;
   Arena code_arena_;
-  Decoder decoder_{slot_, code_arena_};
+  Decoder decoder_{slot_, code_arena_, memory_};
   ReservedMemory operand_memory_;
   Entry* operands_;  ///< next free operand; expressions in progress lie below
   Entry* operands_end_;
@@ -225,8 +232,11 @@ class Interpreter final : public ParseServices {
   };
   std::vector<PendingStep> pending_;
 
+  static constexpr size_t kOperandsInHand = 64;
+
   Frame frame_;
-  long current_line_ = 0;  ///< of the statement that runs
+  const void* host_stack_top_ = nullptr;  ///< where the run began on the host's stack
+  SourceLine current_line_;               ///< of the statement that runs
   double return_reg_double_ = 0.0;
   const char* return_reg_string_ = nullptr;
   bool return_reg_is_double_ = false;

@@ -5,6 +5,8 @@
 #include <string_view>
 
 #include "base/reserved_memory.h"
+#include "builtins/runtime.h"
+#include "interp/text_heap.h"
 
 namespace vorc {
 
@@ -16,38 +18,55 @@ inline char* Displaced(const char* address, int64_t bytes) {
 /// All memory that a script can reach by an address: its stack, its data and its texts. Addresses
 /// are checked against these ranges, so that a wild pointer is an error of the script and never one
 /// of the program. Data lies low enough for an address to survive in 32 bits.
-class ScriptMemory {
+///
+/// Behind each range lies a guard of zeros that no script can write: a text that isn't ended ends
+/// there, and so does a number that is read wider than it was checked.
+class ScriptMemory final : public ScriptTexts {
  public:
   static constexpr size_t kStackWords = 65536;
   static constexpr size_t kWordSize = 8;
 
-  /// The one memory of the process: results of built-ins outlive any single run.
-  static ScriptMemory& Instance();
+  ScriptMemory();
 
+  bool ready() const { return data_.data() != nullptr && texts_.data() != nullptr; }
   char* stack() const { return data_.data(); }
   /// Zeroed memory for data, or null when all is used up.
-  char* Allocate(size_t size);
-  /// A NUL-terminated copy that lives to the end of the run. Null when all is used up.
-  char* CopyText(std::string_view text);
-  char* AllocateText(size_t size);
+  char* Allocate(size_t size) override;
+  /// A NUL-terminated copy that lives as long as something refers to it. Null when all is used up.
+  char* CopyText(std::string_view text) override;
+  /// One that lives to the end of the run.
+  char* CopyLiteral(std::string_view text);
+  char* AllocateText(size_t size) { return texts_.Allocate(size); }
 
   /// True if `size` bytes at `address` belong to the script.
   bool Contains(const char* address, size_t size) const {
-    return Inside(data_, address, size) || Inside(texts_, address, size);
+    return Inside(data_.data(), data_.size(), address, size) ||
+           Inside(texts_.data(), texts_.size(), address, size);
+  }
+
+  bool WantsSweep() const { return texts_.WantsSweep(); }
+  /// Gives back all texts that neither the script's memory nor one of the given stretches refers to.
+  /// `keep` is called with the heap, to keep what else is referred to.
+  template <typename KeepRoots>
+  void SweepTexts(KeepRoots keep) {
+    texts_.BeginSweep();
+    texts_.KeepFrom(data_.data(), data_.data() + data_used_);
+    keep(texts_);
+    texts_.EndSweep(data_used_);
   }
 
  private:
-  ScriptMemory();
+  static constexpr size_t kGuard = size_t{64} * 1024;
 
-  static bool Inside(const ReservedMemory& memory, const char* address, size_t size) {
-    const size_t offset = reinterpret_cast<uintptr_t>(address) - reinterpret_cast<uintptr_t>(memory.data());
-    return offset < memory.size() && size <= memory.size() - offset;
+  static bool Inside(const char* start, size_t whole, const char* address, size_t size) {
+    const size_t offset = reinterpret_cast<uintptr_t>(address) - reinterpret_cast<uintptr_t>(start);
+    const size_t usable = whole - (whole < kGuard ? whole : kGuard);
+    return offset < usable && size <= usable - offset;
   }
 
   ReservedMemory data_;
-  ReservedMemory texts_;
+  TextHeap texts_;
   size_t data_used_;
-  size_t texts_used_ = 0;
 };
 
 }  // namespace vorc

@@ -1,10 +1,11 @@
 #include <cstring>
 
+#include "base/console.h"
 #include "base/format.h"
 #include "base/trace.h"
-#include "frontend/diagnostics.h"
-#include "frontend/layout.h"
 #include "interp/interpreter.h"
+#include "program/diagnostics.h"
+#include "program/layout.h"
 
 namespace vorc {
 
@@ -45,6 +46,11 @@ void Interpreter::PlaceVariable(const Op& op, Entry* entry) {
       if (op.dimensions > 0) {
         entry->address = const_cast<char*>(ReadPointer(entry->address));
         entry->is_parameter_array = true;
+        if (op.index_count == 0 && !memory_.Contains(entry->address, 1)) {
+          // A wild pointer can be handed on, but nothing can be read or stored behind it.
+          entry->value = reinterpret_cast<int64_t>(entry->address);
+          entry->address = nullptr;
+        }
       }
       break;
     case Storage::kMember:
@@ -89,11 +95,12 @@ bool Interpreter::IndexArray(const EXPR_NODE* node, int64_t index, int dimension
   int64_t stride = ElementSize(*entry);
   for (int i = dimension + 1; i < shape.DimensionCount; ++i)
     stride = SizeProduct(stride, shape.Dimensions[i]);
+  // No type is larger than 2 GiB, so the product of a 32-bit index and a row fits.
   const bool inside = index >= 0 && index < shape.Dimensions[dimension];
   if (index >= shape.Dimensions[dimension] && !entry->is_parameter_array) {
     slot_.WarningAt(node->Line, "Array index out of range!!");
   }
-  entry->address = Displaced(entry->address, SizeProduct(index, stride));
+  entry->address = Displaced(entry->address, index * stride);
   --entry->dimensions;
   Classify(entry);
   if (inside && !entry->is_parameter_array) return true;
@@ -117,7 +124,7 @@ bool Interpreter::NullPointer(const EXPR_NODE* node, const Entry& entry, const c
   const char* name = entry.symbol == nullptr ? "?" : entry.symbol->name->c_str();
   const std::string text = Format("Unhandled Exception: '%s' has a value of 0x%08llX at line %d", name,
                                   static_cast<unsigned long long>(reinterpret_cast<uintptr_t>(pointer)),
-                                  node == nullptr ? 0 : node->Line);
+                                  node == nullptr ? 0 : node->Line.Line);
   MessageBox(text.c_str(), kTitle);
   return Fail(node, text);
 }
@@ -131,6 +138,8 @@ bool Interpreter::StarRef(const EXPR_NODE* node, Entry* entry) {
     return Fail(node, "Illegal indirection '*'.");
   }
   for (int i = 0; i < levels; ++i) {
+    if (entry->address == nullptr)
+      return NullPointer(node, *entry, reinterpret_cast<const char*>(entry->value));
     if (entry->dimensions > 0) {
       --entry->dimensions;
       continue;

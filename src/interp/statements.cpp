@@ -1,7 +1,7 @@
 #include "base/format.h"
 #include "base/trace.h"
-#include "frontend/layout.h"
 #include "interp/interpreter.h"
+#include "program/layout.h"
 
 namespace vorc {
 
@@ -44,10 +44,11 @@ bool HasLabel(const StatementList& list, const Name* name) {
 
 bool Interpreter::InterpretScript() {
   VORC_TRACE("DIAG: InterpretScript entry\n");
+  host_stack_top_ = __builtin_frame_address(0);
   frame_.return_reg = kReturnRegister;
   FUNCPROTO_REC* entry = FindProgramEntryLabel(slot_);
   if (entry == nullptr) {
-    slot_.ErrorAt(0, 0, "File has no 'main' ");
+    slot_.ErrorAt({slot_.Place.File, 0}, 0, "File has no 'main' ");
     return false;
   }
   if (entry->ProcBody == nullptr) return true;
@@ -80,6 +81,7 @@ void Interpreter::RunStatement(STATEMENT_BLOCK* statement) {
                          static_cast<int>(ScriptMemory::kStackWords)));
     return;
   }
+  host_stack_top_ = __builtin_frame_address(0);
   frame_.base = top;
   frame_.stack_pointer = top - locals - 1;
   ExecStatement(statement);
@@ -88,6 +90,7 @@ void Interpreter::RunStatement(STATEMENT_BLOCK* statement) {
 
 bool Interpreter::ExecStatement(STATEMENT_BLOCK* statement) {
   current_line_ = statement->Line;
+  SweepIfDue();
   switch (statement->StatementType) {
     case STATEMENT_TYPE_PLAIN: return ExecPlain(statement);
     case STATEMENT_TYPE_RETURN: return ExecReturn(statement);
@@ -118,6 +121,7 @@ bool Interpreter::ExecPlain(STATEMENT_BLOCK* statement) {
 
 // All conditions are tested by the low 32 bits of what they give, whatever its type.
 bool Interpreter::EvaluateCondition(STATEMENT_BLOCK* statement, bool* holds) {
+  SweepIfDue();
   int32_t low = 0;
   if (!EvaluateLow(decoder_.Decode(statement->Expression), Mode::kNormal, &low)) return false;
   *holds = low != 0;
@@ -164,6 +168,7 @@ bool Interpreter::ExecDo(STATEMENT_BLOCK* statement) {
 
 // Runs every clause of a group; `any_true` tells whether one of them held.
 bool Interpreter::ExecForClauses(const STATEMENT_BLOCK* first, bool* any_true) {
+  SweepIfDue();
   for (const STATEMENT_BLOCK* clause = first; clause != nullptr; clause = clause->Next) {
     if (clause->Symbol != nullptr && clause->Expression == nullptr) {
       if (!FillLocal(clause)) return false;

@@ -3,9 +3,9 @@
 
 #include "base/format.h"
 #include "base/trace.h"
-#include "frontend/layout.h"
 #include "interp/interpreter.h"
 #include "interp/numbers.h"
+#include "program/layout.h"
 
 namespace vorc {
 
@@ -431,6 +431,7 @@ bool Interpreter::PrePostStep(const EXPR_NODE* node, Tok token, Entry* entry) {
       IsRealType(entry->type) || (entry->IsDollar() && entry->symbol->CurrentType == Tok::double_);
   if (real) {
     // One rule for the three real types: a double's eight bytes, whatever the variable's own width.
+    if (!memory_.Contains(entry->address, sizeof(double))) return NullPointer(node, *entry, entry->address);
     const double value = Read<double>(entry->address) + step;
     Write(entry->address, value);
     entry->real = value;

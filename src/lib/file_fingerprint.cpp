@@ -4,7 +4,7 @@
 #include <array>
 #include <optional>
 
-#include "lib/ascii.h"
+#include "base/ascii.h"
 #include "lib/reading.h"
 
 namespace vorc {

@@ -7,9 +7,9 @@
 #include <memory>
 #include <optional>
 
+#include "base/text_search.h"
 #include "lib/reading.h"
 #include "lib/sandbox.h"
-#include "lib/text_search.h"
 
 namespace vorc {
 

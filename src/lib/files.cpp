@@ -9,9 +9,9 @@
 #include <optional>
 #include <utility>
 
+#include "base/text_search.h"
 #include "lib/reading.h"
 #include "lib/sandbox.h"
-#include "lib/text_search.h"
 
 namespace vorc {
 

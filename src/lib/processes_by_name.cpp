@@ -11,7 +11,7 @@
 #include <optional>
 #include <system_error>
 
-#include "lib/ascii.h"
+#include "base/ascii.h"
 
 namespace vorc {
 

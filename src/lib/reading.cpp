@@ -8,8 +8,8 @@
 #include <cstring>
 #include <utility>
 
+#include "base/text_search.h"
 #include "lib/sandbox.h"
-#include "lib/text_search.h"
 
 namespace vorc {
 

@@ -10,12 +10,12 @@
 #include <system_error>
 #include <utility>
 
+#include "base/text_search.h"
 #include "lib/file_replace.h"
 #include "lib/processes.h"
 #include "lib/reading.h"
 #include "lib/sandbox.h"
 #include "lib/system.h"
-#include "lib/text_search.h"
 #include "lib/tree_walk.h"
 #include "lib/wildcard.h"
 

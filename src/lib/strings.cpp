@@ -5,8 +5,8 @@
 #include <charconv>
 #include <cstdlib>
 
-#include "lib/ascii.h"
-#include "lib/text_search.h"
+#include "base/ascii.h"
+#include "base/text_search.h"
 
 namespace vorc {
 

@@ -2,7 +2,7 @@
 
 #include <cstddef>
 
-#include "lib/ascii.h"
+#include "base/ascii.h"
 
 namespace vorc {
 

@@ -1,7 +1,7 @@
 #include <string>
 
-#include "frontend/layout.h"
 #include "parse_fixture.h"
+#include "program/layout.h"
 
 namespace vorc {
 namespace {
@@ -123,6 +123,29 @@ TEST(Functions, KeepOneRecordForEachSignature) {
   EXPECT_EQ(live_g, 1);
   EXPECT_EQ(live_h, 2);
   EXPECT_EQ(FindProgramEntryLabel(*parsed.slot), parsed.Function("main"));
+}
+
+TEST(Lines, ADeclarationHasTheLineOfItsName) {
+  ParsedSource parsed("int a, b\n = 5;\nint c[2]\n = {\n1 };\nint f\n(int x)\n{ int d\n; return x; }\n");
+  ASSERT_TRUE(parsed.good) << parsed.messages;
+  const PROC_TABLE* body = parsed.Function("f")->ProcBody;
+  const struct {
+    SourceLine line;
+    int number;
+    const char* text;
+  } cases[] = {{parsed.Variable("b")->Line, 1, "int a, b"},
+               {parsed.Variable("c")->Line, 3, "int c[2]"},
+               {parsed.Variable("c")->Initializer.First->List.First->Line, 5, "1 };"},
+               {parsed.Function("f")->Line, 6, "int f"},
+               {parsed.Function("f")->ParametersHeader.Symbols.First->Line, 7, "(int x)"},
+               {body->LocalsHeader.DeclSequence.First->Line, 8, "{ int d"},
+               {body->EndLine, 9, "; return x; }"}};
+  for (const auto& c : cases) {
+    EXPECT_EQ(c.line.Line, c.number) << c.text;
+    EXPECT_EQ(parsed.slot->Sources.LineText(c.line), c.text);
+    EXPECT_EQ(parsed.slot->Sources.FileName(c.line), "test");
+  }
+  EXPECT_EQ(parsed.slot->Sources.LineText({body->EndLine.File, 10}), "");
 }
 
 TEST(Types, TypedefChainsSettleOnABasicType) {

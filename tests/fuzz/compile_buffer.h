@@ -9,11 +9,11 @@
 #include <memory>
 #include <string_view>
 
+#include "builtins/table.h"
 #include "frontend/parser.h"
 #include "frontend/scanner.h"
-#include "frontend/slot.h"
 #include "interp/interpreter.h"
-#include "interp/sysfunc.h"
+#include "program/slot.h"
 
 namespace vorc::fuzz {
 

@@ -1,0 +1,78 @@
+#include "builtins/call.h"
+
+#include <cstdlib>
+#include <cstring>
+
+namespace vorc {
+
+namespace {
+
+const BuiltinValue kMissing;
+constexpr size_t kLongestResult = size_t{1} << 30;
+
+}  // namespace
+
+const BuiltinValue& BuiltinCall::Argument(size_t i) const {
+  return i < arguments_.size() ? arguments_[i] : kMissing;
+}
+
+std::optional<std::string_view> BuiltinCall::Text(size_t i) const {
+  const BuiltinValue& value = Argument(i);
+  if (value.kind != BuiltinValue::Kind::kText || value.text == nullptr) return std::nullopt;
+  return std::string_view(value.text);
+}
+
+std::optional<int32_t> BuiltinCall::Int(size_t i) const {
+  const BuiltinValue& value = Argument(i);
+  if (value.kind != BuiltinValue::Kind::kInteger && value.kind != BuiltinValue::Kind::kDouble) {
+    return std::nullopt;
+  }
+  return static_cast<int32_t>(value.integer);
+}
+
+std::optional<int64_t> BuiltinCall::Int64(size_t i) const {
+  const std::optional<int32_t> low = Int(i);
+  if (!low) return std::nullopt;
+  return Argument(i).wide ? Argument(i).integer : int64_t{*low};
+}
+
+double BuiltinCall::Double(size_t i) const {
+  const BuiltinValue& value = Argument(i);
+  switch (value.kind) {
+    case BuiltinValue::Kind::kNone: return 0.0;
+    case BuiltinValue::Kind::kInteger: return static_cast<int32_t>(value.integer);
+    case BuiltinValue::Kind::kDouble: return value.real;
+    case BuiltinValue::Kind::kText: return value.text == nullptr ? 0.0 : std::strtod(value.text, nullptr);
+  }
+  return 0.0;
+}
+
+void BuiltinCall::ReturnInt(int32_t value) {
+  result_ = {};
+  result_.kind = BuiltinValue::Kind::kInteger;
+  result_.integer = value;
+}
+
+void BuiltinCall::ReturnInt64(int64_t value) {
+  ReturnInt(0);
+  result_.wide = true;
+  result_.integer = value;
+}
+
+void BuiltinCall::ReturnDouble(double value) {
+  result_ = {};
+  result_.kind = BuiltinValue::Kind::kDouble;
+  result_.wide = true;
+  result_.real = value;
+  std::memcpy(&result_.integer, &value, sizeof value);
+}
+
+void BuiltinCall::ReturnText(std::string_view text, size_t limit) {
+  result_ = {};
+  result_.kind = BuiltinValue::Kind::kText;
+  if (limit != kNoLimit && limit > 0) text = text.substr(0, limit - 1);
+  if (text.size() <= kLongestResult) result_.text = runtime_.texts().CopyText(text);
+  if (result_.text == nullptr) out_of_memory_ = true;
+}
+
+}  // namespace vorc

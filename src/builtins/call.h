@@ -1,0 +1,69 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string_view>
+#include <vector>
+
+#include "builtins/runtime.h"
+
+namespace vorc {
+
+/// A value as built-ins see it: nothing, a number (integer bits or double) or text.
+struct BuiltinValue {
+  enum class Kind : uint8_t { kNone, kInteger, kDouble, kText };
+
+  Kind kind = Kind::kNone;
+  bool wide = false;           ///< the integer fills 64 bits
+  int64_t integer = 0;         ///< integer bits, or the bit pattern of the double
+  double real = 0.0;           ///< the double, when kind is kDouble
+  const char* text = nullptr;  ///< NUL-terminated, when kind is kText
+};
+
+/// One call of a built-in: typed access to its arguments, and the place for its result.
+/// Arguments are never converted: a wrong type reads as nullopt, and the built-in then gives the
+/// empty answer of its family.
+class BuiltinCall {
+ public:
+  static constexpr size_t kTextLimit = 4096;
+  static constexpr size_t kNoLimit = static_cast<size_t>(-1);
+
+  BuiltinCall(ScriptRuntime& runtime, std::span<const BuiltinValue> arguments)
+      : runtime_(runtime), arguments_(arguments) {}
+
+  ScriptRuntime& runtime() const { return runtime_; }
+
+  size_t Count() const { return arguments_.size(); }
+  const BuiltinValue& Argument(size_t i) const;
+
+  /// The text of argument `i`, or nullopt if it is missing or no text.
+  std::optional<std::string_view> Text(size_t i) const;
+  /// The low 32 bits of a number (of the bit pattern, for a double), or nullopt.
+  std::optional<int32_t> Int(size_t i) const;
+  /// All 64 bits of a wide number, else the signed low 32 bits, or nullopt.
+  std::optional<int64_t> Int64(size_t i) const;
+  /// A number as double: text through strtod, integers from their signed low 32 bits, 0 if missing.
+  double Double(size_t i) const;
+
+  void ReturnInt(int32_t value);
+  void ReturnInt64(int64_t value);
+  void ReturnDouble(double value);
+  /// The text, cut to `limit` - 1 bytes. Copied into storage that lives to the end of the run.
+  void ReturnText(std::string_view text, size_t limit = kTextLimit);
+
+  const BuiltinValue& result() const { return result_; }
+  bool out_of_memory() const { return out_of_memory_; }
+
+ private:
+  ScriptRuntime& runtime_;
+  std::span<const BuiltinValue> arguments_;
+  BuiltinValue result_;
+  bool out_of_memory_ = false;
+};
+
+/// A built-in: reads the call's arguments, sets its result.
+using BuiltinHandler = void (*)(BuiltinCall& call);
+
+}  // namespace vorc

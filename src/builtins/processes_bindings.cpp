@@ -1,0 +1,42 @@
+#include <string>
+
+#include "builtins/bindings.h"
+#include "lib/processes.h"
+
+namespace vorc {
+
+namespace {
+
+void MorvExecBuiltin(BuiltinCall& call) {
+  call.ReturnInt(MorvExec(call.Text(0).value_or(std::string_view())));
+}
+
+void MorvExecCaptureBuiltin(BuiltinCall& call) {
+  const std::string_view command = call.Text(0).value_or(std::string_view());
+  call.ReturnText(MorvExecCapture(command, BuiltinCall::kTextLimit));
+}
+
+void MorvExecToFileBuiltin(BuiltinCall& call) {
+  const auto command = call.Text(0);
+  const auto path = call.Text(1);
+  call.ReturnInt(command && path ? MorvExecToFile(*command, std::string(*path)) : -1);
+}
+
+void MorvExecStatusBuiltin(BuiltinCall& call) {
+  call.ReturnInt(MorvExecStatus());
+}
+
+constexpr BuiltinBinding kBuiltins[] = {
+    {"morv_exec", MorvExecBuiltin},
+    {"morv_exec_capture", MorvExecCaptureBuiltin},
+    {"morv_exec_to_file", MorvExecToFileBuiltin},
+    {"morv_exec_status", MorvExecStatusBuiltin},
+};
+
+}  // namespace
+
+std::span<const BuiltinBinding> ProcessBuiltins() {
+  return kBuiltins;
+}
+
+}  // namespace vorc

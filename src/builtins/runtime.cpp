@@ -1,0 +1,10 @@
+#include "builtins/runtime.h"
+
+namespace vorc {
+
+size_t ScriptRuntime::NextIndex() {
+  static size_t next = 0;
+  return next++;
+}
+
+}  // namespace vorc

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <cstdio>
+#include <string>
+#include <string_view>
+
+#include "base/file.h"
+
+namespace vorc {
+
+/// Errors, warnings and status lines of one compilation: counted, logged in the `.error` file and
+/// shown on standard output.
+class Diagnostics {
+ public:
+  /// Opens the log anew. False if it can't be written.
+  bool OpenLog(const std::string& path);
+  void CloseLog() { log_.reset(); }
+  void FlushLog();
+  void set_quiet(bool quiet) { quiet_ = quiet; }
+  bool quiet() const { return quiet_; }
+
+  void DisplayError(std::string_view file, long line, long code, std::string_view text);
+  void DisplayWarning(std::string_view file, long line, int code, std::string_view text);
+  /// Logged with its place; shown bare, unless quiet.
+  void DisplayPrintf(std::string_view file, long line, std::string_view text);
+  void DisplayCompilerErrorWarningCount();
+
+  long ErrorCount = 0;
+  long WarningCount = 0;
+
+ private:
+  void Log(std::string_view line);
+  void Show(std::string line);
+
+  File log_;
+  bool quiet_ = false;
+};
+
+}  // namespace vorc

@@ -1,0 +1,118 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/arena.h"
+#include "base/record_table.h"
+#include "program/diagnostics.h"
+#include "program/name_table.h"
+#include "program/records.h"
+#include "program/source_text.h"
+
+namespace vorc {
+
+/// How many records of each kind one compilation can hold. Address space is all they cost.
+namespace capacity {
+inline constexpr size_t kCasts = 16'000;
+inline constexpr size_t kSymbols = 320'000;
+inline constexpr size_t kStructs = 16'000;
+inline constexpr size_t kTypedefs = 10'000;
+inline constexpr size_t kFuncPrototypes = 100'000;
+inline constexpr size_t kProcTables = 100'000;
+inline constexpr size_t kStatementBlocks = 400'000;
+inline constexpr size_t kInitializerElements = 500'000;
+inline constexpr size_t kCodeBlocks = 200'000;
+inline constexpr size_t kDefineRecords = 9'999;
+inline constexpr size_t kDefineItems = 1'000'000;
+inline constexpr size_t kEnumRecords = 5'000;
+inline constexpr size_t kEnumElements = 50'000;
+inline constexpr size_t kExpressions = 800'000;
+inline constexpr size_t kDeclSequence = 400'000;
+}  // namespace capacity
+
+/// What the command line asks of a compilation.
+struct TargetOptions {
+  int CPUSIZE = 64;
+  int ADDRSIZE = 64;
+  int EXEFORMAT = 0;
+  bool WarningsAsErrors = false;
+  int DebugSymbols = 0;
+  bool PicMode = false;
+  int OptimizationLevel = 0;
+  bool ScriptInterpretor = false;  ///< the dialect is accepted, and statements run
+  std::vector<std::string> IncludePaths;
+};
+
+/// What the parser asks of the stage behind it: storage for what a script declares, and the
+/// execution of a file-level statement while the file is still being read.
+class ParseServices {
+ public:
+  virtual ~ParseServices() = default;
+
+  /// Gives a global or static its zeroed storage, once.
+  virtual void AllocateData(SYM_REC* symbol) = 0;
+  /// Fills a global's or static's storage from its initializer.
+  virtual void InitializeData(SYM_REC* symbol) = 0;
+  /// Runs a statement of `MorvMain`.
+  virtual void RunStatement(STATEMENT_BLOCK* statement) = 0;
+  /// True for the name of a built-in function.
+  virtual bool IsBuiltin(const Name* name) = 0;
+};
+
+/// Everything about one compilation.
+struct C_SLOT {
+  TargetOptions Target;
+  Diagnostics Display;
+  SourceTexts Sources;
+  SourceLine Place;  ///< where the scanner stands
+
+  NameTable Names;
+  NameIndex Index;
+  Arena Texts;
+
+  RecordTable<CAST> Casts{capacity::kCasts};
+  RecordTable<SYM_REC> SymbolRecords{capacity::kSymbols};
+  RecordTable<STRUCT_REC> Structs{capacity::kStructs};
+  RecordTable<TYPEDEF_REC> Typedefs{capacity::kTypedefs};
+  RecordTable<FUNCPROTO_REC> FuncPrototypes{capacity::kFuncPrototypes};
+  RecordTable<PROC_TABLE> ProcTables{capacity::kProcTables};
+  RecordTable<STATEMENT_BLOCK> StatementBlocks{capacity::kStatementBlocks};
+  RecordTable<INITIALIZER> InitializerElements{capacity::kInitializerElements};
+  RecordTable<CODE_BLOCK> CodeBlocks{capacity::kCodeBlocks};
+  RecordTable<DEFINE_REC> DefineRecords{capacity::kDefineRecords};
+  RecordTable<DEFINE_ITEM> DefineItems{capacity::kDefineItems};
+  RecordTable<ENUM_REC> EnumRecords{capacity::kEnumRecords};
+  RecordTable<ENUM_ELEMENT> EnumElements{capacity::kEnumElements};
+  RecordTable<EXPR_NODE> Expressions{capacity::kExpressions};
+  RecordTable<DECL_SEQ> DeclSequence{capacity::kDeclSequence};
+
+  SYMBOLS_HEADER Globals;
+  FUNCPROTO_REC* MorvFuncProto = nullptr;
+  ParseServices* Services = nullptr;
+  bool Stopped = false;  ///< an error ended the compilation: nothing more is read
+
+  /// A new record. A full table stops the compilation with one error; the record is then a spare.
+  template <typename T>
+  T* New(RecordTable<T>& table, const char* what) {
+    if (T* record = table.Create()) return record;
+    ReportFull(what, table.capacity());
+    return new (Texts.Allocate(sizeof(T), alignof(T))) T();
+  }
+
+  bool IsScript() const { return Target.ScriptInterpretor; }
+
+  void Error(long code, std::string_view text) { ErrorAt(Place, code, text); }
+  void ErrorAt(SourceLine line, long code, std::string_view text);
+  void Warning(std::string_view text);
+  void WarningAt(SourceLine line, std::string_view text);
+  /// One last error; the scanner then delivers nothing but the end of the file.
+  void Fatal(std::string_view text);
+
+ private:
+  void ReportFull(const char* what, size_t capacity);
+};
+
+}  // namespace vorc

@@ -1,0 +1,104 @@
+#pragma once
+
+#include <cstdint>
+
+#include "program/name_table.h"
+#include "program/slot.h"
+
+// Creators and lookups of the program records.
+
+namespace vorc {
+
+/// What a lookup found: the kind of declaration and its record.
+struct ConflictResult {
+  BindingKind Kind = BindingKind::kNone;
+  void* Record = nullptr;
+  bool IsParameter = false;
+
+  explicit operator bool() const { return Kind != BindingKind::kNone; }
+  SYM_REC* Symbol() const { return Kind == BindingKind::kSymbol ? static_cast<SYM_REC*>(Record) : nullptr; }
+  FUNCPROTO_REC* Function() const {
+    return Kind == BindingKind::kFunction ? static_cast<FUNCPROTO_REC*>(Record) : nullptr;
+  }
+  TYPEDEF_REC* Typedef() const {
+    return Kind == BindingKind::kTypedef ? static_cast<TYPEDEF_REC*>(Record) : nullptr;
+  }
+  STRUCT_REC* Struct() const {
+    return Kind == BindingKind::kStruct ? static_cast<STRUCT_REC*>(Record) : nullptr;
+  }
+  ENUM_REC* Enum() const { return Kind == BindingKind::kEnum ? static_cast<ENUM_REC*>(Record) : nullptr; }
+  bool IsType() const { return Typedef() != nullptr || Struct() != nullptr || Enum() != nullptr; }
+};
+
+// --- creators -------------------------------------------------------------------------------
+
+/// Declares a variable in a scope. Its array shape and storage follow once the declarator is read. As
+/// of every creator, the record's line is that of the current token; `DeclareAt` gives it another.
+SYM_REC* InsertVarName(C_SLOT& slot, SYMBOLS_HEADER* header, Name* name, const TypeSpec& type,
+                       bool is_parameter);
+FUNCPROTO_REC* InsertFuncName(C_SLOT& slot, SYMBOLS_HEADER* header, Name* name, const TypeSpec& return_type);
+STRUCT_REC* InsertNewStruct(C_SLOT& slot, SYMBOLS_HEADER* header, Name* name, Tok token, uint16_t storage);
+TYPEDEF_REC* CreateTypeDef(C_SLOT& slot, SYMBOLS_HEADER* header, Name* name, const TypeSpec& type);
+ENUM_REC* CreateEnumRecord(C_SLOT& slot, SYMBOLS_HEADER* header, Name* name);
+ENUM_ELEMENT* InsertEnumItem(C_SLOT& slot, SYMBOLS_HEADER* header, ENUM_REC* owner, Name* name,
+                             int64_t value);
+PROC_TABLE* AttachProcBody(C_SLOT& slot, FUNCPROTO_REC* proto);
+/// A block under `statement`, or directly in a function's body where that is null.
+CODE_BLOCK* NewCodeBlock(C_SLOT& slot, FUNCPROTO_REC* proto, STATEMENT_BLOCK* statement);
+STATEMENT_BLOCK* NewStatementBlock(C_SLOT& slot, FUNCPROTO_REC* proto, StatementList* list,
+                                   CODE_BLOCK* block);
+STATEMENT_BLOCK* NewDerivedStatementBlock(C_SLOT& slot, STATEMENT_BLOCK* parent, const char* name);
+/// Moves a declaration to the line of its name.
+void DeclareAt(SYMBOLS_HEADER* header, SYM_REC* symbol, SourceLine line);
+/// Fills in what follows from a type: the resolved basic type, pointer levels and typedef'd arrays.
+void SettleType(C_SLOT& slot, SYM_REC* symbol);
+/// Gives a symbol an array shape; the dimensions of its typedef come behind its own.
+void SetShape(C_SLOT& slot, SYM_REC* symbol, const int64_t* dimensions, int count);
+/// Marks a prototype as one that lookups pass over.
+void DeleteFuncPrototype(FUNCPROTO_REC* proto);
+
+// --- lookups --------------------------------------------------------------------------------
+
+/// The first declaration of a name in one scope: symbols, functions, typedefs, structs, enums.
+ConflictResult FindBasicTypeConflictGlobal(const C_SLOT& slot, const SYMBOLS_HEADER* header,
+                                           const Name* name);
+/// A variable by its name, from a place in a function outward to the file level.
+ConflictResult FindFactorIdentifier(const C_SLOT& slot, const FUNCPROTO_REC* proto,
+                                    const STATEMENT_BLOCK* statement, const CODE_BLOCK* block,
+                                    const Name* name);
+/// The same walk, from blocks to parameters and locals only.
+ConflictResult FindLocalIdentifier(const C_SLOT& slot, const FUNCPROTO_REC* proto,
+                                   const STATEMENT_BLOCK* statement, const CODE_BLOCK* block,
+                                   const Name* name);
+/// The function of a name, superseded prototypes passed over.
+FUNCPROTO_REC* FindFunction(const C_SLOT& slot, const SYMBOLS_HEADER* header, const Name* name);
+FUNCPROTO_REC* FindProgramEntryLabel(const C_SLOT& slot);
+/// True if the record is a variable declared `extern`.
+bool ExternVarConflict(const ConflictResult& result);
+bool NonProcNameConflict(const ConflictResult& result);
+
+/// A member of a class or of one of its bases, with the offset of that base in the object.
+struct MemberResult {
+  SYM_REC* Symbol = nullptr;
+  FUNCPROTO_REC* Function = nullptr;
+  STRUCT_REC* Owner = nullptr;
+  int32_t BaseOffset = 0;
+  bool ParentsPrivate = false;  ///< hidden by a private base
+
+  explicit operator bool() const { return Symbol != nullptr || Function != nullptr; }
+};
+
+/// Own members first, then each base in order, depth first.
+MemberResult FindStructMember(C_SLOT& slot, STRUCT_REC* owner, const Name* name);
+/// Bytes from the start of the object in which a data member was found to the member.
+int32_t MemberDataOffset(C_SLOT& slot, const MemberResult& member);
+bool FriendOfClass(const FUNCPROTO_REC* function, const STRUCT_REC* owner);
+/// True if all member functions of `home` are friends of `owner`.
+bool FriendOfClass(const STRUCT_REC* home, const STRUCT_REC* owner);
+/// True if `derived` is `base` or inherits from it by any road.
+bool InheritsFrom(const STRUCT_REC* derived, const STRUCT_REC* base);
+
+/// Compares parameter lists: 0 if equal, 1 or -1 if not.
+int CompareParams(const FUNCPROTO_REC* a, const FUNCPROTO_REC* b);
+
+}  // namespace vorc
