@@ -148,7 +148,7 @@ std::vector<int> Code128Values(Runs runs, size_t start) {
   double module = Sum(runs.subspan(start, kSymbolRuns)) / kCode128Modules;
   if (module < 1 || !QuietBefore(runs, start, kCode128Quiet * module)) return {};
   std::array<int, kSymbolRuns> widths;
-  for (size_t at = start; at + kSymbolRuns <= runs.size() && values.size() < kMaxSymbols; at += kSymbolRuns) {
+  for (size_t at = start; at + kSymbolRuns <= runs.size(); at += kSymbolRuns) {
     const Runs symbol = runs.subspan(at, kSymbolRuns);
     const double total = Sum(symbol);
     if (std::abs(total - kCode128Modules * module) > kDigitTolerance * kCode128Modules * module) return {};
@@ -157,6 +157,7 @@ std::vector<int> Code128Values(Runs runs, size_t start) {
     if (value < 0 || (at == start) != is_start) return {};
     if (value == kCode128Stop)
       return EndsBehind(runs, at + kSymbolRuns, module) ? values : std::vector<int>();
+    if (values.size() == kMaxSymbols) return {};
     values.push_back(value);
     Follow(module, total / kCode128Modules);
   }
