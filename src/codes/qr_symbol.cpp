@@ -176,7 +176,9 @@ void qr_draw_function_patterns(MorvQrSymbol& symbol, int version, int level) {
   DrawVersion(symbol);
 }
 
-bool QrMaskBit(int mask, int x, int y) {
+namespace {
+
+constexpr bool MaskFormula(int mask, int x, int y) {
   switch (mask) {
     case 0: return (x + y) % 2 == 0;
     case 1: return y % 2 == 0;
@@ -189,10 +191,43 @@ bool QrMaskBit(int mask, int x, int y) {
   }
 }
 
+constexpr int kMaskPeriod = 12;  // of every formula, in both directions
+
+using MaskRow = std::array<uint8_t, kMaskPeriod>;
+using MaskPattern = std::array<MaskRow, kMaskPeriod>;
+
+constexpr std::array<MaskPattern, kQrMasks> MakeMaskPatterns() {
+  std::array<MaskPattern, kQrMasks> patterns{};
+  for (size_t mask = 0; mask < patterns.size(); ++mask)
+    for (size_t y = 0; y < kMaskPeriod; ++y)
+      for (size_t x = 0; x < kMaskPeriod; ++x)
+        patterns[mask][y][x] =
+            MaskFormula(static_cast<int>(mask), static_cast<int>(x), static_cast<int>(y)) ? 1 : 0;
+  return patterns;
+}
+
+constexpr std::array<MaskPattern, kQrMasks> kMaskPatterns = MakeMaskPatterns();
+
+const MaskRow& MaskRowOf(int mask, int y) {
+  return kMaskPatterns[static_cast<size_t>(mask)][static_cast<size_t>(y % kMaskPeriod)];
+}
+
+}  // namespace
+
+bool QrMaskBit(int mask, int x, int y) {
+  return MaskRowOf(mask, y)[static_cast<size_t>(x % kMaskPeriod)] != 0;
+}
+
 void qr_apply_mask(MorvQrSymbol& symbol, int mask) {
-  for (int y = 0; y < symbol.size; ++y)
-    for (int x = 0; x < symbol.size; ++x)
-      if (QrMaskBit(mask, x, y) && !symbol.IsFunction(x, y)) symbol.modules[MorvQrSymbol::At(x, y)] ^= 1;
+  for (int y = 0; y < symbol.size; ++y) {
+    const MaskRow& pattern = MaskRowOf(mask, y);
+    for (int left = 0; left < symbol.size; left += kMaskPeriod) {
+      const int count = std::min(kMaskPeriod, symbol.size - left);
+      const size_t at = MorvQrSymbol::At(left, y);
+      for (size_t i = 0; i < static_cast<size_t>(count); ++i)
+        symbol.modules[at + i] ^= symbol.is_function[at + i] == 0 ? pattern[i] : uint8_t{0};
+    }
+  }
 }
 
 }  // namespace vorc::codes
