@@ -5,6 +5,8 @@
 #include <limits>
 #include <memory>
 
+#include "base/jpeg_tables.h"
+
 namespace vorc {
 
 namespace {
@@ -63,7 +65,8 @@ bool HasAllPnmPixels(const stbi_uc* data, int size) {
 }  // namespace
 
 std::optional<GrayPicture> DecodeGrayPicture(std::string_view bytes, int64_t max_pixels) {
-  if (bytes.size() > static_cast<size_t>(std::numeric_limits<int>::max())) return std::nullopt;
+  if (bytes.size() > static_cast<size_t>(std::numeric_limits<int>::max()) || !JpegTablesFit(bytes))
+    return std::nullopt;
   const auto* data = reinterpret_cast<const stbi_uc*>(bytes.data());
   const int size = static_cast<int>(bytes.size());
   int width = 0, height = 0, channels = 0;

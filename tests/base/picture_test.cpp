@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "base/jpeg_tables.h"
+
 namespace vorc {
 namespace {
 
@@ -45,6 +47,17 @@ TEST(Picture, RefusesWhatIsNoPictureOrTooLarge) {
   EXPECT_FALSE(DecodeGrayPicture(small.substr(0, small.size() - 1)));
   for (const std::string bytes : {"", "text", "P5 30000 30000 255\n", "GIF89a", "\x89PNG\r\n\x1a\n"})
     EXPECT_FALSE(DecodeGrayPicture(bytes)) << bytes;
+}
+
+TEST(Picture, HuffmanTableOfMoreValuesThanItHolds) {
+  const std::string table = std::string("\xFF\xD8\xFF\xC4\x01\x13\0", 7);
+  const auto file = [&](char of_length_8, char of_length_9) {
+    return table + std::string(7, '\0') + of_length_8 + of_length_9 + std::string(7 + 257, '\0') + "\xFF\xD9";
+  };
+  EXPECT_TRUE(JpegTablesFit(file('\x80', '\x80')));
+  EXPECT_FALSE(JpegTablesFit(file('\x80', '\x81')));
+  EXPECT_FALSE(JpegTablesFit("\xFF\xD8 fill \xFF\xD0 \xFF" + file('\x80', '\x81').substr(2)));
+  EXPECT_TRUE(JpegTablesFit("text \xFF" + file('\x80', '\x81')));
 }
 
 }  // namespace
