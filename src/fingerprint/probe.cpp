@@ -60,7 +60,7 @@ bool saf_edge_shapes_matching(const saf_edge_shape& a, const saf_edge_shape& b) 
 saf_probe::saf_probe(const saf_search_template& prepared)
     : template_(prepared),
       edges_(AllEdges(prepared.minutiae)),
-      slots_(size_t{1} << kFirstSizeBits),
+      slots_((size_t{1} << kFirstSizeBits) + 1),
       size_bits_(kFirstSizeBits) {
   CountKeys();
   FillLists();
@@ -69,27 +69,23 @@ saf_probe::saf_probe(const saf_search_template& prepared)
 void saf_probe::CountKeys() {
   for (const saf_indexed_edge& edge : edges_) {
     ForEachKey(edge.shape, [&](uint32_t key) {
-      if (2 * used_ >= slots_.size()) Grow();
+      if (4 * used_ >= 3 * SlotCount()) Grow();
       Slot& slot = slots_[Place(key)];
       used_ += slot.key == kFree;
       slot.key = key;
-      ++slot.count;
+      ++slot.list;
     });
   }
 }
 
+// Each list is filled from its end, which leaves its start in the slot.
 void saf_probe::FillLists() {
   uint32_t total = 0;
-  for (Slot& slot : slots_) {
-    slot.start = total;
-    total += std::exchange(slot.count, 0);
-  }
+  for (Slot& slot : slots_) slot.list = total += slot.list;
   lists_.resize(total);
-  for (size_t i = 0; i < edges_.size(); ++i) {
-    ForEachKey(edges_[i].shape, [&](uint32_t key) {
-      Slot& slot = slots_[Place(key)];
-      lists_[slot.start + slot.count++] = static_cast<uint16_t>(i);
-    });
+  for (size_t i = edges_.size(); i-- > 0;) {
+    ForEachKey(edges_[i].shape,
+               [&](uint32_t key) { lists_[--slots_[Place(key)].list] = static_cast<uint16_t>(i); });
   }
 }
 
@@ -97,22 +93,23 @@ void saf_probe::FillLists() {
 size_t saf_probe::Place(uint32_t key) const {
   constexpr uint32_t kMultiplier = 0x9e3779b1;
   size_t place = (key * kMultiplier) >> (32 - size_bits_);
-  while (slots_[place].key != key && slots_[place].key != kFree) place = (place + 1) & (slots_.size() - 1);
+  while (slots_[place].key != key && slots_[place].key != kFree) place = (place + 1) & (SlotCount() - 1);
   return place;
 }
 
 void saf_probe::Grow() {
   ++size_bits_;
-  const std::vector<Slot> old = std::exchange(slots_, std::vector<Slot>(slots_.size() * 2));
+  const std::vector<Slot> old = std::exchange(slots_, std::vector<Slot>(SlotCount() + 1));
   for (const Slot& slot : old) {
     if (slot.key != kFree) slots_[Place(slot.key)] = slot;
   }
 }
 
 std::span<const uint16_t> saf_probe::Candidates(const saf_edge_shape& shape) const {
-  const Slot& slot = slots_[Place(Key(AngleBucket(shape.reference_angle), AngleBucket(shape.neighbor_angle),
-                                      shape.length / kLengthTolerance))];
-  return std::span(lists_).subspan(slot.start, slot.count);
+  const size_t place = Place(Key(AngleBucket(shape.reference_angle), AngleBucket(shape.neighbor_angle),
+                                 shape.length / kLengthTolerance));
+  const uint32_t start = slots_[place].list;
+  return std::span(lists_).subspan(start, slots_[place + 1].list - start);
 }
 
 saf_probe saf_probe_create(const saf_search_template& prepared) {

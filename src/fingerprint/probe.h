@@ -32,20 +32,22 @@ class saf_probe {
  private:
   struct Slot {
     uint32_t key = kFree;
-    uint32_t start = 0;
-    uint32_t count = 0;
+    /// While keys are counted, how many edges the list will have; then where it starts.
+    uint32_t list = 0;
   };
 
   static constexpr uint32_t kFree = 0xffffffff;
 
   void CountKeys();
   void FillLists();
+  size_t SlotCount() const { return size_t{1} << size_bits_; }
   size_t Place(uint32_t key) const;
   void Grow();
 
   saf_search_template template_;
   std::vector<saf_indexed_edge> edges_;
-  /// Open addressing; the size is a power of two.
+  /// Open addressing; the number is a power of two. A list ends where the next slot's starts, so that one
+  /// more slot stands at the end.
   std::vector<Slot> slots_;
   int size_bits_ = 0;
   size_t used_ = 0;
