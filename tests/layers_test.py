@@ -26,12 +26,13 @@ MAY_INCLUDE = {
     "rtl": ["base", "program"],
 }
 MAY_INCLUDE["driver"] = [*MAY_INCLUDE]
+MAY_INCLUDE["sim"] = ["base"]
 
 faults = []
-for source in sorted((ROOT / "src").rglob("*")):
+for source in sorted([*(ROOT / "src").rglob("*"), *(ROOT / "tools").rglob("*")]):
     if source.suffix not in (".h", ".cpp", ".def"):
         continue
-    folder = source.relative_to(ROOT / "src").parts[0]
+    folder = source.relative_to(ROOT).parts[1]
     for target in re.findall(r'^#include "([^/"]+)/', source.read_text(), re.M):
         if target != folder and target not in MAY_INCLUDE[folder]:
             faults.append(f"{source.relative_to(ROOT)} includes {target}/")

@@ -18,20 +18,6 @@ constexpr std::array<std::string_view, 64> kRegisterNames = {
     "",      "",      "",      "",      "",      "",      "",      "",      "",      "",      "",
     "",      "",      "",      "",      "",      "",      "rr61",  "rr62",  "rr63"};
 
-bool TouchesMemory(const Instruction& instruction) {
-  if (!instruction.is_asm) return false;
-  switch (instruction.asmop) {
-    case ASMOP_CALL:
-    case ASMOP_OPCODE_LOAD_TMPVAR_TMPVAR_TMPVAR:
-    case ASMOP_OPCODE_LOAD_TMPVAR_TMPVAR_NUMBER:
-    case ASMOP_OPCODE_LOAD_TMPVAR_TMPVAR:
-    case ASMOP_OPCODE_STORE_TMPVAR_TMPVAR_TMPVAR:
-    case ASMOP_OPCODE_STORE_TMPVAR_TMPVAR_NUMBER:
-    case ASMOP_OPCODE_STORE_TMPVAR_TMPVAR: return true;
-    default: return false;
-  }
-}
-
 bool IsCompare(const Instruction& instruction) {
   return instruction.is_asm && instruction.asmop >= ASMOP_CMP_SYMVAR_WITH_SYMVAR &&
          instruction.asmop <= ASMOP_CMP_TMPVAR_WITH_TMPVAR;
@@ -56,7 +42,6 @@ BlockEmitter::BlockEmitter(Procedure& procedure, BasicBlock& block)
       reuse_(procedure.slot.Target.optimization_level >= 1) {
   for (const Instruction* at = block.first; at != nullptr; at = at->next_in_block) {
     has_call_ |= at->is_call;
-    has_indirect_ |= at->is_call || TouchesMemory(*at);
   }
   line_ = block.first == nullptr ? 0 : block.first->line.Line;
 }
@@ -242,9 +227,8 @@ bool BlockEmitter::MustReload(int32_t variable, const LiveRange& range) const {
 
 bool BlockEmitter::MustStore(int32_t variable) const {
   const Variable& described = VariableOf(variable);
-  if (!reuse_ || (described.shared && has_indirect_)) return true;
-  return described.symbol != nullptr &&
-         ((described.symbol->StorageType & VOLATILE_VAR) != 0 || described.symbol->OwnerStruct != nullptr);
+  if (!reuse_ || described.shared) return true;
+  return described.symbol != nullptr && (described.symbol->StorageType & VOLATILE_VAR) != 0;
 }
 
 void BlockEmitter::ForgetAll() {

@@ -76,13 +76,23 @@ class BlockHook;
 
 /// What the procedures of a compilation share.
 struct CodegenContext {
+  CodegenContext(C_SLOT& the_slot, const Mnemonics& the_mnemonics, TextWriter& the_assembly,
+                 TextWriter& the_analysis, TextWriter& the_tac, TextWriter& the_ai_input, BlockHook* the_hook)
+      : slot(the_slot),
+        mnemonics(the_mnemonics),
+        assembly(the_assembly),
+        analysis(the_analysis),
+        tac(the_tac),
+        ai_input(the_ai_input),
+        hook(the_hook) {}
+
   C_SLOT& slot;
   const Mnemonics& mnemonics;
   TextWriter& assembly;
   TextWriter& analysis;  ///< code_gen_analysis.txt
   TextWriter& tac;       ///< datafile_tac.txt
   TextWriter& ai_input;  ///< ai_tac_analysis_input.txt
-  BlockHook* hook = nullptr;
+  BlockHook* hook;
   UnnamedStrings strings;
   int32_t label_counter = 1;
   int32_t indirect_calls = 0;

@@ -8,10 +8,6 @@ namespace vorc {
 
 namespace {
 
-bool IsMemberOperator(Tok token) {
-  return token == Tok::DOT || token == Tok::POINTER;
-}
-
 Operand RealValue(const EXPR_NODE* node) {
   Operand operand;
   operand.kind = Operand::Kind::kReal;

@@ -61,8 +61,7 @@ void ReserveNames(CodegenContext& context) {
 
 void EmitAssembly(C_SLOT& slot, OutputFiles& files, const std::string& source, BlockHook* hook) {
   const Mnemonics mnemonics(slot.Target);
-  CodegenContext context{slot, mnemonics, files.assembly, files.analysis, files.tac, files.ai_input};
-  context.hook = hook;
+  CodegenContext context(slot, mnemonics, files.assembly, files.analysis, files.tac, files.ai_input, hook);
   context.label_stem = LabelStem(source);
   ReserveNames(context);
   RenameProcStatics(context);
