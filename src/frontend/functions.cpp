@@ -1,6 +1,7 @@
 #include "base/format.h"
 #include "frontend/parser.h"
 #include "program/layout.h"
+#include "program/overloads.h"
 
 namespace vorc {
 
@@ -236,6 +237,7 @@ void Parser::DeclareArgument(FUNCPROTO_REC* proto, const Declarator& declarator,
   if (!declarator.dimensions.empty()) {
     SetShape(slot_, symbol, declarator.dimensions.data(), static_cast<int>(declarator.dimensions.size()));
   }
+  CheckTypeSize(symbol);
   ++proto->ParameterCount;
 }
 

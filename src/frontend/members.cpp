@@ -4,6 +4,7 @@
 #include "base/format.h"
 #include "frontend/parser.h"
 #include "program/layout.h"
+#include "program/overloads.h"
 
 namespace vorc {
 

@@ -49,6 +49,8 @@ class Scanner {
 
   /// Opens the main source and reads its first token. False if it can't be read.
   bool OpenSourceCodeFile(const std::string& name);
+  /// Takes a text as the content of a file, which is then not opened.
+  void AddSource(const std::string& path, std::string text);
   /// Names a text that is compiled, or included, as if it were a file.
   void LoadSrcFromBuffer(const std::string& name, std::string_view text);
 
@@ -84,8 +86,9 @@ class Scanner {
   /// current. -1 after an error.
   int64_t ParseSingleQuote();
 
-  /// Moves behind the line that holds `rtlend`. False at the end of the file.
-  bool SkipRtlBlock();
+  /// Keeps the lines of a hardware block and moves behind the one that holds `rtlend`. False at the
+  /// end of the file.
+  bool ReadRtlBlock();
 
   /// Reports conditionals that are still open at the end of the main file.
   void ExaminePreProcessorStack();

@@ -1,5 +1,6 @@
 #include "base/format.h"
 #include "frontend/parser.h"
+#include "program/statement_tree.h"
 
 namespace vorc {
 
@@ -181,8 +182,8 @@ bool Parser::ParseArm(STATEMENT_BLOCK* arm, const char* misuse, long code) {
     if (!ParseStatementOfType(arm)) return false;
     const bool in_loop = arm->ParentStatement->StatementType != STATEMENT_TYPE_IF;
     // A script takes the first of two equal cases.
-    if (word.kind == STATEMENT_TYPE_SWITCH && in_loop && !slot_.IsScript())
-      CheckSwitchStatementDulicateCaseValues(arm);
+    const bool checked = word.kind == STATEMENT_TYPE_SWITCH && in_loop && !slot_.IsScript();
+    if (checked && slot_.Display.ErrorCount == 0) CheckSwitchStatementDuplicateCaseValues(slot_, arm);
     return true;
   }
   Scope scope;
@@ -238,7 +239,7 @@ bool Parser::SkipTryBlock() {
 
 bool Parser::SkipRtlBlock() {
   const long line = scan_.LineNumber();
-  const bool closed = scan_.SkipRtlBlock();
+  const bool closed = scan_.ReadRtlBlock();
   if (!closed) slot_.Error(0, Format("'rtlbegin' at line %ld has no matching 'rtlend'.", line));
   Next();
   return closed;

@@ -3,6 +3,7 @@
 #include "base/format.h"
 #include "frontend/parser.h"
 #include "program/layout.h"
+#include "program/members.h"
 
 namespace vorc {
 
@@ -64,7 +65,7 @@ bool Parser::ParseStructDecl(const Scope& scope, TypeSpec* type) {
   record->IsForwardDeclared = false;
   if (!Expect(Tok::RSECONDBRACKET, 15, "Missing '}' in declaration of type 'class/struct'.")) return false;
   ResolveVirtualReference(record);
-  GetStructSize(slot_, record);
+  if (!SettleLayout(slot_, record)) FailTypeSize(record->name);
   struct_defined_ = true;
   return true;
 }

@@ -10,6 +10,7 @@
 #include "interp/memory.h"
 #include "program/initializer_walk.h"
 #include "program/slot.h"
+#include "program/members.h"
 #include "program/symtab.h"
 
 namespace vorc {

@@ -200,23 +200,10 @@ STRUCT_REC* Interpreter::ClassOf(const EXPR_NODE* node, const Entry& object) {
 }
 
 bool Interpreter::CheckMemberAccess(const EXPR_NODE* node, STRUCT_REC* record, const MemberResult& member) {
-  const MemberKind access =
-      member.Symbol != nullptr ? member.Symbol->MemberType : member.Function->MemberType;
-  const FUNCPROTO_REC* from = node->OwnerFunction;
-  const STRUCT_REC* home = from == nullptr ? nullptr : from->OwnerClass;
-  if (home == member.Owner || FriendOfClass(from, member.Owner) || FriendOfClass(home, member.Owner))
-    return true;
-  const bool derived = home != nullptr && InheritsFrom(home, member.Owner);
-  const char* name = node->name->c_str();
-  if (access == MEMBER_TYPE_PRIVATE || (member.ParentsPrivate && home != record)) {
-    return Fail(node, Format("'%s' cannot access private member of struct/class/union '%s'", name,
-                             record->name->c_str()));
-  }
-  if (access == MEMBER_TYPE_PROTECTED && !derived) {
-    return Fail(node, Format("'%s' cannot access protected member of struct/class/union '%s'", name,
-                             record->name->c_str()));
-  }
-  return true;
+  const Reach reach = MemberReach(member, record, node->OwnerFunction);
+  if (reach == Reach::kAllowed) return true;
+  return Fail(node, Format("'%s' cannot access %s member of struct/class/union '%s'", node->name->c_str(),
+                           reach == Reach::kPrivate ? "private" : "protected", record->name->c_str()));
 }
 
 // Where the object on the left of `.` or `->` lies, with the checks that the operator fits it.
@@ -243,7 +230,7 @@ bool Interpreter::ObjectAddress(const Op& op, Entry* object, const char* member,
                                  name, member));
       }
       const char* pointer = ReadPointer(object->address);
-      const auto size = static_cast<size_t>(GetObjectStructSize(slot_, object->record));
+      const auto size = static_cast<size_t>(GetObjectStructSize(object->record));
       *address = const_cast<char*>(pointer);
       return (pointer != nullptr && memory_.Contains(pointer, size)) || NullPointer(node, *object, pointer);
     }
@@ -276,7 +263,7 @@ bool Interpreter::Member(const Op& op, Entry* object) {
   object->type = symbol->ValueType;
   object->depth = static_cast<int8_t>(symbol->IsFunctionPointer ? 1 : symbol->TotalDepth);
   object->dimensions = static_cast<int8_t>(symbol->Shape.DimensionCount);
-  object->address = Displaced(base, MemberDataOffset(slot_, member));
+  object->address = Displaced(base, MemberDataOffset(member));
   Classify(object);
   if (op.index_count == 0) return true;
   object->indexed = true;

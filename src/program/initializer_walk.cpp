@@ -147,9 +147,8 @@ void InitializerWalk::FillMembers(STRUCT_REC* record, int64_t offset, const INIT
   for (const PARENT_NODE* base : record->Parents) {
     if (*at == nullptr || !good_) return;
     FillMembers(base->Struct, offset, at);
-    offset += GetObjectStructSize(slot_, base->Struct);
+    offset += GetObjectStructSize(base->Struct);
   }
-  GetStructSize(slot_, record);
   for (const SYM_REC* member : record->MembersHeader.Symbols) {
     if (member == record->This) continue;
     if (*at == nullptr || !good_) return;

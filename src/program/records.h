@@ -16,6 +16,7 @@ namespace vorc {
 
 struct CAST;
 struct CODE_BLOCK;
+struct ConstantValue;
 struct DEFINE_REC;
 struct ENUM_REC;
 struct EXPR_NODE;
@@ -96,6 +97,7 @@ struct INITIALIZER {
 struct SYM_REC : TypeSpec {
   int64_t Index = -1;
   Name* name = nullptr;
+  const char* AsmName = nullptr;  ///< what assembly calls a static of a function, null for `name`
   MemberKind MemberType = MEMBER_TYPE_NONE;
   bool IsFunctionPointer = false;
   bool ImplicitExtern = false;  ///< inserted because it was undeclared at its first use
@@ -119,6 +121,7 @@ struct SYM_REC : TypeSpec {
   STRUCT_REC* OwnerStruct = nullptr;
   FUNCPROTO_REC* FunctionPointer = nullptr;  ///< signature behind a function pointer
   InitializerList Initializer;
+  const ConstantValue* Constant = nullptr;  ///< value of a `const` number
   SYM_REC* Next = nullptr;
 };
 
@@ -126,7 +129,7 @@ struct TYPEDEF_REC : TypeSpec {
   int64_t Index = -1;
   Name* name = nullptr;
   TypedefKind TypeDefType = TYPEDEF_TYPE_NULL;
-  ArrayShape Shape;
+  ArrayShape Shape;  ///< with the dimensions of the typedef behind it
   FUNCPROTO_REC* Function = nullptr;
   TYPEDEF_REC* Next = nullptr;
 };
@@ -149,7 +152,6 @@ struct STRUCT_REC {
   Name* name = nullptr;
   int32_t StructSize = 0;  ///< bytes of the own members; bases come in front of them
   int32_t ParentSize = 0;  ///< bytes of all bases
-  bool LayoutDone = false;
   bool IsForwardDeclared = false;
   Tok DeclType = Tok::struct_;
   uint16_t StorageType = 0;
@@ -287,37 +289,30 @@ struct EXPR_NODE {
   bool IsObject = false;  ///< stands in front of `.` or `->`
   bool HasCall = false;   ///< a call behind this name
   int16_t StarRefCount = 0;
+  uint32_t LiteralLength = 0;  ///< a text may hold zeros
   const char* Literal = nullptr;
   Name* name = nullptr;
-  // Fields that no kind of node has together share their place.
-  union {
-    int64_t NumberValue = 0;
-    SYM_REC* Symbol;
-  };
-  union {
-    CAST* Cast = nullptr;
-    STRUCT_REC* NewClass;
-    SYM_REC* OwnerObject;  ///< of a member: the variable on its left
-  };
-  union {
-    EXPR_NODE* Arguments = nullptr;
-    EXPR_NODE* SubExpression;
-    EXPR_NODE* ThenExpression;
-  };
-  union {
-    EXPR_NODE* IndexExpression = nullptr;
-    EXPR_NODE* ElseExpression;
-  };
-  union {
-    EXPR_NODE* NextArgument = nullptr;
-    EXPR_NODE* NextDimension;
-  };
+  int64_t NumberValue = 0;
+  SYM_REC* Symbol = nullptr;
+  CAST* Cast = nullptr;
+  STRUCT_REC* NewClass = nullptr;        ///< of `new`
+  SYM_REC* OwnerObject = nullptr;        ///< of a member: the variable on its left
+  EXPR_NODE* Arguments = nullptr;        ///< of a call; the others hang off `NextArgument`
+  EXPR_NODE* SubExpression = nullptr;    ///< of parentheses
+  EXPR_NODE* ThenExpression = nullptr;   ///< of `?:`
+  EXPR_NODE* ElseExpression = nullptr;   ///< of `?:`
+  EXPR_NODE* IndexExpression = nullptr;  ///< the first index; the others hang off `NextDimension`
+  EXPR_NODE* NextArgument = nullptr;
+  EXPR_NODE* NextDimension = nullptr;
   FUNCPROTO_REC* Function = nullptr;
   STATEMENT_BLOCK* Statement = nullptr;
   FUNCPROTO_REC* OwnerFunction = nullptr;
   EXPR_NODE* Prev = nullptr;
   EXPR_NODE* Next = nullptr;
   void* Decoded = nullptr;  ///< the interpreter's form of the chain that starts here
+
+  /// The spelling of a number or name, or the whole of a text.
+  std::string_view Text() const { return {Literal, LiteralLength}; }
 };
 
 /// One token of a macro's replacement or of an actual argument.

@@ -1,8 +1,8 @@
 #include "program/symtab.h"
 
-#include <cstring>
+#include <algorithm>
 
-#include "program/layout.h"
+#include "program/members.h"
 
 namespace vorc {
 
@@ -212,27 +212,15 @@ void SettleType(C_SLOT& slot, SYM_REC* symbol) {
   if (symbol->Typedef != nullptr) SetShape(slot, symbol, nullptr, 0);
 }
 
-namespace {
-
-// The typedef whose dimensions come behind those of a type: none behind a pointer.
-const TYPEDEF_REC* ShapedBy(const TypeSpec& type) {
-  return type.PointerDepth == 0 ? type.Typedef : nullptr;
-}
-
-}  // namespace
-
 void SetShape(C_SLOT& slot, SYM_REC* symbol, const int64_t* dimensions, int count) {
-  int total = count;
-  for (const TYPEDEF_REC* record = ShapedBy(*symbol); record != nullptr; record = ShapedBy(*record)) {
-    total += record->Shape.DimensionCount;
-  }
+  // Behind a pointer the array that a typedef stands for is gone.
+  ArrayShape rest;
+  if (symbol->Typedef != nullptr && symbol->PointerDepth == 0) rest = symbol->Typedef->Shape;
+  const int total = count + rest.DimensionCount;
   if (total == 0) return;
   auto* all = static_cast<int64_t*>(slot.Texts.Allocate(static_cast<size_t>(total) * sizeof(int64_t), 8));
-  int next = 0;
-  for (int i = 0; i < count; ++i) all[next++] = dimensions[i];
-  for (const TYPEDEF_REC* record = ShapedBy(*symbol); record != nullptr; record = ShapedBy(*record)) {
-    for (int i = 0; i < record->Shape.DimensionCount; ++i) all[next++] = record->Shape.Dimensions[i];
-  }
+  std::copy_n(dimensions, count, all);
+  std::copy_n(rest.Dimensions, rest.DimensionCount, all + count);
   symbol->Shape.Dimensions = all;
   symbol->Shape.DimensionCount = static_cast<int16_t>(total);
   symbol->Shape.UnsizedFirstDimension = all[0] == 0;
@@ -285,7 +273,7 @@ ConflictResult FindFactorIdentifier(const C_SLOT& slot, const FUNCPROTO_REC* pro
                                     const Name* name) {
   if (auto hit = FindLocalIdentifier(slot, proto, statement, block, name)) return hit;
   if (proto != nullptr && proto->OwnerClass != nullptr) {
-    const MemberResult member = FindStructMember(const_cast<C_SLOT&>(slot), proto->OwnerClass, name);
+    const MemberResult member = FindStructMember(slot, proto->OwnerClass, name);
     ConflictResult hit;
     if (member.Symbol != nullptr) {
       hit.Kind = BindingKind::kSymbol;
@@ -323,81 +311,6 @@ bool ExternVarConflict(const ConflictResult& result) {
 bool NonProcNameConflict(const ConflictResult& result) {
   if (result.Symbol() != nullptr && result.Symbol()->ImplicitExtern) return false;
   return result.Kind != BindingKind::kNone && result.Kind != BindingKind::kFunction;
-}
-
-MemberResult FindStructMember(C_SLOT& slot, STRUCT_REC* owner, const Name* name) {
-  MemberResult result;
-  for (const Binding* at = slot.Index.Find(&owner->MembersHeader, name); at != nullptr; at = at->Next) {
-    if (SkippedFunction(at)) continue;
-    if (at->Kind == BindingKind::kSymbol) result.Symbol = static_cast<SYM_REC*>(at->Record);
-    if (at->Kind == BindingKind::kFunction) result.Function = static_cast<FUNCPROTO_REC*>(at->Record);
-    if (!result) continue;
-    result.Owner = owner;
-    return result;
-  }
-  int32_t offset = 0;
-  for (const PARENT_NODE* base : owner->Parents) {
-    result = FindStructMember(slot, base->Struct, name);
-    if (result) {
-      result.BaseOffset += offset;
-      result.ParentsPrivate |= base->Access == INHERITANCE_TYPE_PRIVATE;
-      return result;
-    }
-    offset += GetObjectStructSize(slot, base->Struct);
-  }
-  return {};
-}
-
-int32_t MemberDataOffset(C_SLOT& slot, const MemberResult& member) {
-  GetStructSize(slot, member.Owner);
-  return member.BaseOffset + CalculateParentSizes(slot, member.Owner) + member.Symbol->MemberOffset;
-}
-
-bool FriendOfClass(const FUNCPROTO_REC* function, const STRUCT_REC* owner) {
-  if (function == nullptr) return false;
-  for (const FRIEND_NODE* node : function->FriendOf) {
-    if (node->Struct == owner) return true;
-  }
-  return false;
-}
-
-bool FriendOfClass(const STRUCT_REC* home, const STRUCT_REC* owner) {
-  if (home == nullptr) return false;
-  for (const FRIEND_NODE* node : owner->FriendClasses) {
-    if (node->Struct == home) return true;
-  }
-  return false;
-}
-
-bool InheritsFrom(const STRUCT_REC* derived, const STRUCT_REC* base) {
-  if (derived == base) return true;
-  for (const PARENT_NODE* parent : derived->Parents) {
-    if (InheritsFrom(parent->Struct, base)) return true;
-  }
-  return false;
-}
-
-namespace {
-
-const SYM_REC* FirstRealParameter(const FUNCPROTO_REC* proto) {
-  const SYM_REC* first = proto->ParametersHeader.Symbols.First;
-  const bool only_void = first != nullptr && first->BasicType == Tok::void_ && first->PointerDepth == 0;
-  return only_void ? nullptr : first;
-}
-
-}  // namespace
-
-int CompareParams(const FUNCPROTO_REC* a, const FUNCPROTO_REC* b) {
-  const SYM_REC* left = FirstRealParameter(a);
-  const SYM_REC* right = FirstRealParameter(b);
-  for (; left != nullptr && right != nullptr; left = left->Next, right = right->Next) {
-    const bool same = ExtractType(*left) == ExtractType(*right) && left->Struct == right->Struct &&
-                      left->TotalDepth == right->TotalDepth &&
-                      left->Shape.DimensionCount == right->Shape.DimensionCount;
-    if (!same) return -1;
-  }
-  if (left == nullptr && right == nullptr) return a->HasVarArgs == b->HasVarArgs ? 0 : 1;
-  return left == nullptr ? -1 : 1;
 }
 
 }  // namespace vorc

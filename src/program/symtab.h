@@ -77,28 +77,4 @@ FUNCPROTO_REC* FindProgramEntryLabel(const C_SLOT& slot);
 bool ExternVarConflict(const ConflictResult& result);
 bool NonProcNameConflict(const ConflictResult& result);
 
-/// A member of a class or of one of its bases, with the offset of that base in the object.
-struct MemberResult {
-  SYM_REC* Symbol = nullptr;
-  FUNCPROTO_REC* Function = nullptr;
-  STRUCT_REC* Owner = nullptr;
-  int32_t BaseOffset = 0;
-  bool ParentsPrivate = false;  ///< hidden by a private base
-
-  explicit operator bool() const { return Symbol != nullptr || Function != nullptr; }
-};
-
-/// Own members first, then each base in order, depth first.
-MemberResult FindStructMember(C_SLOT& slot, STRUCT_REC* owner, const Name* name);
-/// Bytes from the start of the object in which a data member was found to the member.
-int32_t MemberDataOffset(C_SLOT& slot, const MemberResult& member);
-bool FriendOfClass(const FUNCPROTO_REC* function, const STRUCT_REC* owner);
-/// True if all member functions of `home` are friends of `owner`.
-bool FriendOfClass(const STRUCT_REC* home, const STRUCT_REC* owner);
-/// True if `derived` is `base` or inherits from it by any road.
-bool InheritsFrom(const STRUCT_REC* derived, const STRUCT_REC* base);
-
-/// Compares parameter lists: 0 if equal, 1 or -1 if not.
-int CompareParams(const FUNCPROTO_REC* a, const FUNCPROTO_REC* b);
-
 }  // namespace vorc

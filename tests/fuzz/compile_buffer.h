@@ -23,7 +23,7 @@ namespace vorc::fuzz {
 class BufferCompilation {
  public:
   BufferCompilation(std::string_view text, bool script) {
-    slot_->Target.ScriptInterpretor = script;
+    slot_->Target.script = script;
     slot_->Display.set_quiet(true);
     slot_->Services = &interpreter_;
     scanner_.LoadSrcFromBuffer(kName, text);
