@@ -7,7 +7,7 @@ set -euo pipefail
 declare -A packages=(
   [build]="g++ make cmake libssl-dev libstb-dev"
   [test]="libgtest-dev libgmock-dev python3 zbar-tools qrencode zint"
-  [bench]="libbenchmark-dev python3 lua5.4 perl time"
+  [bench]="libbenchmark-dev python3 lua5.4 perl time zbar-tools"
   [clang]="clang"
   [fuzz]="clang libclang-rt-14-dev"
 )
