@@ -3,7 +3,7 @@
 
     bench/codes.py path/to/vorc path/to/code_pictures
 
-code_pictures is built with the tests. Each time is the best of five whole runs, start-up included, added
+code_pictures is built beside this, from pictures. Each time is the best of five whole runs, start-up included, added
 up over the pictures of a set. The disturbed pictures are read once each; what counts there is how many."""
 
 import os

@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <limits>
 #include <memory>
+#include <new>
 
 #include "base/jpeg_tables.h"
 
@@ -81,7 +82,13 @@ std::optional<GrayPicture> DecodeGrayPicture(std::string_view bytes, int64_t max
   const std::unique_ptr<stbi_uc, PixelsFree> pixels(
       stbi_load_from_memory(data, size, &loaded_width, &loaded_height, &channels, STBI_grey));
   if (pixels == nullptr || loaded_width != width || loaded_height != height) return std::nullopt;
-  return GrayPicture{width, height, std::vector<uint8_t>(pixels.get(), pixels.get() + count)};
+  GrayPicture picture{width, height, {}};
+  try {
+    picture.pixels.assign(pixels.get(), pixels.get() + count);
+  } catch (const std::bad_alloc&) {
+    return std::nullopt;
+  }
+  return picture;
 }
 
 }  // namespace vorc

@@ -39,15 +39,15 @@ Sample Photo(int index, bool code) {
     for (int x = 0; x < kPhotoWidth; ++x) {
       const double shapes =
           30 * std::sin(x / 210.0 + index) * std::cos(y / 170.0) + 15 * std::sin((x + 2 * y) / 31.0);
-      photo.pixels.push_back(static_cast<uint8_t>(120 + shapes + dice.Between(-8, 8)));
+      photo.pixels.push_back(static_cast<uint8_t>(120 + shapes + dice.Between(-4, 4)));
     }
   }
   if (code) {
     Shot shot{
-        .module = 22, .angle = dice.Between(-10, 10), .tilt_x = 0.05, .blur = 4, .noise = 6, .shade = 0.2};
+        .module = 16, .angle = dice.Between(-10, 10), .tilt_x = 0.05, .blur = 1.5, .noise = 2, .shade = 0.2};
     shot.black = 40, shot.white = 220;
     const Drawing drawing = is_qr ? QrDrawing(text, kQrLevelM) : BarcodeDrawing(text, "code128");
-    if (!is_qr) shot.module = 10;
+    if (!is_qr) shot.module = 8;
     const GrayPicture sheet = Take(drawing, shot, static_cast<uint32_t>(index));
     const int left = (kPhotoWidth - sheet.width) / 2, top = (kPhotoHeight - sheet.height) / 2;
     for (int y = 0; y < sheet.height; ++y)
