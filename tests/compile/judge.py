@@ -24,9 +24,9 @@ int printf(const char *format, ...);
 int main() {
 """
 GCC = ["gcc", "-m64", "-std=gnu17", "-fno-builtin", "-x", "c", "-"]
-PLAIN = ["-w", "-O0", "-fwrapv"]
+PLAIN = ["-w", "-O0", "-fwrapv", "-ftrivial-auto-var-init=zero"]
 # What isn't well defined doesn't compile or doesn't run.
-STRICT = ["-O1", "-Werror=return-type", "-Werror=uninitialized", "-Werror=maybe-uninitialized", "-Werror=sequence-point",
+STRICT = ["-O1", "-ftrivial-auto-var-init=pattern", "-Werror=return-type", "-Werror=uninitialized", "-Werror=maybe-uninitialized", "-Werror=sequence-point",
           "-fsanitize=address,undefined", "-fno-sanitize-recover=all", "-fno-sanitize=alignment"]
 TIMEOUT = 60
 
