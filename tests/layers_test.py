@@ -5,7 +5,7 @@ import re
 import sys
 
 ROOT = pathlib.Path(sys.argv[1])
-LIBRARIES = ["lib", "codes", "fingerprint", "tensor", "net", "picture", "codec"]
+LIBRARIES = ["lib", "codes", "fingerprint", "tensor", "net"]
 # Folder: what it may include besides itself.
 MAY_INCLUDE = {
     "base": [],
@@ -13,9 +13,8 @@ MAY_INCLUDE = {
     "frontend": ["program", "base"],
     "lib": ["base"],
     "codec": ["base"],
-    "picture": ["base"],
-    "codes": ["base", "picture"],
-    "fingerprint": ["base", "picture"],
+    "codes": ["base"],
+    "fingerprint": ["base"],
     "tensor": ["base"],
     "net": ["base", "lib"],
     "builtins": ["base", *LIBRARIES],
@@ -27,6 +26,7 @@ MAY_INCLUDE = {
 }
 MAY_INCLUDE["driver"] = [*MAY_INCLUDE]
 MAY_INCLUDE["sim"] = ["base"]
+MAY_INCLUDE["prints"] = ["base"]
 
 faults = []
 for source in sorted([*(ROOT / "src").rglob("*"), *(ROOT / "tools").rglob("*")]):
