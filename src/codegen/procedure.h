@@ -93,6 +93,7 @@ struct CodegenContext {
   TextWriter& tac;       ///< datafile_tac.txt
   TextWriter& ai_input;  ///< ai_tac_analysis_input.txt
   BlockHook* hook;
+  const FUNCPROTO_REC* entry = nullptr;  ///< the program's first function
   UnnamedStrings strings;
   int32_t label_counter = 1;
   int32_t indirect_calls = 0;
