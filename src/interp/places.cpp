@@ -199,24 +199,21 @@ STRUCT_REC* Interpreter::ClassOf(const EXPR_NODE* node, const Entry& object) {
   return object.record;
 }
 
-bool Interpreter::CheckMemberAccess(const EXPR_NODE* node, STRUCT_REC* record, const MemberResult& member) {
+// Why a member may not be reached from here, as a format of its name and its class, or null.
+const char* Interpreter::AccessRefusal(const EXPR_NODE* node, STRUCT_REC* record,
+                                       const MemberResult& member) const {
   const MemberKind access =
       member.Symbol != nullptr ? member.Symbol->MemberType : member.Function->MemberType;
   const FUNCPROTO_REC* from = node->OwnerFunction;
   const STRUCT_REC* home = from == nullptr ? nullptr : from->OwnerClass;
   if (home == member.Owner || FriendOfClass(from, member.Owner) || FriendOfClass(home, member.Owner))
-    return true;
+    return nullptr;
   const bool derived = home != nullptr && InheritsFrom(home, member.Owner);
-  const char* name = node->name->c_str();
-  if (access == MEMBER_TYPE_PRIVATE || (member.ParentsPrivate && home != record)) {
-    return Fail(node, Format("'%s' cannot access private member of struct/class/union '%s'", name,
-                             record->name->c_str()));
-  }
-  if (access == MEMBER_TYPE_PROTECTED && !derived) {
-    return Fail(node, Format("'%s' cannot access protected member of struct/class/union '%s'", name,
-                             record->name->c_str()));
-  }
-  return true;
+  if (access == MEMBER_TYPE_PRIVATE || (member.ParentsPrivate && home != record))
+    return "'%s' cannot access private member of struct/class/union '%s'";
+  if (access == MEMBER_TYPE_PROTECTED && !derived)
+    return "'%s' cannot access protected member of struct/class/union '%s'";
+  return nullptr;
 }
 
 // Where the object on the left of `.` or `->` lies, with the checks that the operator fits it.
@@ -256,7 +253,10 @@ bool Interpreter::FindMember(const EXPR_NODE* node, const Entry& object, MemberR
   STRUCT_REC* record = ClassOf(node, object);
   if (record == nullptr) return false;
   *member = FindStructMember(slot_, record, node->name);
-  if (*member) return CheckMemberAccess(node, record, *member);
+  if (*member) {
+    const char* refusal = AccessRefusal(node, record, *member);
+    return refusal == nullptr || Fail(node, Format(refusal, node->name->c_str(), record->name->c_str()));
+  }
   return Fail(node, Format("'%s' is not a member of struct/class/union '%s'", node->name->c_str(),
                            record->name->c_str()));
 }

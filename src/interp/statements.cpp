@@ -1,6 +1,7 @@
 #include "base/format.h"
 #include "base/trace.h"
 #include "interp/interpreter.h"
+#include "interp/vm_compiler.h"
 #include "program/layout.h"
 
 namespace vorc {
@@ -8,29 +9,6 @@ namespace vorc {
 namespace {
 
 constexpr int32_t kReturnRegister = 60;  // what a function without `return` leaves to its first caller
-
-STATEMENT_BLOCK* Enclosing(const STATEMENT_BLOCK* statement) {
-  if (statement->ParentStatement != nullptr) return statement->ParentStatement;
-  return statement->ParentCodeBlock == nullptr ? nullptr : statement->ParentCodeBlock->ParentStatement;
-}
-
-bool IsLoop(const STATEMENT_BLOCK* statement) {
-  return statement->StatementType == STATEMENT_TYPE_WHILE || statement->StatementType == STATEMENT_TYPE_DO ||
-         statement->StatementType == STATEMENT_TYPE_FOR;
-}
-
-STATEMENT_BLOCK* FindParentLoop(const STATEMENT_BLOCK* statement, bool or_switch) {
-  STATEMENT_BLOCK* at = Enclosing(statement);
-  while (at != nullptr && !IsLoop(at) && !(or_switch && at->StatementType == STATEMENT_TYPE_SWITCH))
-    at = Enclosing(at);
-  return at;
-}
-
-void SetBreakContinueExecutionState(STATEMENT_BLOCK* target, STATEMENT_BLOCK* statement, uint8_t state) {
-  for (STATEMENT_BLOCK* at = statement; at != nullptr && at != target; at = Enclosing(at))
-    at->ExecState = state;
-  target->ExecState = state;
-}
 
 bool HasLabel(const StatementList& list, const Name* name) {
   for (const STATEMENT_BLOCK* at = list.First; at != nullptr; at = at->Next) {
@@ -41,6 +19,13 @@ bool HasLabel(const StatementList& list, const Name* name) {
 }
 
 }  // namespace
+
+void Interpreter::SetBreakContinueExecutionState(STATEMENT_BLOCK* target, STATEMENT_BLOCK* statement,
+                                                 uint8_t state) {
+  for (STATEMENT_BLOCK* at = statement; at != nullptr && at != target; at = Enclosing(at))
+    ExecState(at) = state;
+  ExecState(target) = state;
+}
 
 bool Interpreter::InterpretScript() {
   VORC_TRACE("DIAG: InterpretScript entry\n");
@@ -62,11 +47,16 @@ bool Interpreter::InterpretScript() {
     return false;
   }
   frame_.stack_pointer -= locals + 1;
+  if (!walks_) {
+    entry_code_.function = entry;
+    Compile(&entry_code_);
+    if (!entry_code_.walked) return RunCode(entry_code_) && !failed();
+  }
   for (STATEMENT_BLOCK* statement = entry->ProcBody->Statements.First; statement != nullptr;
        statement = statement->Next) {
-    statement->ExecState = kNone;
+    ExecState(statement) = kNone;
     if (!ExecStatement(statement)) return false;
-    if (statement->ExecState == kExit || statement->ExecState == kReturn) break;
+    if (ExecState(statement) == kExit || ExecState(statement) == kReturn) break;
   }
   return true;
 }
@@ -84,8 +74,23 @@ void Interpreter::RunStatement(STATEMENT_BLOCK* statement) {
   host_stack_top_ = __builtin_frame_address(0);
   frame_.base = top;
   frame_.stack_pointer = top - locals - 1;
-  ExecStatement(statement);
+  RunFileStatement(statement);
   frame_.stack_pointer = top;
+}
+
+// What runs just once is not worth compiling; a loop is.
+void Interpreter::RunFileStatement(STATEMENT_BLOCK* statement) {
+  const bool loops = statement->ChildStatements.First != nullptr || statement->Block != nullptr;
+  if (loops && !walks_) {
+    FunctionCode code;
+    code.function = statement->OwnerFunction;
+    VmCompiler(*this, code).CompileStatement(statement);
+    if (!code.walked) {
+      RunCode(code);
+      return;
+    }
+  }
+  ExecStatement(statement);
 }
 
 bool Interpreter::ExecStatement(STATEMENT_BLOCK* statement) {
@@ -110,13 +115,8 @@ bool Interpreter::ExecStatement(STATEMENT_BLOCK* statement) {
 bool Interpreter::ExecPlain(STATEMENT_BLOCK* statement) {
   if (statement->Expression == nullptr) return statement->Symbol == nullptr || FillLocal(statement);
   if (statement->IsDelete) return true;
-  Code* code = decoder_.Decode(statement->Expression);
-  if (PrepareFast(code)) {
-    int32_t value = 0;
-    return RunFast(*code->fast, &value);
-  }
   Entry result;
-  return EvaluateObject(code, Mode::kNormal, &result) && !failed();
+  return EvaluateObject(decoder_.Decode(statement->Expression), Mode::kNormal, &result) && !failed();
 }
 
 // All conditions are tested by the low 32 bits of what they give, whatever its type.
@@ -131,7 +131,7 @@ bool Interpreter::EvaluateCondition(STATEMENT_BLOCK* statement, bool* holds) {
 bool Interpreter::ExecIf(STATEMENT_BLOCK* statement) {
   STATEMENT_BLOCK* then = statement->ChildStatements.First;
   if (then == nullptr) return true;
-  statement->ExecState = kNone;
+  ExecState(statement) = kNone;
   bool holds = false;
   if (!EvaluateCondition(statement, &holds)) return false;
   STATEMENT_BLOCK* arm = holds ? then : then->Next;
@@ -141,16 +141,16 @@ bool Interpreter::ExecIf(STATEMENT_BLOCK* statement) {
 bool Interpreter::ExecWhile(STATEMENT_BLOCK* statement) {
   STATEMENT_BLOCK* body = statement->ChildStatements.First;
   while (true) {
-    statement->ExecState = kNone;
+    ExecState(statement) = kNone;
     bool holds = false;
     if (!EvaluateCondition(statement, &holds)) return false;
     if (!holds) return true;
     if (!ExecStatement(body)) return false;
-    if (statement->ExecState == kBreak) {
-      statement->ExecState = kNone;
+    if (ExecState(statement) == kBreak) {
+      ExecState(statement) = kNone;
       return true;
     }
-    if (statement->ExecState == kExit || statement->ExecState == kReturn) return true;
+    if (ExecState(statement) == kExit || ExecState(statement) == kReturn) return true;
   }
 }
 
@@ -158,9 +158,9 @@ bool Interpreter::ExecDo(STATEMENT_BLOCK* statement) {
   STATEMENT_BLOCK* body = statement->ChildStatements.First;
   bool holds = true;
   while (holds) {
-    statement->ExecState = kNone;
+    ExecState(statement) = kNone;
     if (!ExecStatement(body)) return false;
-    if (statement->ExecState >= kBreak && statement->ExecState <= kReturn) return true;
+    if (ExecState(statement) >= kBreak && ExecState(statement) <= kReturn) return true;
     if (!EvaluateCondition(statement, &holds)) return false;
   }
   return true;
@@ -182,21 +182,17 @@ bool Interpreter::ExecForClauses(const STATEMENT_BLOCK* first, bool* any_true) {
 }
 
 bool Interpreter::ExecFor(STATEMENT_BLOCK* statement) {
-  STATEMENT_BLOCK* first = statement->ChildStatements.First;
-  STATEMENT_BLOCK* second = first->Next;
-  STATEMENT_BLOCK* third = second->Next;
-  STATEMENT_BLOCK* body = third->Next;
-  if (first->Block != nullptr && !ExecForClauses(first->Block->Statements.First, nullptr)) return false;
-  const STATEMENT_BLOCK* conditions = second->ChildStatements.First;
-  const STATEMENT_BLOCK* steps = third->ChildStatements.First;
-  while (conditions != nullptr) {
+  const ForParts parts(statement);
+  STATEMENT_BLOCK* body = parts.body;
+  if (parts.first != nullptr && !ExecForClauses(parts.first, nullptr)) return false;
+  while (parts.conditions != nullptr) {
     bool goes_on = false;
-    if (!ExecForClauses(conditions, &goes_on)) return false;
+    if (!ExecForClauses(parts.conditions, &goes_on)) return false;
     if (!goes_on) return true;
     if (!ExecStatement(body)) return false;
     // The body's state, not the loop's own: it is what an earlier run of this loop may have left.
-    if (body->ExecState >= kBreak && body->ExecState <= kReturn) return true;
-    if (!ExecForClauses(steps, nullptr)) return false;
+    if (ExecState(body) >= kBreak && ExecState(body) <= kReturn) return true;
+    if (!ExecForClauses(parts.steps, nullptr)) return false;
   }
   return true;
 }
@@ -204,7 +200,7 @@ bool Interpreter::ExecFor(STATEMENT_BLOCK* statement) {
 bool Interpreter::ExecSwitch(STATEMENT_BLOCK* statement) {
   int32_t value = 0;
   if (!EvaluateLow(decoder_.Decode(statement->Expression), Mode::kNormal, &value)) return false;
-  statement->ExecState = kNone;
+  ExecState(statement) = kNone;
   STATEMENT_BLOCK* label = nullptr;
   STATEMENT_BLOCK* fallback = nullptr;
   for (STATEMENT_BLOCK* at = statement->Block->Statements.First; at != nullptr && label == nullptr;
@@ -216,11 +212,11 @@ bool Interpreter::ExecSwitch(STATEMENT_BLOCK* statement) {
   if (label == nullptr) return true;
   for (STATEMENT_BLOCK* at = label->Next; at != nullptr; at = at->Next) {
     if (!ExecStatement(at)) return false;
-    if (statement->ExecState == kBreak) {
-      statement->ExecState = kNone;
+    if (ExecState(statement) == kBreak) {
+      ExecState(statement) = kNone;
       return true;
     }
-    if (statement->ExecState != kNone) return true;
+    if (ExecState(statement) != kNone) return true;
   }
   return true;
 }
@@ -228,22 +224,22 @@ bool Interpreter::ExecSwitch(STATEMENT_BLOCK* statement) {
 bool Interpreter::ExecBlock(STATEMENT_BLOCK* statement) {
   if (statement->Block == nullptr) return true;
   for (STATEMENT_BLOCK* at = statement->Block->Statements.First; at != nullptr; at = at->Next) {
-    at->ExecState = kNone;
+    ExecState(at) = kNone;
     if (!ExecStatement(at)) return false;
-    if (at->ExecState != kNone) return true;
+    if (ExecState(at) != kNone) return true;
   }
   return true;
 }
 
 bool Interpreter::ExecBreak(STATEMENT_BLOCK* statement) {
-  STATEMENT_BLOCK* target = FindParentLoop(statement, true);
+  STATEMENT_BLOCK* target = FindTarget(statement);
   if (target == nullptr) return false;
   SetBreakContinueExecutionState(target, statement, kBreak);
   return true;
 }
 
 bool Interpreter::ExecContinue(STATEMENT_BLOCK* statement) {
-  STATEMENT_BLOCK* target = FindParentLoop(statement, false);
+  STATEMENT_BLOCK* target = FindTarget(statement);
   if (target == nullptr) return false;
   SetBreakContinueExecutionState(target, statement, kContinue);
   return true;
