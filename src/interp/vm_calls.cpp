@@ -97,6 +97,7 @@ bool VmCompiler::UserCall(const Op& op) {
       Emit(VmOp::kTakeReal, result);
       return PushReal(result), true;
     }
+    if (type == Tok::char_ || type == Tok::dollar) Emit(VmOp::kDropText);
   }
   items_.emplace_back();
   return true;

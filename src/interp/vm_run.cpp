@@ -451,6 +451,10 @@ dispatch:
     DISPATCH;
   }
   REAL_OP(TakeReal, return_reg_double_)
+  OP(DropText) {
+    if (return_reg_is_string_) RetainReturnedString(return_reg_string_);
+    NEXT;
+  }
   OP(SaveTemps) {
     if (!KeepTemps(fp, pc->c)) {
       ReportFullStack(Site());
