@@ -35,13 +35,13 @@ bool IsTrue(const Entry& entry) {
 
 }  // namespace
 
-Interpreter::Interpreter(C_SLOT& slot)
+Interpreter::Interpreter(C_SLOT& slot, Road road)
     : slot_(slot),
       runtime_(memory_),
       operand_memory_(kOperandMemory),
       operands_(reinterpret_cast<Entry*>(operand_memory_.data())),
       operands_end_(operands_ + operand_memory_.size() / sizeof(Entry) - 2 * kDeepestOperands),
-      walks_(TraceOn() || std::getenv("VORC_WALK") != nullptr),
+      walks_(road == Road::kWalker || TraceOn() || std::getenv("VORC_WALK") != nullptr),
       record_memory_(kMostCalls * sizeof(CallRecord)),
       record_top_(reinterpret_cast<CallRecord*>(record_memory_.data())),
       record_end_(record_top_ + kMostCalls),

@@ -73,12 +73,15 @@ struct Entry {
   }
 };
 
+/// Who runs the statements of a script.
+enum class Road : uint8_t { kMachine, kWalker };
+
 /// Runs the program records of a script. Function bodies are compiled for a register machine, and what
 /// that has no instructions for is evaluated in decoded form. The walker does all in decoded form: it is
 /// slow and obvious, and says what the machine must do.
 class Interpreter final : public ParseServices {
  public:
-  explicit Interpreter(C_SLOT& slot);
+  explicit Interpreter(C_SLOT& slot, Road road = Road::kMachine);
   /// False if the host grants no memory to run in.
   bool ready() const {
     return memory_.ready() && operand_memory_.data() != nullptr && record_memory_.data() != nullptr &&

@@ -201,7 +201,8 @@ bool VmCompiler::Assign(const Op& op) {
   if (!left.IsVariable()) return false;
   // A struct is copied as a whole, and an array's name is no number: the general road knows how.
   if (right.where == Item::Where::kNowhere || (left.kind == 2 && left.form == Form::kNone)) return false;
-  if (!op.last && right.IsVariable()) {
+  const bool unused = op.last && depth_ == 1 && dropped_;
+  if (!unused && right.IsVariable()) {
     // What goes on from here is the value as it was.
     const Order order = order_;
     order_ = Order::kOrdered;
@@ -209,7 +210,6 @@ bool VmCompiler::Assign(const Op& op) {
     order_ = order;
     if (!captured) return false;
   }
-  const bool unused = op.last && depth_ == 1 && dropped_;
   if (!unused) barrier_ = code_.insns.size();
   if (!Store(left, right)) return false;
   if (unused) right = Item();
