@@ -139,6 +139,8 @@ SOURCES = {
     "many_macros": "".join(f"#define M{n} {n}\n" for n in range(20_000)),
     "many_arguments": "int f();\n" + in_main("f(" + "1," * 50_000 + "1);"),
     "many_parameters": "int f(" + ",".join(f"int p{n}" for n in range(10_000)) + ") { return 0; }\n",
+    "constants_of_constants": "const int a0 = 1;\n"
+    + "".join(f"const int a{n} = a{n - 1} + a{n - 1};\n" for n in range(1, 5_000)),
     "many_cases": in_main("switch (1) {" + "".join(f"case {n}: break;" for n in range(10_000)) + "}"),
     "many_statements": in_main("int x;\n" + "x = x + 1;\n" * 60_000),
     "many_errors": "int x;\nint x;\n" * 10_000,

@@ -3,7 +3,10 @@
 #include <cstddef>
 #include <cstring>
 #include <memory>
+#include <new>
 #include <string_view>
+#include <type_traits>
+#include <utility>
 #include <vector>
 
 namespace vorc {
@@ -20,6 +23,13 @@ class Arena {
     }
     used_ = start + size;
     return blocks_.back().get() + start;
+  }
+
+  /// An object that is never destroyed.
+  template <typename T, typename... Values>
+  T* New(Values&&... values) {
+    static_assert(std::is_trivially_destructible_v<T>);
+    return new (Allocate(sizeof(T), alignof(T))) T{std::forward<Values>(values)...};
   }
 
   /// A NUL-terminated copy of a text.

@@ -6,10 +6,14 @@
 #include <memory>
 #include <utility>
 
+#include "base/console.h"
+#include "base/format.h"
+
 namespace vorc {
 
 /// Objects that scripts hold by number. Handle 0 is failure; numbers start at 1, and a freed
-/// number is never given out again, so a stale handle stays a bad handle for the whole run.
+/// number is never given out again, so a stale handle stays a bad handle for the whole run. The first
+/// object that finds no number is told on standard error, if its type says what it is as `kKind`.
 template <typename T>
 class HandleTable {
  public:
@@ -17,14 +21,14 @@ class HandleTable {
 
   /// Takes over `object` and answers its number, or 0 once every number has been used.
   int32_t Add(std::unique_ptr<T> object) {
-    if (next_ >= kSlotCount) return 0;
+    if (next_ >= kSlotCount) return Refuse();
     slots_[static_cast<size_t>(next_)] = std::move(object);
     return next_++;
   }
 
   template <typename... Args>
   int32_t Create(Args&&... args) {
-    return next_ >= kSlotCount ? 0 : Add(std::make_unique<T>(std::forward<Args>(args)...));
+    return next_ >= kSlotCount ? Refuse() : Add(std::make_unique<T>(std::forward<Args>(args)...));
   }
 
   /// The object behind a number, or null for a bad, freed or never created one.
@@ -41,8 +45,20 @@ class HandleTable {
   }
 
  private:
+  int32_t Refuse() {
+    if constexpr (requires { T::kKind; }) {
+      if (!std::exchange(refused_, true)) {
+        WriteErrors(
+            Format("morv: no number left for another %s - a run can make %d of them, freed ones included\n",
+                   T::kKind, kSlotCount - 1));
+      }
+    }
+    return 0;
+  }
+
   std::array<std::unique_ptr<T>, kSlotCount> slots_{};
   int32_t next_ = 1;
+  bool refused_ = false;
 };
 
 }  // namespace vorc

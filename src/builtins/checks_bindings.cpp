@@ -1,4 +1,5 @@
 #include "builtins/bindings.h"
+#include "builtins/commands.h"
 #include "lib/checks.h"
 
 namespace vorc {
@@ -15,22 +16,25 @@ std::string_view TextOrEmpty(const BuiltinCall& call, size_t i) {
 }
 
 void MorvAssertBuiltin(BuiltinCall& call) {
-  call.ReturnInt(MorvAssert(NumberOrZero(call, 0), TextOrEmpty(call, 1)));
+  call.ReturnInt(call.runtime().State<Checks>().MorvAssert(NumberOrZero(call, 0), TextOrEmpty(call, 1)));
 }
 
 void MorvAssertEqIntBuiltin(BuiltinCall& call) {
-  call.ReturnInt(MorvAssertEqInt(NumberOrZero(call, 0), NumberOrZero(call, 1), TextOrEmpty(call, 2)));
+  call.ReturnInt(call.runtime().State<Checks>().MorvAssertEqInt(NumberOrZero(call, 0), NumberOrZero(call, 1),
+                                                                TextOrEmpty(call, 2)));
 }
 
 void MorvAssertEqStrBuiltin(BuiltinCall& call) {
-  call.ReturnInt(MorvAssertEqStr(TextOrEmpty(call, 0), TextOrEmpty(call, 1), TextOrEmpty(call, 2)));
+  call.ReturnInt(call.runtime().State<Checks>().MorvAssertEqStr(TextOrEmpty(call, 0), TextOrEmpty(call, 1),
+                                                                TextOrEmpty(call, 2)));
 }
 
 void MorvTestSummaryBuiltin(BuiltinCall& call) {
-  call.ReturnInt(MorvTestSummary());
+  call.ReturnInt(call.runtime().State<Checks>().MorvTestSummary());
 }
 
 void MorvExitBuiltin(BuiltinCall& call) {
+  ThreadsOf(call).MorvThreadBarrier();
   MorvExit(NumberOrZero(call, 0));
 }
 

@@ -62,16 +62,19 @@ void MorvDecryptBuiltin(BuiltinCall& call) {
 
 void MorvScriptBuiltin(BuiltinCall& call) {
   const auto file = call.Text(0);
-  call.ReturnText(file ? MorvScriptTag(std::string(*file)) : "", BuiltinCall::kNoLimit);
+  call.ReturnText(file ? call.runtime().State<ScriptTags>().MorvScriptTag(std::string(*file)) : "",
+                  BuiltinCall::kNoLimit);
 }
 
 void MorvScriptSrcBuiltin(BuiltinCall& call) {
   const auto file = call.Text(0);
-  call.ReturnText(file ? MorvScriptSrc(std::string(*file)) : "", kDigestLimit);
+  call.ReturnText(file ? call.runtime().State<ScriptTags>().MorvScriptSrc(std::string(*file)) : "",
+                  kDigestLimit);
 }
 
 void MorvScriptSrcsBuiltin(BuiltinCall& call) {
-  call.ReturnText(MorvScriptSrcs(kScriptSourcesLimit), kScriptSourcesLimit);
+  call.ReturnText(call.runtime().State<ScriptTags>().MorvScriptSrcs(kScriptSourcesLimit),
+                  kScriptSourcesLimit);
 }
 
 void MorvFileHashBuiltin(BuiltinCall& call) {

@@ -19,6 +19,10 @@ std::optional<std::string> Path(const BuiltinCall& call, size_t i) {
   return text ? std::optional<std::string>(*text) : std::nullopt;
 }
 
+Streams& StreamsOf(const BuiltinCall& call) {
+  return call.runtime().State<Streams>();
+}
+
 void MorvFileReadBuiltin(BuiltinCall& call) {
   const auto path = Path(call, 0);
   call.ReturnText(path ? MorvFileRead(*path, BuiltinCall::kTextLimit) : std::string());
@@ -113,19 +117,19 @@ void MorvGlobRBuiltin(BuiltinCall& call) {
 
 void MorvFopenBuiltin(BuiltinCall& call) {
   const auto path = Path(call, 0);
-  call.ReturnInt(path ? MorvFopen(*path) : 0);
+  call.ReturnInt(path ? StreamsOf(call).MorvFopen(*path) : 0);
 }
 
 void MorvFgetsBuiltin(BuiltinCall& call) {
-  call.ReturnText(MorvFgets(call.Int(0).value_or(0), BuiltinCall::kTextLimit));
+  call.ReturnText(StreamsOf(call).MorvFgets(call.Int(0).value_or(0), BuiltinCall::kTextLimit));
 }
 
 void MorvFeofBuiltin(BuiltinCall& call) {
-  call.ReturnInt(MorvFeof(call.Int(0).value_or(0)));
+  call.ReturnInt(StreamsOf(call).MorvFeof(call.Int(0).value_or(0)));
 }
 
 void MorvFcloseBuiltin(BuiltinCall& call) {
-  MorvFclose(call.Int(0).value_or(0));
+  StreamsOf(call).MorvFclose(call.Int(0).value_or(0));
 }
 
 constexpr BuiltinBinding kBindings[] = {

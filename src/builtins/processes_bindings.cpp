@@ -1,29 +1,29 @@
 #include <string>
 
 #include "builtins/bindings.h"
-#include "lib/processes.h"
+#include "builtins/commands.h"
 
 namespace vorc {
 
 namespace {
 
 void MorvExecBuiltin(BuiltinCall& call) {
-  call.ReturnInt(MorvExec(call.Text(0).value_or(std::string_view())));
+  call.ReturnInt(ProcessesOf(call).MorvExec(call.Text(0).value_or(std::string_view())));
 }
 
 void MorvExecCaptureBuiltin(BuiltinCall& call) {
   const std::string_view command = call.Text(0).value_or(std::string_view());
-  call.ReturnText(MorvExecCapture(command, BuiltinCall::kTextLimit));
+  call.ReturnText(ProcessesOf(call).MorvExecCapture(command, BuiltinCall::kTextLimit));
 }
 
 void MorvExecToFileBuiltin(BuiltinCall& call) {
   const auto command = call.Text(0);
   const auto path = call.Text(1);
-  call.ReturnInt(command && path ? MorvExecToFile(*command, std::string(*path)) : -1);
+  call.ReturnInt(command && path ? ProcessesOf(call).MorvExecToFile(*command, std::string(*path)) : -1);
 }
 
 void MorvExecStatusBuiltin(BuiltinCall& call) {
-  call.ReturnInt(MorvExecStatus());
+  call.ReturnInt(ProcessesOf(call).MorvExecStatus());
 }
 
 constexpr BuiltinBinding kBuiltins[] = {

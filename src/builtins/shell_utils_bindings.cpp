@@ -1,6 +1,7 @@
 #include <string>
 
 #include "builtins/bindings.h"
+#include "builtins/commands.h"
 #include "lib/processes_by_name.h"
 #include "lib/shell_utils.h"
 
@@ -72,16 +73,16 @@ void MorvUtilReplaceBuiltin(BuiltinCall& call) {
 
 void MorvUtilBashBuiltin(BuiltinCall& call) {
   const auto command = call.Text(0);
-  ReturnWhole(call, command ? MorvUtilBash(*command) : std::string());
+  ReturnWhole(call, command ? MorvUtilBash(*command, ProcessesOf(call)) : std::string());
 }
 
 void MorvUtilMakeBuiltin(BuiltinCall& call) {
   const auto arguments = call.Text(0);
-  call.ReturnInt(arguments ? MorvUtilMake(*arguments) : -1);
+  call.ReturnInt(arguments ? MorvUtilMake(*arguments, ProcessesOf(call)) : -1);
 }
 
 void MorvUtilKillBuiltin(BuiltinCall& call) {
-  call.ReturnInt(MorvUtilKill(call.Text(0).value_or("")));
+  call.ReturnInt(MorvUtilKill(call.Text(0).value_or(""), ProcessesOf(call)));
 }
 
 void MorvUtilRunningBuiltin(BuiltinCall& call) {

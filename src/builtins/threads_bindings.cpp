@@ -1,5 +1,5 @@
 #include "builtins/bindings.h"
-#include "lib/threads.h"
+#include "builtins/commands.h"
 
 namespace vorc {
 
@@ -7,21 +7,21 @@ namespace {
 
 void IthreadCreateBuiltin(BuiltinCall& call) {
   const auto command = call.Text(0);
-  call.ReturnInt(command ? MorvThreadCreate(*command) : -1);
+  call.ReturnInt(command ? ThreadsOf(call).MorvThreadCreate(*command) : -1);
 }
 
 void IthreadJoinBuiltin(BuiltinCall& call) {
-  call.ReturnInt(MorvThreadJoin(call.Int(0).value_or(-1)));
+  call.ReturnInt(ThreadsOf(call).MorvThreadJoin(call.Int(0).value_or(-1)));
 }
 
 void IthreadBarrierBuiltin(BuiltinCall& call) {
-  call.ReturnInt(MorvThreadBarrier());
+  call.ReturnInt(ThreadsOf(call).MorvThreadBarrier());
 }
 
 void IthreadAffinitySetBuiltin(BuiltinCall& call) {
   const auto id = call.Int(0);
   const auto mask = call.Int(1);
-  call.ReturnInt(id && mask ? MorvThreadAffinitySet(*id, static_cast<uint32_t>(*mask)) : 0);
+  call.ReturnInt(id && mask ? ThreadsOf(call).MorvThreadAffinitySet(*id, static_cast<uint32_t>(*mask)) : 0);
 }
 
 void CpuZeroBuiltin(BuiltinCall& call) {

@@ -1,16 +1,22 @@
 #include "driver/compile.h"
 
+#include <fcntl.h>
+
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
+#include <utility>
 
 #include "base/console.h"
+#include "base/descriptor.h"
 #include "base/file.h"
 #include "base/format.h"
 #include "base/trace.h"
 #include "frontend/parser.h"
 #include "frontend/scanner.h"
 #include "interp/interpreter.h"
+#include "lib/sandbox.h"
 
 namespace vorc {
 
@@ -26,6 +32,14 @@ std::string FullPath(const std::string& path) {
   return real == nullptr ? path : std::string(real.get());
 }
 
+// True if a file may stand there. One that stands there already is left alone.
+bool CanCreate(const std::string& path) {
+  const Descriptor file(open(path.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, 0666));
+  if (!file) return errno == EEXIST;
+  std::remove(path.c_str());
+  return true;
+}
+
 /// One compilation from its options to its exit status.
 class Compilation {
  public:
@@ -36,6 +50,7 @@ class Compilation {
 
  private:
   void FillSlot();
+  File OpenSource(const std::string& path) const;
   bool OpenRelatedFiles();
   bool CompileDiskFile();
   bool CompileWithDefines();
@@ -44,6 +59,7 @@ class Compilation {
   int FinishRtl();
 
   const Options& options_;
+  const std::string full_source_ = FullPath(options_.source);
   std::unique_ptr<C_SLOT> slot_;
   Scanner scanner_;
   Interpreter interpreter_;
@@ -56,9 +72,9 @@ int Compilation::Run() {
     std::fputs("vorc: failed (the host grants too little address space)\n", stderr);
     return kExitFailure;
   }
-  if (!options_.quiet) {
-    std::printf("vorc: %s '%s'\n", options_.morv ? "interpreting" : "compiling", options_.source.c_str());
-    std::fflush(stdout);
+  if (!options_.target.quiet) {
+    SendOutput(Format("vorc: %s '%s'", options_.target.script ? "interpreting" : "compiling",
+                      options_.source.c_str()));
   }
   const bool compiled = options_.defines.empty() ? CompileDiskFile() : CompileWithDefines();
   if (defines_failed_) return kExitFailure;
@@ -70,18 +86,16 @@ int Compilation::Run() {
 }
 
 void Compilation::FillSlot() {
-  TargetOptions& target = slot_->Target;
-  target.CPUSIZE = options_.cpu_size;
-  target.ADDRSIZE = options_.address_size;
-  target.EXEFORMAT = options_.exe_format;
-  target.WarningsAsErrors = options_.warnings_as_errors;
-  target.DebugSymbols = options_.debug_symbols;
-  target.PicMode = options_.pic;
-  if (options_.optimization_level >= 0) target.OptimizationLevel = options_.optimization_level;
-  target.ScriptInterpretor = options_.morv;
-  target.IncludePaths = options_.include_paths;
-  slot_->Display.set_quiet(options_.quiet);
+  slot_->Target = options_.target;
+  slot_->Display.set_quiet(options_.target.quiet);
   slot_->Services = &interpreter_;
+  slot_->OpenSource = [this](const std::string& path) { return OpenSource(path); };
+}
+
+// Included files are files of the script; the source that the command line names isn't.
+File Compilation::OpenSource(const std::string& path) const {
+  const bool named = path == options_.source || path == full_source_;
+  return named ? File(std::fopen(path.c_str(), "rbe")) : MorvSafeFopen(path, "rb");
 }
 
 // Removes old outputs and makes the new ones, so that a failed run leaves no stale result.
@@ -94,7 +108,7 @@ bool Compilation::OpenRelatedFiles() {
   if (!slot_->Display.OpenLog(SetFileExt(options_.source, kOutputExtensions[0]))) return false;
   for (const char* extension : kOutputExtensions) {
     if (extension == kOutputExtensions[0]) continue;
-    const File file(std::fopen(SetFileExt(options_.source, extension).c_str(), "w+"));
+    const File file(std::fopen(SetFileExt(options_.source, extension).c_str(), "w+e"));
     if (file == nullptr) return false;
   }
   return true;
@@ -113,30 +127,26 @@ bool Compilation::CompileDiskFile() {
   return OpenRelatedFiles() && ParseDiskFile(options_.source);
 }
 
-// Definitions of the command line stand in a file of their own that includes the source.
+// Definitions of the command line stand in a source of their own that includes the real one. It is
+// read from memory, so that runs side by side don't see each other's.
 bool Compilation::CompileWithDefines() {
   const std::string prelude = options_.source + ".vorc_dtmp.c";
-  File file(std::fopen(prelude.c_str(), "w"));
-  if (file == nullptr) {
-    std::fprintf(stderr, "vorc: could not create temporary -D prelude file for '%s'\n",
-                 options_.source.c_str());
+  if (!CanCreate(prelude)) {
+    WriteErrors(
+        Format("vorc: could not create temporary -D prelude file for '%s'\n", options_.source.c_str()));
     defines_failed_ = true;
     return false;
   }
+  std::string text;
   for (const std::string& define : options_.defines) {
     const size_t equals = define.find('=');
-    if (equals == std::string::npos) {
-      std::fprintf(file.get(), "#define %s\n", define.c_str());
-    } else {
-      std::fprintf(file.get(), "#define %s %s\n", define.substr(0, equals).c_str(),
-                   define.substr(equals + 1).c_str());
-    }
+    text += "#define " + define.substr(0, equals);
+    if (equals != std::string::npos) text += " " + define.substr(equals + 1);
+    text += '\n';
   }
-  std::fprintf(file.get(), "#include \"%s\"\n", FullPath(options_.source).c_str());
-  file.reset();
-  const bool compiled = OpenRelatedFiles() && ParseDiskFile(prelude);
-  std::remove(prelude.c_str());
-  return compiled;
+  text += "#include \"" + full_source_ + "\"\n";
+  scanner_.AddSource(prelude, std::move(text));
+  return OpenRelatedFiles() && ParseDiskFile(prelude);
 }
 
 int Compilation::FinishRtl() {
@@ -147,12 +157,12 @@ int Compilation::FinishRtl() {
 int Compilation::Finish() {
   const Diagnostics& display = slot_->Display;
   if (display.ErrorCount == 0 && options_.rtl) return FinishRtl();
-  if (display.ErrorCount == 0 && options_.morv && FindProgramEntryLabel(*slot_) != nullptr) {
-    if (!options_.quiet) SendOutput("vorc: executing main() ....");
+  if (display.ErrorCount == 0 && options_.target.script && FindProgramEntryLabel(*slot_) != nullptr) {
+    if (!options_.target.quiet) SendOutput("vorc: executing main() ....");
     interpreter_.InterpretScript();
     slot_->Display.FlushLog();
   }
-  if (display.ErrorCount == 0 && options_.warnings_as_errors && display.WarningCount > 0) {
+  if (display.ErrorCount == 0 && options_.target.warnings_as_errors && display.WarningCount > 0) {
     std::fprintf(stderr, "vorc: %ld warning(s) treated as errors (-Werr)\n", display.WarningCount);
     return kExitFailure;
   }

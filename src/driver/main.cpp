@@ -1,4 +1,6 @@
+#include <fcntl.h>
 #include <pthread.h>
+#include <unistd.h>
 
 #include <csignal>
 #include <cstdio>
@@ -6,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "base/console.h"
 #include "driver/compile.h"
 #include "driver/options.h"
 #include "lib/processes.h"
@@ -42,12 +45,23 @@ int RunWithLargeStack(const vorc::Options& options) {
   return run.status;
 }
 
+// Were one of the standard descriptors free, the next file that is opened would become standard
+// output. What stands in for it can't be written, so that lost output is told.
+bool OpenMissingStreams() {
+  for (int descriptor = STDIN_FILENO; descriptor <= STDERR_FILENO; ++descriptor) {
+    if (fcntl(descriptor, F_GETFD) >= 0) continue;
+    if (open("/dev/null", descriptor == STDERR_FILENO ? O_WRONLY : O_RDONLY) != descriptor) return false;
+  }
+  return true;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
+  if (!OpenMissingStreams()) return vorc::kExitFailure;
   std::setvbuf(stdout, nullptr, _IONBF, 0);
   std::setvbuf(stderr, nullptr, _IONBF, 0);
-  vorc::IgnoreBrokenPipes();
+  vorc::IgnoreWriteSignals();
   std::signal(SIGCHLD, SIG_DFL);
   // The root of the sandbox is settled before a script can touch the environment.
   vorc::MorvSandboxActive();
@@ -60,8 +74,8 @@ int main(int argc, char** argv) {
   }
   if (const auto status = vorc::ParseOptions(arguments, &options)) return *status;
   if (options.version) {
-    std::printf("%s %s\n", "vorc", kVersion);
-    return vorc::kExitSuccess;
+    vorc::SendOutput(std::string("vorc ") + kVersion);
+    return vorc::OutputStatus(vorc::kExitSuccess);
   }
   if (const auto status = vorc::SettleWidths(&options)) return *status;
   if (options.llmtrace) setenv("VORC_LLMTRACE", "1", 1);
@@ -72,5 +86,5 @@ int main(int argc, char** argv) {
     vorc::PrintUsage();
     return vorc::kExitFailure;
   }
-  return RunWithLargeStack(options);
+  return vorc::OutputStatus(RunWithLargeStack(options));
 }

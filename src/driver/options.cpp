@@ -80,20 +80,20 @@ struct WordOption {
   void (*apply)(Options&);
 };
 constexpr WordOption kWordOptions[] = {
-    {"-morv", [](Options& o) { o.morv = true; }},
-    {"-morvquiet", [](Options& o) { o.quiet = true; }},
+    {"-morv", [](Options& o) { o.target.script = true; }},
+    {"-morvquiet", [](Options& o) { o.target.quiet = true; }},
     {"-rtl", [](Options& o) { o.rtl = true; }},
-    {"-cpu32", [](Options& o) { o.cpu_size = o.address_size = 32; }},
-    {"-cpu64", [](Options& o) { o.cpu_size = o.address_size = 64; }},
+    {"-cpu32", [](Options& o) { o.target.cpu_size = o.target.address_size = 32; }},
+    {"-cpu64", [](Options& o) { o.target.cpu_size = o.target.address_size = 64; }},
     {"-addr32", [](Options& o) { o.address_override = 32; }},
     {"-addr64", [](Options& o) { o.address_override = 64; }},
-    {"-pic", [](Options& o) { o.pic = true; }},
-    {"-compress", [](Options& o) { o.compress = true; }},
-    {"compress", [](Options& o) { o.compress = true; }},
-    {"-Werr", [](Options& o) { o.warnings_as_errors = true; }},
-    {"-Werror", [](Options& o) { o.warnings_as_errors = true; }},
-    {"-debug", [](Options& o) { o.debug_symbols = 1; }},
-    {"-nodebug", [](Options& o) { o.debug_symbols = -1; }},
+    {"-pic", [](Options& o) { o.target.pic = true; }},
+    {"-compress", [](Options& o) { o.target.compress = true; }},
+    {"compress", [](Options& o) { o.target.compress = true; }},
+    {"-Werr", [](Options& o) { o.target.warnings_as_errors = true; }},
+    {"-Werror", [](Options& o) { o.target.warnings_as_errors = true; }},
+    {"-debug", [](Options& o) { o.target.debug_symbols = 1; }},
+    {"-nodebug", [](Options& o) { o.target.debug_symbols = -1; }},
     {"-llmtrace", [](Options& o) { o.llmtrace = true; }},
 };
 
@@ -124,7 +124,7 @@ std::optional<int> SetFormat(const std::string& value, Options* options) {
   for (char& c : folded) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
   for (const FormatName& format : kFormats) {
     if (format.name != folded) continue;
-    options->exe_format = format.format;
+    options->target.exe_format = format.format;
     return std::nullopt;
   }
   std::fprintf(
@@ -136,9 +136,9 @@ std::optional<int> SetFormat(const std::string& value, Options* options) {
 std::optional<int> SetCore(const std::string& value, Options* options) {
   for (const CoreName& core : kCores) {
     if (core.name != value) continue;
-    options->core = core.core;
-    if (core.xlen != 0) options->retarget_xlen = core.xlen;
-    if (core.multiply_divide >= 0) options->multiply_divide = core.multiply_divide == 1;
+    options->target.core = core.core;
+    if (core.xlen != 0) options->target.xlen = core.xlen;
+    if (core.multiply_divide >= 0) options->target.multiply_divide = core.multiply_divide == 1;
     return std::nullopt;
   }
   std::fprintf(
@@ -150,11 +150,11 @@ std::optional<int> SetCore(const std::string& value, Options* options) {
 
 void SetOptimization(const std::string& argument, Options* options) {
   const long level = std::strtol(argument.c_str() + 2, nullptr, 10);
-  options->optimization_level = static_cast<int>(level);
+  options->target.optimization_level = static_cast<int>(level);
   if (level <= kHighestOptimization) return;
   std::fprintf(stderr, "vorc: warning: -o%d requested; the highest level implemented is -o%d, using that\n",
                static_cast<int>(level), kHighestOptimization);
-  options->optimization_level = kHighestOptimization;
+  options->target.optimization_level = kHighestOptimization;
 }
 
 void AddPositional(const std::string& argument, Options* options) {
@@ -206,8 +206,8 @@ std::optional<int> ParseOptions(const std::vector<std::string>& arguments, Optio
                std::isdigit(static_cast<unsigned char>(argument[2]))) {
       SetOptimization(argument, options);
     } else if (argument.starts_with("-I") && argument.size() > 2) {
-      if (options->include_paths.size() < kMostIncludePaths)
-        options->include_paths.push_back(argument.substr(2));
+      if (options->target.include_paths.size() < kMostIncludePaths)
+        options->target.include_paths.push_back(argument.substr(2));
     } else if (argument == "-D" && i + 1 < arguments.size()) {
       // With the table full only the `-D` goes, and its value is looked at as an argument.
       if (options->defines.size() < kMostDefines) options->defines.push_back(arguments[++i]);
@@ -221,24 +221,24 @@ std::optional<int> ParseOptions(const std::vector<std::string>& arguments, Optio
 }
 
 std::optional<int> SettleWidths(Options* options) {
-  if (options->morv) {
-    if (options->cpu_size != 64) {
-      if (!options->quiet)
+  if (options->target.script) {
+    if (options->target.cpu_size != 64) {
+      if (!options->target.quiet)
         std::fputs("vorc: -morv overrides -cpu32; generating 64-bit (CPUSIZE 64)\n", stderr);
-      options->cpu_size = options->address_size = 64;
+      options->target.cpu_size = options->target.address_size = 64;
     }
-    if (options->address_override != 0 && !options->quiet) {
+    if (options->address_override != 0 && !options->target.quiet) {
       std::fprintf(stderr, "vorc: -morv runs on the 64-bit host; ignoring -addr%d\n",
                    options->address_override);
     }
     return std::nullopt;
   }
-  if (options->address_override != 0) options->address_size = options->address_override;
-  if (options->address_size > options->cpu_size) {
+  if (options->address_override != 0) options->target.address_size = options->address_override;
+  if (options->target.address_size > options->target.cpu_size) {
     std::fprintf(stderr,
                  "vorc: error: address bus (%d) is wider than the data registers (%d) - a pointer would not "
                  "fit in a register\n",
-                 options->address_size, options->cpu_size);
+                 options->target.address_size, options->target.cpu_size);
     return kExitError;
   }
   if (options->rtl) {

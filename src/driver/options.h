@@ -4,32 +4,19 @@
 #include <string>
 #include <vector>
 
-namespace vorc {
+#include "program/target_options.h"
 
-enum class Core { kQlx, kRiscV, kAArch64 };
+namespace vorc {
 
 /// The command line, read.
 struct Options {
   bool version = false;
-  bool morv = false;
   bool rtl = false;
-  bool quiet = false;
   bool llmtrace = false;
-  bool pic = false;
-  bool compress = false;
-  bool warnings_as_errors = false;
-  bool multiply_divide = true;
-  int cpu_size = 64;
-  int address_size = 64;
-  int address_override = 0;     ///< 0 for none
-  int exe_format = 0;           ///< 0 native, 1 ELF, 2 PE, 3 position-independent native
-  int debug_symbols = 0;        ///< 1 keep, -1 strip, 0 as the build has it
-  int optimization_level = -1;  ///< -1 for not given
-  int retarget_xlen = 32;
-  Core core = Core::kQlx;
+  int address_override = 0;  ///< 0 for none
+  TargetOptions target;
   std::string source;
   std::vector<std::string> script_arguments;
-  std::vector<std::string> include_paths;
   std::vector<std::string> defines;
 };
 

@@ -84,7 +84,7 @@ bool Parser::ParseTypeCastNew(const ExprContext& context, ExprChain* chain) {
     default: break;
   }
   if (!CTerm(context, chain)) return false;
-  AddOperator(context, chain, Tok::TYPE_CAST)->Cast = cast;
+  Append(context, chain, Tok::TYPE_CAST)->Cast = cast;
   return true;
 }
 
@@ -111,15 +111,9 @@ bool Parser::ParseSizeof(const ExprContext& context, int64_t* size) {
   Scope scope = MainScope();
   scope.proc = context.proc;
   if (At(Tok::LBRACKET) && !ParseArrayDimension(scope, &dimensions)) return false;
-  TypeSpec type;
-  type.BasicType = cast.TypeToken;
-  type.Typedef = cast.Typedef;
-  type.Struct = cast.Struct;
-  int stars = cast.PointerDepth;
-  for (const TYPEDEF_REC* at = cast.Typedef; at != nullptr; at = at->Typedef) stars -= at->PointerDepth;
-  const bool pointer = stars > 0 || cast.CastType == CAST_FUNC_PTR_TYPE;
-  *size = pointer ? slot_.Target.ADDRSIZE / 8 : GetTypeSize(slot_, type);
+  *size = ValueType::OfCast(cast).Size(slot_);
   for (const int64_t dimension : dimensions) *size = SizeProduct(*size, dimension);
+  if (*size > kLargestType && !FailTypeSize(slot_.Names.Intern("sizeof"))) *size = 1;
   return Expect(Tok::RPAREN, 79, "Missing ')' . ");
 }
 

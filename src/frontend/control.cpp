@@ -1,40 +1,11 @@
-#include <unordered_set>
-
 #include "base/format.h"
 #include "frontend/parser.h"
 #include "program/constants.h"
+#include "program/statement_tree.h"
 
 namespace vorc {
 
 namespace {
-
-bool IsLoop(const STATEMENT_BLOCK* statement) {
-  const StatementKind kind = statement->StatementType;
-  return kind == STATEMENT_TYPE_WHILE || kind == STATEMENT_TYPE_DO || kind == STATEMENT_TYPE_FOR;
-}
-
-const STATEMENT_BLOCK* Enclosing(const STATEMENT_BLOCK* statement) {
-  if (statement->ParentStatement != nullptr) return statement->ParentStatement;
-  return statement->ParentCodeBlock == nullptr ? nullptr : statement->ParentCodeBlock->ParentStatement;
-}
-
-const STATEMENT_BLOCK* FindLoopStatement(const STATEMENT_BLOCK* statement) {
-  do statement = Enclosing(statement);
-  while (statement != nullptr && !IsLoop(statement));
-  return statement;
-}
-
-const STATEMENT_BLOCK* FindLoopSwitchStatement(const STATEMENT_BLOCK* statement) {
-  do statement = Enclosing(statement);
-  while (statement != nullptr && !IsLoop(statement) && statement->StatementType != STATEMENT_TYPE_SWITCH);
-  return statement;
-}
-
-const STATEMENT_BLOCK* FindParentSwitchStatement(const STATEMENT_BLOCK* statement) {
-  do statement = Enclosing(statement);
-  while (statement != nullptr && statement->StatementType != STATEMENT_TYPE_SWITCH);
-  return statement;
-}
 
 // Directly in a function's body these words have numbers of their own.
 bool InBody(const STATEMENT_BLOCK* statement) {
@@ -145,7 +116,7 @@ bool Parser::ParseSWITCH(STATEMENT_BLOCK* statement) {
   if (!At(Tok::LSECONDBRACKET)) return Fail(0, "Missing '{' in 'switch' statement.");
   CODE_BLOCK* block = NewCodeBlock(slot_, statement->OwnerFunction, statement);
   Next();
-  const long line = scan_.LineNumber();
+  const SourceLine line = scan_.Place();
   if (!ParseCodeBlock(statement->OwnerFunction, block)) return Fail(0, "Missing '}'");
   if (block->Statements.First == nullptr) {
     slot_.ErrorAt(line, 0, "Empty 'switch' statement body not allowed.");
@@ -161,7 +132,7 @@ bool Parser::ParseCase(const Scope& scope) {
   Next();
   // The value is a constant, but `?` needs its `:` first, so only what stands before one is read.
   ExprChain chain;
-  if (!BinaryExpression(ContextOf(statement), &chain, 0)) return false;
+  if (!BinaryExpression(ContextOf(statement), &chain, 1)) return false;
   if (At(Tok::QUESTION_MARK) && !ParseQuestionMark(ContextOf(statement), &chain)) return false;
   statement->Expression = chain.First;
   if (!Expect(Tok::COLON, 0, "Missing ':' in 'case' statement.")) return false;
@@ -221,21 +192,6 @@ bool Parser::ParseReturnType(STATEMENT_BLOCK* statement) {
   if (!scan_.TokenIn(kNoValue) && !ParseFullExpression(ContextOf(statement), &statement->Expression))
     return false;
   return Expect(Tok::SEMICOLON, 59, "Missing ';'");
-}
-
-void Parser::CheckSwitchStatementDulicateCaseValues(const STATEMENT_BLOCK* statement) {
-  if (statement->Block == nullptr || slot_.Display.ErrorCount > 0) return;
-  std::unordered_set<int64_t> seen;
-  bool has_default = false;
-  for (const STATEMENT_BLOCK* at = statement->Block->Statements.First; at != nullptr; at = at->Next) {
-    if (at->StatementType == STATEMENT_TYPE_DEFAULT) {
-      if (has_default) slot_.ErrorAt(at->Line, 85, "Duplicate case value 'default' ");
-      has_default = true;
-    }
-    if (at->StatementType != STATEMENT_TYPE_CASE) continue;
-    if (seen.insert(at->CaseValue).second) continue;
-    slot_.ErrorAt(at->Line, 85, Format("Duplicate case value '%d' found\n", static_cast<int>(at->CaseValue)));
-  }
 }
 
 }  // namespace vorc

@@ -254,8 +254,7 @@ bool Parser::ParseBasicTypeDecl(const Scope& scope, const TypeSpec& type, const 
   if (!AtDeclaredName()) {
     return Fail(0, Format("Missing variable name for the declaration of type '%s'", TypeText(type).c_str()));
   }
-  declarator.name = scan_.WordName();
-  Next();
+  TakeName(&declarator);
   if (function_only && !At(Tok::LPAREN)) return Fail(0, "Missing '(' in friend/inline function declaration");
   if (!ParseNamedDeclarator(scope, &declarator, traits)) return false;
   *function_body = declarator.function_body;
@@ -283,9 +282,24 @@ bool Parser::DeclareTypedef(const Scope& scope, const Declarator& declarator, FU
     record->Function = function;
   }
   SYM_REC shaped;
+  static_cast<TypeSpec&>(shaped) = declarator.type;
+  shaped.name = declarator.name;
+  SettleType(slot_, &shaped);
   SetShape(slot_, &shaped, declarator.dimensions.data(), static_cast<int>(declarator.dimensions.size()));
   record->Shape = shaped.Shape;
-  return true;
+  return function != nullptr || CheckTypeSize(&shaped);
+}
+
+// False after an error if a variable is too large; it goes on as one element then.
+bool Parser::CheckTypeSize(SYM_REC* symbol) {
+  if (TypeFits(slot_, symbol)) return true;
+  for (int i = 0; i < symbol->Shape.DimensionCount; ++i) symbol->Shape.Dimensions[i] = 1;
+  return FailTypeSize(symbol->name);
+}
+
+bool Parser::FailTypeSize(const Name* name) {
+  return Fail(0, Format("The type of '%s' is larger than %lld bytes.", name->c_str(),
+                        static_cast<long long>(kLargestType)));
 }
 
 bool Parser::ParseVariable(const Scope& scope, Declarator* declarator, FUNCPROTO_REC* function_pointer) {
@@ -298,6 +312,9 @@ bool Parser::ParseVariable(const Scope& scope, Declarator* declarator, FUNCPROTO
     SYMBOLS_HEADER aside;
     SYMBOLS_HEADER* header = dropped ? &aside : scope.header;
     symbol = InsertVarName(slot_, header, declarator->name, declarator->type, false);
+    DeclareAt(header, symbol, declarator->line);
+    const bool is_static = (symbol->StorageType & STATIC_VAR) != 0;
+    if (is_static && scope.InFunction() && !dropped) KeepStatic(symbol);
   }
   if (function_pointer != nullptr) {
     symbol->IsFunctionPointer = true;
@@ -317,11 +334,19 @@ bool Parser::ParseVariable(const Scope& scope, Declarator* declarator, FUNCPROTO
     symbol->PointerDepth = symbol->TotalDepth = 1;
     return false;
   }
+  if (!CheckTypeSize(symbol)) return false;
   if (At(Tok::COLON)) return ParseBitField(*declarator, symbol);
   if (At(Tok::ASSIGN)) return ParseInitialValue(scope, symbol);
   if (symbol->Shape.UnsizedFirstDimension && scope.InFunction()) return Fail(0, "Unknown array size.");
   FinishVariable(scope, symbol);
   return true;
+}
+
+// A static of a function stands among the file's data, under a name of its own.
+void Parser::KeepStatic(SYM_REC* symbol) {
+  symbol->AsmName = slot_.Texts.Copy(
+      Format("%s_%lld_static", symbol->name->c_str(), static_cast<long long>(symbol->Index)));
+  slot_.ProcStatics.push_back(symbol);
 }
 
 void Parser::FinishVariable(const Scope& scope, SYM_REC* symbol) {
@@ -417,7 +442,7 @@ bool Parser::ParseLocalValue(const Scope& scope, SYM_REC* symbol) {
                              : "Math/Logical operation on an uninitialized variable '%s'";
     slot_.Error(0, Format(format, symbol->name->c_str()));  // NOLINT(clang-diagnostic-format-nonliteral)
   }
-  AddOperator(context, &chain, Tok::ASSIGN);
+  Append(context, &chain, Tok::ASSIGN);
   statement->Expression = chain.First;
   return true;
 }
@@ -475,8 +500,7 @@ bool Parser::ParseFunctionPointer(const Scope& scope, Declarator* declarator) {
   while (Accept(Tok::STAR)) {
   }
   if (!AtDeclaredName()) return Fail(0, "Missing variable name in function pointer declaration .");
-  declarator->name = scan_.WordName();
-  Next();
+  TakeName(declarator);
   if (At(Tok::LBRACKET)) {
     if (scope.is_typedef) return Fail(0, "Typedef'd array of function pointers is not supported.");
     if (!ParseArrayDimension(scope, &declarator->dimensions)) return false;
@@ -484,6 +508,7 @@ bool Parser::ParseFunctionPointer(const Scope& scope, Declarator* declarator) {
   if (!Expect(Tok::RPAREN, 0, "Missing ')' in function pointer declaration .")) return false;
   if (!At(Tok::LPAREN)) return Fail(0, "Missing '(' in function pointer declaration .");
   FUNCPROTO_REC* proto = InsertFuncName(slot_, nullptr, declarator->name, declarator->type);
+  proto->Line = declarator->line;
   if (!ParseProcedureArgs(proto, scope)) return false;
   declarator->function_pointer = true;
   return ParseVariable(scope, declarator, proto);

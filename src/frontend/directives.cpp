@@ -156,14 +156,17 @@ Tok Scanner::DirectiveOfLine() {
   return now_.WordName == nullptr ? Tok::NOTOKEN : PreProcessReserveWord(now_.Word);
 }
 
-bool Scanner::SkipRtlBlock() {
-  while (ReadLine()) {
+bool Scanner::ReadRtlBlock() {
+  ++slot_.RtlBlocks;
+  bool closed = false;
+  while (!closed && ReadLine()) {
     const std::string_view line(now_.Cursor, static_cast<size_t>(now_.LineEnd - now_.Cursor));
-    if (line.find("rtlend") == std::string_view::npos) continue;
-    now_.Cursor = now_.LineEnd;
-    return true;
+    closed = line.find("rtlend") != std::string_view::npos;
+    if (!closed) slot_.RtlLines.push_back(line);
   }
-  return false;
+  if (closed) now_.Cursor = now_.LineEnd;
+  slot_.RtlLines.emplace_back();
+  return closed;
 }
 
 }  // namespace vorc

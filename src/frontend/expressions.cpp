@@ -2,36 +2,19 @@
 
 #include "base/format.h"
 #include "frontend/parser.h"
+#include "program/operators.h"
 
 namespace vorc {
 
 namespace {
 
-constexpr TokenList kAssignments = {Tok::ASSIGN,   Tok::BITOR_EQ,     Tok::BITAND_EQ,    Tok::STAR_EQ,
-                                    Tok::SLASH_EQ, Tok::MINUS_EQ,     Tok::PLUS_EQ,      Tok::DIV_EQ,
-                                    Tok::HAT_EQ,   Tok::LEFTSHIFT_EQ, Tok::RIGHTSHIFT_EQ};
-
 // What a `.` or `->` can follow that is no name.
 constexpr TokenList kMayBeObject = {Tok::LPAREN, Tok::FUNCTION_CALL, Tok::FUNCTION_ARGUMENT};
 
-// The levels of binary operators from loose to tight. Equality and relation share one, and so do
-// the three bit operators.
-constexpr TokenList kLevels[] = {
-    {Tok::OR},
-    {Tok::AND},
-    {Tok::LT, Tok::GT, Tok::NE, Tok::LE, Tok::GE, Tok::EQ},
-    {Tok::BITAND, Tok::BITOR, Tok::XOR},
-    {Tok::LEFTSHIFT, Tok::RIGHTSHIFT},
-    {Tok::PLUS, Tok::MINUS},
-    {Tok::STAR, Tok::SLASH, Tok::DIV, Tok::MOD},
-};
-constexpr int kLevelCount = static_cast<int>(std::size(kLevels));
-
-int LevelOf(Tok token) {
-  for (int level = 0; level < kLevelCount; ++level) {
-    if (kLevels[level].Has(token)) return level;
-  }
-  return -1;
+void SetName(EXPR_NODE* node, Name* name) {
+  node->name = name;
+  node->Literal = name->c_str();
+  node->LiteralLength = static_cast<uint32_t>(name->Text.size());
 }
 
 struct ImmediateForm {
@@ -55,7 +38,7 @@ ImmediateForm ClassifyImmediate(int64_t value) {
 EXPR_NODE* Parser::CreateNewExprNode(const ExprContext& context, Tok token) {
   EXPR_NODE* node = slot_.New(slot_.Expressions, "expression nodes");
   node->Token = token;
-  node->Line = static_cast<int32_t>(scan_.LineNumber());
+  node->Line = scan_.Place();
   node->Statement = context.statement;
   node->OwnerFunction = context.proc;
   return node;
@@ -72,13 +55,14 @@ EXPR_NODE* Parser::Append(const ExprContext& context, ExprChain* chain, Tok toke
   return node;
 }
 
-EXPR_NODE* Parser::AddOperator(const ExprContext& context, ExprChain* chain, Tok token) {
-  return Append(context, chain, token);
+void Parser::SetLiteral(EXPR_NODE* node, std::string_view text) {
+  node->Literal = slot_.Texts.Copy(text);
+  node->LiteralLength = static_cast<uint32_t>(text.size());
 }
 
 EXPR_NODE* Parser::AddNumber(const ExprContext& context, ExprChain* chain, Tok token, std::string_view text) {
   EXPR_NODE* node = Append(context, chain, token);
-  node->Literal = slot_.Texts.Copy(text);
+  SetLiteral(node, text);
   if (token == Tok::HEXNUMBER) {
     node->NumberValue = static_cast<int64_t>(std::strtoull(node->Literal + 2, nullptr, 16));
   } else {
@@ -96,7 +80,7 @@ EXPR_NODE* Parser::AddNumberValue(const ExprContext& context, ExprChain* chain, 
 
 EXPR_NODE* Parser::AddRealNumber(const ExprContext& context, ExprChain* chain) {
   EXPR_NODE* node = Append(context, chain, Tok::REAL_NUMBER);
-  node->Literal = slot_.Texts.Copy(scan_.Word());
+  SetLiteral(node, scan_.Word());
   node->NumberValue = std::strtol(node->Literal, nullptr, 10);
   node->NumberSize = node->NumberValue < 256 ? 1 : node->NumberValue < 65536 ? 2 : 4;
   return node;
@@ -105,13 +89,13 @@ EXPR_NODE* Parser::AddRealNumber(const ExprContext& context, ExprChain* chain) {
 EXPR_NODE* Parser::AddString(const ExprContext& context, ExprChain* chain) {
   EXPR_NODE* node = Append(context, chain, Tok::STRING);
   node->Literal = scan_.Word().data();
+  node->LiteralLength = static_cast<uint32_t>(scan_.Word().size());
   return node;
 }
 
 EXPR_NODE* Parser::AddIdentifier(const ExprContext& context, ExprChain* chain, Name* name, SYM_REC* symbol) {
   EXPR_NODE* node = Append(context, chain, Tok::IDENTIFIER);
-  node->name = name;
-  node->Literal = name->c_str();
+  SetName(node, name);
   node->Symbol = symbol;
   return node;
 }
@@ -128,15 +112,15 @@ bool Parser::ParseFullExpression(const ExprContext& context, EXPR_NODE** head) {
 bool Parser::AssignmentExpression(const ExprContext& context, ExprChain* chain) {
   const Nesting nesting(*this);
   if (!nesting) return false;
-  if (!BinaryExpression(context, chain, 0)) return false;
+  if (!BinaryExpression(context, chain, 1)) return false;
   if (At(Tok::QUESTION_MARK)) return ParseQuestionMark(context, chain);
-  if (!scan_.TokenIn(kAssignments)) return true;
+  if (!IsAssignment(Token())) return true;
   const Tok op = Token();
   for (EXPR_NODE* node = chain->Last; node != nullptr && !node->IsLvalue; node = node->Prev)
     node->IsLvalue = true;
   Next();
   if (!AssignmentExpression(context, chain)) return false;
-  AddOperator(context, chain, op);
+  Append(context, chain, op);
   return true;
 }
 
@@ -151,11 +135,11 @@ bool Parser::ParseQuestionMark(const ExprContext& context, ExprChain* chain) {
 // Operators of `level` and tighter ones, all from left to right.
 bool Parser::BinaryExpression(const ExprContext& context, ExprChain* chain, int level) {
   if (!CTerm(context, chain)) return false;
-  for (int found = LevelOf(Token()); found >= level; found = LevelOf(Token())) {
+  for (int found = OperatorOf(Token()).level; found >= level; found = OperatorOf(Token()).level) {
     const Tok op = Token();
     Next();
     if (!BinaryExpression(context, chain, found + 1)) return false;
-    AddOperator(context, chain, op);
+    Append(context, chain, op);
   }
   return true;
 }
@@ -165,7 +149,7 @@ bool Parser::ParseUnary(const ExprContext& context, ExprChain* chain, Tok op) {
   if (!nesting) return false;
   Next();
   if (!BitAnd_Star(context, chain)) return false;
-  AddOperator(context, chain, op);
+  Append(context, chain, op);
   return true;
 }
 
@@ -193,11 +177,11 @@ bool Parser::BitAnd_Star(const ExprContext& context, ExprChain* chain) {
   if (object && (At(Tok::POINTER) || At(Tok::DOT)) && !ParseMemberChain(context, chain, nullptr))
     return false;
   if (At(Tok::PLUS_PLUS) || At(Tok::MINUS_MINUS)) {
-    AddOperator(context, chain, At(Tok::PLUS_PLUS) ? Tok::POST_PLUS_PLUS : Tok::POST_MINUS_MINUS);
+    Append(context, chain, At(Tok::PLUS_PLUS) ? Tok::POST_PLUS_PLUS : Tok::POST_MINUS_MINUS);
     Next();
   }
-  if (stars > 0) AddOperator(context, chain, Tok::STAR_REF)->StarRefCount = stars;
-  if (address) AddOperator(context, chain, Tok::BITAND_ADDRESS);
+  if (stars > 0) Append(context, chain, Tok::STAR_REF)->StarRefCount = stars;
+  if (address) Append(context, chain, Tok::BITAND_ADDRESS);
   return true;
 }
 
@@ -284,8 +268,7 @@ SYM_REC* Parser::InsertUndeclared(Name* name) {
 bool Parser::ParseComplexIdentifier(const ExprContext& context, ExprChain* chain) {
   if (At(Tok::this_)) {
     EXPR_NODE* node = Append(context, chain, Tok::this_);
-    node->name = scan_.WordName();
-    node->Literal = "this";
+    SetName(node, scan_.WordName());
     if (context.proc != nullptr && context.proc->OwnerClass != nullptr)
       node->Symbol = context.proc->OwnerClass->This;
     Next();
@@ -334,8 +317,7 @@ bool Parser::ParseCallBehindName(const ExprContext& context, ExprChain* chain, N
   }
   if (function != nullptr) {
     EXPR_NODE* call = Append(context, chain, Tok::FUNCTION_CALL);
-    call->name = name;
-    call->Literal = name->c_str();
+    SetName(call, name);
     call->Function = function;
     if (!ParseFunctionCall(context, call)) return false;
   } else {
@@ -380,8 +362,7 @@ bool Parser::ParseMemberChain(const ExprContext& context, ExprChain* chain, EXPR
     EXPR_NODE* member = nullptr;
     if (At(Tok::LPAREN)) {
       member = Append(context, chain, Tok::FUNCTION_CALL);
-      member->name = name;
-      member->Literal = name->c_str();
+      SetName(member, name);
       member->IsMember = true;
       if (!ParseFunctionCall(context, member)) return false;
     } else {
@@ -391,7 +372,7 @@ bool Parser::ParseMemberChain(const ExprContext& context, ExprChain* chain, EXPR
     }
     member->OwnerObject = left->Symbol;
     left->IsObject = true;
-    AddOperator(context, chain, op);
+    Append(context, chain, op);
     left = member;
   }
   return true;

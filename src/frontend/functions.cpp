@@ -1,6 +1,7 @@
 #include "base/format.h"
 #include "frontend/parser.h"
 #include "program/layout.h"
+#include "program/overloads.h"
 
 namespace vorc {
 
@@ -37,6 +38,7 @@ bool Parser::ParseFunctionDeclarator(const Scope& scope, const Declarator& decla
   const ConflictResult clash = FindBasicTypeConflictGlobal(slot_, header, declarator.name);
   if (NonProcNameConflict(clash)) ShowConflict(clash, declarator.name, false);
   FUNCPROTO_REC* proto = InsertFuncName(slot_, header, declarator.name, declarator.type);
+  proto->Line = declarator.line;
   proto->IsInline = traits.is_inline;
   proto->IsVirtual = traits.is_virtual;
   if (as_friend) return ParseFriend(proto, scope.owner, function_body);
@@ -119,7 +121,7 @@ bool Parser::ParseProcedureBody(FUNCPROTO_REC* proto) {
   AttachProcBody(slot_, proto);
   Next();
   ParseProcBody(proto);
-  proto->ProcBody->EndLine = static_cast<int32_t>(scan_.LineNumber());
+  proto->ProcBody->EndLine = scan_.Place();
   return Expect(Tok::RSECONDBRACKET, 0, "Missing '}'");
 }
 
@@ -180,7 +182,7 @@ bool Parser::ParseArgumentType(const Scope& scope, TypeSpec* type) {
 FUNCPROTO_REC* Parser::ParseFuncPtrArgument(const Scope& scope, Declarator* declarator) {
   Next();
   if (!Expect(Tok::STAR, 0, "Missing '*' in function pointer declaration .")) return nullptr;
-  AcceptDeclaredName(declarator);
+  if (AtDeclaredName()) TakeName(declarator);
   if (!Expect(Tok::RPAREN, 0, "Missing ')' in function pointer declaration .")) return nullptr;
   if (!At(Tok::LPAREN)) {
     slot_.Error(0, "Missing '(' in function pointer declaration .");
@@ -188,12 +190,6 @@ FUNCPROTO_REC* Parser::ParseFuncPtrArgument(const Scope& scope, Declarator* decl
   }
   FUNCPROTO_REC* function = InsertFuncName(slot_, nullptr, declarator->name, declarator->type);
   return ParseProcedureArgs(function, scope) ? function : nullptr;
-}
-
-void Parser::AcceptDeclaredName(Declarator* declarator) {
-  if (!AtDeclaredName()) return;
-  declarator->name = scan_.WordName();
-  Next();
 }
 
 bool Parser::InsertArgument(FUNCPROTO_REC* proto, const Scope& scope) {
@@ -206,7 +202,7 @@ bool Parser::InsertArgument(FUNCPROTO_REC* proto, const Scope& scope) {
     function_pointer = ParseFuncPtrArgument(scope, &declarator);
     if (function_pointer == nullptr) return false;
   } else {
-    AcceptDeclaredName(&declarator);
+    if (AtDeclaredName()) TakeName(&declarator);
   }
   if (At(Tok::LBRACKET) && !ParseArrayDimension(scope, &declarator.dimensions)) return false;
   // A list that just isn't closed is the caller's to report.
@@ -233,6 +229,7 @@ void Parser::DeclareArgument(FUNCPROTO_REC* proto, const Declarator& declarator,
     slot_.Error(0, Format("'%s' is not class/struct/union", record->name->c_str()));
   }
   SYM_REC* symbol = InsertVarName(slot_, &proto->ParametersHeader, declarator.name, declarator.type, true);
+  if (!declarator.name->Text.empty()) DeclareAt(&proto->ParametersHeader, symbol, declarator.line);
   if (function_pointer != nullptr) {
     symbol->IsFunctionPointer = true;
     symbol->FunctionPointer = function_pointer;
@@ -240,6 +237,7 @@ void Parser::DeclareArgument(FUNCPROTO_REC* proto, const Declarator& declarator,
   if (!declarator.dimensions.empty()) {
     SetShape(slot_, symbol, declarator.dimensions.data(), static_cast<int>(declarator.dimensions.size()));
   }
+  CheckTypeSize(symbol);
   ++proto->ParameterCount;
 }
 
@@ -254,10 +252,9 @@ bool Parser::ParseFunctionSubroutineNamed(SYMBOLS_HEADER* header) {
     return false;
   }
   Declarator declarator;
-  declarator.name = scan_.WordName();
   declarator.type.BasicType = Tok::dollar;
   declarator.type.StorageType = DOLLAR_VAR;
-  Next();
+  TakeName(&declarator);
   if (!At(Tok::LPAREN)) {
     slot_.Error(0, Format("Missing '(' after %s name '%s'.", text.c_str(), declarator.name->c_str()));
     SkipToSemicolon();
@@ -266,6 +263,7 @@ bool Parser::ParseFunctionSubroutineNamed(SYMBOLS_HEADER* header) {
   const ConflictResult clash = FindBasicTypeConflictGlobal(slot_, header, declarator.name);
   if (NonProcNameConflict(clash)) ShowConflict(clash, declarator.name, false);
   FUNCPROTO_REC* proto = InsertFuncName(slot_, header, declarator.name, declarator.type);
+  proto->Line = declarator.line;
   proto->DefinedBy = word;
   Scope scope = MainScope();
   scope.header = header;

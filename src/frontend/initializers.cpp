@@ -48,7 +48,7 @@ bool Parser::IsAggregate(const SYM_REC* symbol) const {
 INITIALIZER* Parser::InsertNewIntilizerElement(InitializerList* list, InitializerKind kind) {
   INITIALIZER* element = slot_.New(slot_.InitializerElements, "initial values");
   element->InitializerType = kind;
-  element->Line = scan_.LineNumber();
+  element->Line = scan_.Place();
   if (list->Last == nullptr)
     list->First = element;
   else
@@ -128,10 +128,14 @@ bool Parser::VerifyInitilizers(SYM_REC* symbol, const ExprContext& context) {
   if (open > 1) return Fail(0, "Too many sizeless dimensions '[]'");
   if (misplaced) return Fail(0, "Wrongly placed sizeless dimensions '[]'");
   bool constant = true;
+  const bool keeps = (symbol->StorageType & CONSTANT_VAR) != 0 && symbol->TotalDepth == 0 &&
+                     shape.DimensionCount == 0 && context.constant;
   const auto check = [&](const InitializerLeaf& leaf) {
     ConstantValue value;
     constant =
         constant && (!context.constant || EvalConstantExpression(slot_, leaf.element->Expression, &value));
+    if (keeps && constant && leaf.symbol == symbol && value.IsNumber())
+      symbol->Constant = slot_.Texts.New<ConstantValue>(value);
   };
   InitializerWalk walk(slot_, check);
   const int64_t rows = walk.Run(symbol);

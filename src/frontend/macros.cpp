@@ -43,6 +43,7 @@ bool Scanner::GetDefineToken() {
 }
 
 void Scanner::DeliverItem(const DEFINE_ITEM* item) {
+  ++now_.Position;
   now_.Token = item->Token;
   now_.Word = item->Text;
   now_.WordName = item->name;
@@ -173,7 +174,8 @@ void Scanner::ParseDefine() {
   Name* name = now_.WordName;
   if (name->Define != nullptr) {
     slot_.Warning(Format("'%s' already defined in file '%s' line no=%d", name->c_str(),
-                         std::string(name->Define->FileName).c_str(), name->Define->LineNumber));
+                         std::string(slot_.Sources.FileName(name->Define->Line)).c_str(),
+                         name->Define->Line.Line));
     name->Define = nullptr;
   }
   if (slot_.DefineRecords.full()) {
@@ -184,8 +186,7 @@ void Scanner::ParseDefine() {
   }
   DEFINE_REC* define = slot_.New(slot_.DefineRecords, "macros");
   define->name = name;
-  define->FileName = now_.Frame->Source->Name;
-  define->LineNumber = static_cast<int32_t>(now_.LineNumber);
+  define->Line = Place();
   if (now_.Cursor < now_.LineEnd && *now_.Cursor == '(') {
     RawToken();
     define->Type = DEFINE_TYPE_MACRO;

@@ -4,6 +4,7 @@
 #include "base/format.h"
 #include "frontend/parser.h"
 #include "program/layout.h"
+#include "program/overloads.h"
 
 namespace vorc {
 
@@ -165,6 +166,7 @@ bool Parser::ParseConstructorOrDestructor(const Scope& members, STRUCT_REC* reco
 
 // `operator` and its sign; the function is named for both.
 bool Parser::ParseOperatorName(Declarator* declarator, const FunctionTraits& traits) {
+  declarator->line = scan_.Place();
   Next();
   const Tok op = Token();
   if (!OverloadableOperators.Has(op)) {
@@ -251,8 +253,7 @@ bool Parser::ParseMemberFunctionDefinitions(const Scope&, Declarator* declarator
   } else {
     if (scan_.WordName() == nullptr)
       return Fail(0, Format("'%s' is not a member of %s.", scan_.ClipTok().c_str(), class_name));
-    declarator->name = scan_.WordName();
-    Next();
+    TakeName(declarator);
   }
   if (destructor) {
     if (declarator->name != record->name) {
@@ -279,6 +280,7 @@ bool Parser::DefineMemberFunction(STRUCT_REC* record, const Declarator& declarat
     return Fail(0, Format("member '%s' has been declared with different return type", name));
   }
   FUNCPROTO_REC* proto = InsertFuncName(slot_, &record->MembersHeader, declarator.name, known->ReturnType);
+  proto->Line = declarator.line;
   if (!ParseProcedureArgs(proto, MainScope())) return false;
   if (Accept(Tok::const_)) proto->IsConst = true;
   FUNCPROTO_REC* declared = nullptr;

@@ -65,12 +65,8 @@ bool Parser::ParseCsyntax() {
       break;
     }
     const ScanPosition position = scan_.Position();
-    const long line = scan_.LineNumber();
-    const int depth = scan_.IncludeDepth();
     ParseTopLevelItem();
-    const bool moved =
-        scan_.Position() != position || scan_.LineNumber() != line || scan_.IncludeDepth() != depth;
-    if (!moved && !At(Tok::END_OF_FILE)) Next();
+    if (scan_.Position() == position && !At(Tok::END_OF_FILE)) Next();
   }
   scan_.ExaminePreProcessorStack();
   slot_.Display.DisplayCompilerErrorWarningCount();

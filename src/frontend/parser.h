@@ -65,6 +65,7 @@ class Parser {
   struct Declarator {
     TypeSpec type;
     Name* name = nullptr;
+    SourceLine line;  ///< of the name
     std::vector<int64_t> dimensions;
     bool function_body = false;  ///< it was a function with its body: no `;` follows
     bool function_pointer = false;
@@ -135,6 +136,7 @@ class Parser {
   bool CheckVariableConflict(const Scope& scope, const Declarator& declarator, SYM_REC** existing);
   void ShowConflict(const ConflictResult& conflict, const Name* name, bool warning);
   bool DeclareTypedef(const Scope& scope, const Declarator& declarator, FUNCPROTO_REC* function);
+  void KeepStatic(SYM_REC* symbol);
   void FinishVariable(const Scope& scope, SYM_REC* symbol);
   bool ParseInitialValue(const Scope& scope, SYM_REC* symbol);
   bool ParseLocalValue(const Scope& scope, SYM_REC* symbol);
@@ -143,6 +145,8 @@ class Parser {
   bool ParseFunctionPointer(const Scope& scope, Declarator* declarator);
   bool ParseEnum(const Scope& scope, TypeSpec* type);
   bool ParseEnumBody(const Scope& scope, ENUM_REC* record);
+  bool CheckTypeSize(SYM_REC* symbol);
+  bool FailTypeSize(const Name* name);
   bool ParseBitField(const Declarator& declarator, SYM_REC* symbol);
 
   // --- functions.cpp
@@ -153,7 +157,12 @@ class Parser {
   bool InsertArgument(FUNCPROTO_REC* proto, const Scope& scope);
   bool ParseArgumentType(const Scope& scope, TypeSpec* type);
   FUNCPROTO_REC* ParseFuncPtrArgument(const Scope& scope, Declarator* declarator);
-  void AcceptDeclaredName(Declarator* declarator);
+  /// Takes the current word as the declarator's name and passes it.
+  void TakeName(Declarator* declarator) {
+    declarator->name = scan_.WordName();
+    declarator->line = scan_.Place();
+    Next();
+  }
   void DeclareArgument(FUNCPROTO_REC* proto, const Declarator& declarator, FUNCPROTO_REC* function_pointer);
   bool ParseVarArgs(FUNCPROTO_REC* proto);
   void InsertVoidArgument(FUNCPROTO_REC* proto, bool counted);
@@ -222,7 +231,6 @@ class Parser {
   bool ParseDeleteStatement(const Scope& scope);
   bool SkipTryBlock();
   bool SkipRtlBlock();
-  void CheckSwitchStatementDulicateCaseValues(const STATEMENT_BLOCK* statement);
   ExprContext ContextOf(STATEMENT_BLOCK* statement) const;
 
   // --- script_dialect.cpp
@@ -263,7 +271,7 @@ class Parser {
   SYM_REC* InsertUndeclared(Name* name);
   EXPR_NODE* CreateNewExprNode(const ExprContext& context, Tok token);
   EXPR_NODE* Append(const ExprContext& context, ExprChain* chain, Tok token);
-  EXPR_NODE* AddOperator(const ExprContext& context, ExprChain* chain, Tok token);
+  void SetLiteral(EXPR_NODE* node, std::string_view text);
   EXPR_NODE* AddNumber(const ExprContext& context, ExprChain* chain, Tok token, std::string_view text);
   EXPR_NODE* AddNumberValue(const ExprContext& context, ExprChain* chain, int64_t value);
   EXPR_NODE* AddRealNumber(const ExprContext& context, ExprChain* chain);
@@ -275,7 +283,6 @@ class Parser {
   bool ParseTypeCastNew(const ExprContext& context, ExprChain* chain);
   bool ParseCastType(const ExprContext& context, CAST* cast);
   bool ParseSizeof(const ExprContext& context, int64_t* size);
-  bool ParseSizeofName(const ExprContext& context, int64_t* size);
   bool SizeofExpression(const ExprContext& context, int64_t* size);
 
   C_SLOT& slot_;

@@ -149,6 +149,7 @@ void Scanner::ScanBlanks() {
 }
 
 void Scanner::GetToken() {
+  ++now_.Position;
   now_.WordName = nullptr;
   now_.FromMacro = false;
   macro_tokens_ = 0;

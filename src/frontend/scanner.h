@@ -14,13 +14,7 @@
 namespace vorc {
 
 /// A place in the token stream, to see whether the scanner has moved.
-struct ScanPosition {
-  const char* cursor;
-  const void* expansion;
-  const void* item;
-
-  bool operator==(const ScanPosition&) const = default;
-};
+using ScanPosition = uint64_t;
 
 /// Delivers the tokens of a source file, with includes, conditionals and macros worked in. One
 /// token is current at a time; a saved state brings back any earlier one.
@@ -32,6 +26,7 @@ class Scanner {
   // Everything that SaveToken keeps. Frames are never changed once something stands on them, so a
   // state stays good whatever is read after it.
   struct State {
+    ScanPosition Position = 0;  ///< counts the tokens that were delivered
     Tok Token = Tok::NOTOKEN;
     std::string_view Word;
     Name* WordName = nullptr;
@@ -54,6 +49,8 @@ class Scanner {
 
   /// Opens the main source and reads its first token. False if it can't be read.
   bool OpenSourceCodeFile(const std::string& name);
+  /// Takes a text as the content of a file, which is then not opened.
+  void AddSource(const std::string& path, std::string text);
   /// Names a text that is compiled, or included, as if it were a file.
   void LoadSrcFromBuffer(const std::string& name, std::string_view text);
 
@@ -69,8 +66,10 @@ class Scanner {
   /// True if the current token touches its predecessor.
   bool Touching() const { return now_.Blanks.empty(); }
   long LineNumber() const { return now_.LineNumber; }
-  /// A value that differs whenever the scanner has moved.
-  ScanPosition Position() const { return {now_.Cursor, now_.Macro, now_.MacroItem}; }
+  /// The line of the current token.
+  SourceLine Place() const { return slot_.Place; }
+  /// A value that differs whenever the scanner has moved on; a restored state brings it back.
+  ScanPosition Position() const { return now_.Position; }
 
   /// Next token, macros expanded, comments skipped; delivers line ends.
   void GetComboTokenDonotSkipEol();
@@ -87,20 +86,17 @@ class Scanner {
   /// current. -1 after an error.
   int64_t ParseSingleQuote();
 
-  /// Moves behind the line that holds `rtlend`. False at the end of the file.
-  bool SkipRtlBlock();
+  /// Keeps the lines of a hardware block and moves behind the one that holds `rtlend`. False at the
+  /// end of the file.
+  bool ReadRtlBlock();
 
   /// Reports conditionals that are still open at the end of the main file.
   void ExaminePreProcessorStack();
-  bool InInclude() const { return now_.Frame != nullptr && now_.Frame->Parent != nullptr; }
   /// How many files enclose the current one.
   int IncludeDepth() const;
 
  private:
-  struct SourceText {
-    std::string Name;
-    std::string Text;
-  };
+  using SourceText = SourceTexts::Source;
   struct IfEntry {
     Tok Token;
     bool Value;
@@ -188,8 +184,7 @@ class Scanner {
   C_SLOT& slot_;
   State now_;
   std::unordered_map<std::string, const SourceText*> files_by_path_;
-  std::deque<SourceText> sources_;
-  std::deque<SourceText> buffers_;
+  std::vector<const SourceText*> buffers_;
   std::deque<FileFrame> frames_;
   size_t macro_tokens_ = 0;  ///< tokens delivered by macros since the last one from a file
   size_t all_macro_tokens_ = 0;

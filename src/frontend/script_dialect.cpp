@@ -1,5 +1,6 @@
 #include "base/format.h"
 #include "frontend/parser.h"
+#include "program/layout.h"
 
 namespace vorc {
 
@@ -139,6 +140,7 @@ bool Parser::PROC_ParseIObjectDecl(const Scope& scope) {
   Next();
   const bool good = ParseIObjectMembers(record);
   record->IsForwardDeclared = false;
+  if (!SettleLayout(slot_, record)) FailTypeSize(record->name);
   if (!good) return false;
 
   const ConflictResult clash = FindBasicTypeConflictGlobal(slot_, scope.header, name);

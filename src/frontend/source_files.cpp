@@ -27,13 +27,16 @@ void StripCarriageReturns(std::string& text) {
   text.resize(to);
 }
 
-bool ReadAll(const std::string& path, std::string* text) {
+// A device may never end, and a folder has no text.
+bool IsReadable(const struct stat& status) {
+  return S_ISREG(status.st_mode) || S_ISFIFO(status.st_mode);
+}
+
+bool ReadAll(const std::string& path, const C_SLOT& slot, std::string* text) {
   struct stat status {};
-  if (stat(path.c_str(), &status) != 0) return false;
-  // A device may never end, and a folder has no text.
-  if (!S_ISREG(status.st_mode) && !S_ISFIFO(status.st_mode)) return false;
-  const File file(std::fopen(path.c_str(), "rb"));
-  if (file == nullptr) return false;
+  if (stat(path.c_str(), &status) != 0 || !IsReadable(status)) return false;
+  const File file = slot.OpenSource(path);
+  if (file == nullptr || fstat(fileno(file.get()), &status) != 0 || !IsReadable(status)) return false;
   char block[size_t{64} * 1024];
   while (const size_t count = std::fread(block, 1, sizeof block, file.get())) {
     text->append(block, count);
@@ -57,11 +60,14 @@ const Scanner::SourceText* Scanner::LoadFile(const std::string& path) {
   const auto known = files_by_path_.find(path);
   if (known != files_by_path_.end()) return known->second;
   std::string text;
-  if (!ReadAll(path, &text)) return nullptr;
+  if (!ReadAll(path, slot_, &text)) return nullptr;
+  AddSource(path, std::move(text));
+  return files_by_path_.at(path);
+}
+
+void Scanner::AddSource(const std::string& path, std::string text) {
   StripCarriageReturns(text);
-  const SourceText* source = &sources_.emplace_back(SourceText{path, std::move(text)});
-  files_by_path_.emplace(path, source);
-  return source;
+  files_by_path_.emplace(path, slot_.Sources.Add(path, std::move(text)));
 }
 
 void Scanner::LoadSrcFromBuffer(const std::string& name, std::string_view text) {
@@ -81,13 +87,13 @@ void Scanner::LoadSrcFromBuffer(const std::string& name, std::string_view text) 
     }
     lines += static_cast<unsigned char>(c) < ' ' ? ' ' : c;
   }
-  buffers_.push_back({name, std::move(lines)});
+  buffers_.push_back(slot_.Sources.Add(name, std::move(lines)));
 }
 
 const Scanner::SourceText* Scanner::FindBufferFile(const std::string& name) const {
   if (name.empty()) return nullptr;
-  for (const SourceText& buffer : buffers_) {
-    if (strcasecmp(buffer.Name.c_str(), name.c_str()) == 0) return &buffer;
+  for (const SourceText* buffer : buffers_) {
+    if (strcasecmp(buffer->Name.c_str(), name.c_str()) == 0) return buffer;
   }
   return nullptr;
 }
@@ -151,13 +157,12 @@ bool Scanner::ReadLine() {
   now_.Cursor = line;
   now_.LineEnd = newline == nullptr ? end : static_cast<const char*>(newline);
   ++now_.LineNumber;
-  slot_.Place.Line = now_.LineNumber;
+  slot_.Place.Line = static_cast<int32_t>(now_.LineNumber);
   return true;
 }
 
 void Scanner::UpdatePlace() {
-  slot_.Place.File = now_.Frame->Source->Name;
-  slot_.Place.Line = now_.LineNumber;
+  slot_.Place = {now_.Frame->Source->Number, static_cast<int32_t>(now_.LineNumber)};
 }
 
 int Scanner::IncludeDepth() const {
@@ -230,13 +235,14 @@ bool Scanner::OpenIncludeFile(const std::string& name) {
     return true;
   }
   const SourceText* source = FindBufferFile(name);
-  if (source == nullptr && !IsAbsolute(name)) source = LoadFile(FolderOf(now_.Frame->Source->Name) + name);
+  const std::string folder = FolderOf(now_.Frame->Source->Name);
+  if (source == nullptr && !IsAbsolute(name) && !folder.empty()) source = LoadFile(folder + name);
   if (source == nullptr) source = LoadFile(name);
-  for (const std::string& folder : slot_.Target.IncludePaths) {
-    if (source == nullptr) source = LoadFile(folder + "/" + name);
+  for (const std::string& searched : slot_.Target.include_paths) {
+    if (source == nullptr) source = LoadFile(searched + "/" + name);
   }
   if (source == nullptr && strcasecmp(name.c_str(), "stdarg.h") == 0) {
-    source = &sources_.emplace_back(SourceText{name, ""});
+    source = slot_.Sources.Add(name, "");
     files_by_path_.emplace(name, source);
   }
   if (source == nullptr) return false;

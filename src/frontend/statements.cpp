@@ -1,5 +1,6 @@
 #include "base/format.h"
 #include "frontend/parser.h"
+#include "program/statement_tree.h"
 
 namespace vorc {
 
@@ -141,7 +142,7 @@ bool Parser::ParseNested(const Scope& scope, StatementKind kind) {
   STATEMENT_BLOCK* statement = NewStatementBlock(slot_, scope.proc, scope.statements, scope.block);
   statement->StatementType = kind;
   const bool good = ParseStatementOfType(statement);
-  statement->EndLine = static_cast<int32_t>(scan_.LineNumber());
+  statement->EndLine = scan_.Place();
   return good;
 }
 
@@ -174,15 +175,15 @@ bool Parser::ParseArmBlock(STATEMENT_BLOCK* arm) {
 
 // The statement behind a condition or a loop's head. A declaration is none.
 bool Parser::ParseArm(STATEMENT_BLOCK* arm, const char* misuse, long code) {
-  arm->Line = static_cast<int32_t>(scan_.LineNumber());
+  arm->Line = scan_.Place();
   for (const StatementWord& word : kControlWords) {
     if (!At(word.token)) continue;
     arm->StatementType = word.kind;
     if (!ParseStatementOfType(arm)) return false;
     const bool in_loop = arm->ParentStatement->StatementType != STATEMENT_TYPE_IF;
     // A script takes the first of two equal cases.
-    if (word.kind == STATEMENT_TYPE_SWITCH && in_loop && !slot_.IsScript())
-      CheckSwitchStatementDulicateCaseValues(arm);
+    const bool checked = word.kind == STATEMENT_TYPE_SWITCH && in_loop && !slot_.IsScript();
+    if (checked && slot_.Display.ErrorCount == 0) CheckSwitchStatementDuplicateCaseValues(slot_, arm);
     return true;
   }
   Scope scope;
@@ -238,7 +239,7 @@ bool Parser::SkipTryBlock() {
 
 bool Parser::SkipRtlBlock() {
   const long line = scan_.LineNumber();
-  const bool closed = scan_.SkipRtlBlock();
+  const bool closed = scan_.ReadRtlBlock();
   if (!closed) slot_.Error(0, Format("'rtlbegin' at line %ld has no matching 'rtlend'.", line));
   Next();
   return closed;

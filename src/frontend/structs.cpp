@@ -3,6 +3,7 @@
 #include "base/format.h"
 #include "frontend/parser.h"
 #include "program/layout.h"
+#include "program/members.h"
 
 namespace vorc {
 
@@ -55,16 +56,16 @@ bool Parser::ParseStructDecl(const Scope& scope, TypeSpec* type) {
   }
   STRUCT_REC* record = type->Struct;
   record->DeclType = kind;
-  record->StartLine = static_cast<int32_t>(scan_.LineNumber());
+  record->StartLine = scan_.Place();
   if (Accept(Tok::COLON) && !ParseBases(scope, record)) return false;
   if (!At(Tok::LSECONDBRACKET)) return Fail(18, "Syntax error in declaration of type 'class/struct'.");
   Next();
   ParseStructMembers(scope, record);
-  record->EndLine = static_cast<int32_t>(scan_.LineNumber());
+  record->EndLine = scan_.Place();
   record->IsForwardDeclared = false;
   if (!Expect(Tok::RSECONDBRACKET, 15, "Missing '}' in declaration of type 'class/struct'.")) return false;
   ResolveVirtualReference(record);
-  GetStructSize(slot_, record);
+  if (!SettleLayout(slot_, record)) FailTypeSize(record->name);
   struct_defined_ = true;
   return true;
 }

@@ -4,9 +4,11 @@
 #include "base/format.h"
 #include "base/host_stack.h"
 #include "base/trace.h"
+#include "interp/frame.h"
 #include "interp/interpreter.h"
 #include "interp/numbers.h"
-#include "program/layout.h"
+#include "program/overloads.h"
+#include "program/statement_tree.h"
 
 namespace vorc {
 
@@ -16,18 +18,6 @@ constexpr int kSavedWords = 2;
 constexpr int kSavedMemberWords = 4;
 constexpr int kMostArguments = 30'000;
 constexpr int kBuiltinArgumentsAtHand = 16;
-
-bool FirstIsVoid(const FUNCPROTO_REC* function) {
-  const SYM_REC* first = function->ParametersHeader.Symbols.First;
-  return first != nullptr && first->BasicType == Tok::void_ && first->PointerDepth == 0;
-}
-
-// Counts decide, types never do.
-bool ParameterDataTypeMatch(const FUNCPROTO_REC* function, int count) {
-  if (FirstIsVoid(function)) return count == 0;
-  if (function->HasVarArgs) return count >= function->ParameterCount;
-  return count == function->ParameterCount;
-}
 
 }  // namespace
 
@@ -73,36 +63,20 @@ bool Interpreter::EvaluateArguments(const Op& op, Mode mode, Entry* arguments) {
 }
 
 FUNCPROTO_REC* Interpreter::ChooseOverload(FUNCPROTO_REC* function, int count, const EXPR_NODE* node) {
-  FUNCPROTO_REC* first = function->FirstOverload != nullptr ? function->FirstOverload : function;
-  int alternatives = 0;
-  for (FUNCPROTO_REC* at = first; at != nullptr; at = at->NextOverload) {
-    if (at->PrototypeOnly) continue;
-    ++alternatives;
-    if (ParameterDataTypeMatch(at, count)) return at;
-  }
-  if (alternatives <= 1) return function;
-  Fail(node, Format("No overloaded function '%s' takes %d parameters.", function->name->c_str(), count));
-  return nullptr;
+  FUNCPROTO_REC* chosen = vorc::ChooseOverload(function, count);
+  if (chosen == nullptr)
+    Fail(node, Format("No overloaded function '%s' takes %d parameters.", function->name->c_str(), count));
+  return chosen;
 }
 
 void Interpreter::WarnCount(const FUNCPROTO_REC* function, int count, const EXPR_NODE* node) {
-  const int64_t wanted = FirstIsVoid(function) ? 0 : function->ParameterCount;
-  // One argument to `(void)` counts as none.
-  if (FirstIsVoid(function) && function->ParameterCount == 1 && count == 1) return;
-  const bool fits =
-      count == wanted || (count == 0 && wanted == 1) || (function->HasVarArgs && count >= wanted);
-  if (!fits) slot_.WarningAt(node->Line, "Argument count mismatch");
+  if (!ArgumentCountFits(function, count)) slot_.WarningAt(node->Line, "Argument count mismatch");
 }
 
 // A function that was known by name when the call was read.
 bool Interpreter::UserCall(const Op& op, Entry* result) {
   const EXPR_NODE* node = op.node;
-  FUNCPROTO_REC* function = op.function;
-  if (function->PrototypeOnly) {
-    SYMBOLS_HEADER* header =
-        function->OwnerClass != nullptr ? &function->OwnerClass->MembersHeader : &slot_.Globals;
-    if (FUNCPROTO_REC* now = FindFunction(slot_, header, function->name)) function = now;
-  }
+  FUNCPROTO_REC* function = CurrentFunction(slot_, op.function);
   Entry* arguments = result + 1;
   if (!EvaluateArguments(op, Mode::kArgument, arguments)) return false;
   function = ChooseOverload(function, op.argument_count, node);
@@ -118,9 +92,8 @@ bool Interpreter::UserCall(const Op& op, Entry* result) {
   }
   if (function->OwnerClass != nullptr) {
     const STRUCT_REC* home = node->OwnerFunction == nullptr ? nullptr : node->OwnerFunction->OwnerClass;
-    const MemberResult member = home == nullptr
-                                    ? MemberResult()
-                                    : FindStructMember(slot_, const_cast<STRUCT_REC*>(home), function->name);
+    const MemberResult member =
+        home == nullptr ? MemberResult() : FindStructMember(slot_, home, function->name);
     const bool has_object = member.Function != nullptr && frame_.this_base != nullptr;
     return CallMember(function, has_object ? frame_.this_base + member.BaseOffset : nullptr, node,
                       op.argument_count, result);
@@ -181,9 +154,7 @@ bool Interpreter::ValueCall(const Op& op, Entry* target) {
     const char* name = op.node->Literal != nullptr ? op.node->Literal : "?";
     return Fail(op.node, Format("Undefined function '%s'.", name));
   }
-  if (function->PrototypeOnly) {
-    if (FUNCPROTO_REC* now = FindFunction(slot_, &slot_.Globals, function->name)) function = now;
-  }
+  function = CurrentFunction(slot_, function);
   Entry* arguments = target + 1;
   if (!EvaluateArguments(op, Mode::kArgument, arguments)) return false;
   function = ChooseOverload(function, op.argument_count, op.node);
@@ -238,7 +209,7 @@ bool Interpreter::RunBuiltin(const Op& op, const BuiltinValue* arguments, size_t
 bool Interpreter::CallFunction(FUNCPROTO_REC* function, const Entry* arguments, int count, bool own_frame,
                                const EXPR_NODE* node, Entry* result) {
   PROC_TABLE* body = function->ProcBody;
-  if (body->ArgSize < 0) UpdateArgSpOffset(slot_, function);
+  if (body->ArgSize < 0) PlaceParameters(slot_, function);
   const Frame caller = frame_;
   frame_.stack_pointer -= kSavedWords + (own_frame ? body->ArgSize : count);
   bool good = frame_.stack_pointer >= 0;
@@ -270,7 +241,7 @@ bool Interpreter::Leave(const FUNCPROTO_REC* function, const Frame& caller, bool
 // its locals don't fit into the stack.
 bool Interpreter::RunBody(FUNCPROTO_REC* function) {
   PROC_TABLE* body = function->ProcBody;
-  if (body->LocalSize < 0) UpdateLocalVarAddress(slot_, function);
+  if (body->LocalSize < 0) PlaceLocals(slot_, function);
   frame_.stack_pointer -= int64_t{body->LocalSize} + 1;
   if (frame_.stack_pointer < 0 || HostStackLow()) return false;
   if (!walks_) {
@@ -357,13 +328,7 @@ void Interpreter::CopyReturnedData(const FUNCPROTO_REC* function, Entry* result)
 }
 
 bool Interpreter::ExecReturn(STATEMENT_BLOCK* statement) {
-  for (STATEMENT_BLOCK* at = statement; at != nullptr;) {
-    ExecState(at) = kReturn;
-    if (at->ParentStatement != nullptr)
-      at = at->ParentStatement;
-    else
-      at = at->ParentCodeBlock == nullptr ? nullptr : at->ParentCodeBlock->ParentStatement;
-  }
+  for (STATEMENT_BLOCK* at = statement; at != nullptr; at = Enclosing(at)) ExecState(at) = kReturn;
   return SetReturnValue(statement);
 }
 
@@ -418,7 +383,7 @@ bool Interpreter::MemberCall(const Op& op, Entry* object) {
     if (!member.Symbol->IsFunctionPointer) return Fail(node, Format("Member '%s' is not a function", name));
     object->token = Tok::IDENTIFIER;
     object->symbol = member.Symbol;
-    object->address = base + MemberDataOffset(slot_, member);
+    object->address = base + MemberDataOffset(member);
     object->kind = 3;
     object->depth = 1;
     object->dimensions = 0;
@@ -436,7 +401,7 @@ bool Interpreter::CallMember(FUNCPROTO_REC* function, char* object, const EXPR_N
   PROC_TABLE* body = function->ProcBody;
   if (body == nullptr) return Fail(node, Format("Undefined function '%s'.", function->name->c_str()));
   WarnCount(function, argument_count, node);
-  if (body->ArgSize < 0) UpdateArgSpOffset(slot_, function);
+  if (body->ArgSize < 0) PlaceParameters(slot_, function);
   const Frame caller = frame_;
   frame_.stack_pointer -= kSavedMemberWords + body->ArgSize;
   bool good = frame_.stack_pointer >= 0;

@@ -6,60 +6,39 @@
 
 #include "interp/memory.h"
 #include "program/layout.h"
-#include "program/symtab.h"
+#include "program/members.h"
+#include "program/operators.h"
 
 namespace vorc {
 
 namespace {
 
-struct OperatorForm {
-  Tok token;
-  OpCode code;
-};
-constexpr OperatorForm kOperators[] = {
-    {Tok::PLUS, OpCode::kPlus},
-    {Tok::MINUS, OpCode::kMinus},
-    {Tok::STAR, OpCode::kArithmetic},
-    {Tok::SLASH, OpCode::kArithmetic},
-    {Tok::DIV, OpCode::kArithmetic},
-    {Tok::MOD, OpCode::kArithmetic},
-    {Tok::XOR, OpCode::kArithmetic},
-    {Tok::BITAND, OpCode::kArithmetic},
-    {Tok::BITOR, OpCode::kArithmetic},
-    {Tok::LEFTSHIFT, OpCode::kArithmetic},
-    {Tok::RIGHTSHIFT, OpCode::kArithmetic},
-    {Tok::LT, OpCode::kCompare},
-    {Tok::GT, OpCode::kCompare},
-    {Tok::NE, OpCode::kCompare},
-    {Tok::LE, OpCode::kCompare},
-    {Tok::GE, OpCode::kCompare},
-    {Tok::EQ, OpCode::kCompare},
-    {Tok::AND, OpCode::kAndOr},
-    {Tok::OR, OpCode::kAndOr},
-    {Tok::UNARYMINUS, OpCode::kNegate},
-    {Tok::UNARYPLUS, OpCode::kUnaryPlus},
-    {Tok::NOT, OpCode::kNotInvert},
-    {Tok::TILDA, OpCode::kNotInvert},
-    {Tok::ASSIGN, OpCode::kAssign},
-    {Tok::PLUS_PLUS, OpCode::kStepBefore},
-    {Tok::MINUS_MINUS, OpCode::kStepBefore},
-    {Tok::POST_PLUS_PLUS, OpCode::kStepAfter},
-    {Tok::POST_MINUS_MINUS, OpCode::kStepAfter},
-    {Tok::STAR_REF, OpCode::kStar},
-    {Tok::BITAND_ADDRESS, OpCode::kAddressOf},
-    {Tok::TYPE_CAST, OpCode::kCast},
-    {Tok::BITOR_EQ, OpCode::kCompoundAssign},
-    {Tok::BITAND_EQ, OpCode::kCompoundAssign},
-    {Tok::STAR_EQ, OpCode::kCompoundAssign},
-    {Tok::SLASH_EQ, OpCode::kCompoundAssign},
-    {Tok::MINUS_EQ, OpCode::kCompoundAssign},
-    {Tok::PLUS_EQ, OpCode::kCompoundAssign},
-    {Tok::DIV_EQ, OpCode::kCompoundAssign},
-    {Tok::HAT_EQ, OpCode::kCompoundAssign},
-    {Tok::LEFTSHIFT_EQ, OpCode::kCompoundAssign},
-    {Tok::RIGHTSHIFT_EQ, OpCode::kCompoundAssign},
-    {Tok::new_, OpCode::kNew},
-};
+OpCode CodeOf(Tok token) {
+  switch (token) {
+    case Tok::PLUS: return OpCode::kPlus;
+    case Tok::MINUS: return OpCode::kMinus;
+    case Tok::UNARYMINUS: return OpCode::kNegate;
+    case Tok::UNARYPLUS: return OpCode::kUnaryPlus;
+    case Tok::STAR_REF: return OpCode::kStar;
+    case Tok::BITAND_ADDRESS: return OpCode::kAddressOf;
+    case Tok::TYPE_CAST: return OpCode::kCast;
+    case Tok::new_: return OpCode::kNew;
+    default: break;
+  }
+  switch (OperatorOf(token).kind) {
+    case OperatorKind::kProduct:
+    case OperatorKind::kBits:
+    case OperatorKind::kShift: return OpCode::kArithmetic;
+    case OperatorKind::kCompare: return OpCode::kCompare;
+    case OperatorKind::kLogic: return OpCode::kAndOr;
+    case OperatorKind::kUnary: return OpCode::kNotInvert;
+    case OperatorKind::kAssign: return OpCode::kAssign;
+    case OperatorKind::kCompound: return OpCode::kCompoundAssign;
+    case OperatorKind::kStep: return OpCode::kStepBefore;
+    case OperatorKind::kPostStep: return OpCode::kStepAfter;
+    default: return OpCode::kMissingOperand;
+  }
+}
 
 enum IndirectionKind : uint8_t { kAddressKind = 1, kValueKind = 2, kPointerKind = 3 };
 
@@ -138,10 +117,7 @@ void Decoder::DecodeNode(EXPR_NODE* node, Op* op) {
 }
 
 void Decoder::DecodeOperator(EXPR_NODE* node, Op* op) {
-  op->code = OpCode::kMissingOperand;
-  for (const OperatorForm& form : kOperators) {
-    if (form.token == node->Token) op->code = form.code;
-  }
+  op->code = CodeOf(node->Token);
 }
 
 void Decoder::DecodeName(EXPR_NODE* node, Op* op) {
@@ -194,7 +170,7 @@ void Decoder::DecodeVariable(SYM_REC* symbol, EXPR_NODE* node, Op* op) {
     STRUCT_REC* owner = node->OwnerFunction == nullptr ? nullptr : node->OwnerFunction->OwnerClass;
     const MemberResult member =
         FindStructMember(slot_, owner == nullptr ? symbol->OwnerStruct : owner, symbol->name);
-    if (member.Symbol != nullptr) op->offset = MemberDataOffset(slot_, member);
+    if (member.Symbol != nullptr) op->offset = MemberDataOffset(member);
   } else if (symbol->IsParameter) {
     op->storage = Storage::kParameter;
     op->offset = symbol->FrameOffset;

@@ -57,11 +57,11 @@ bool Interpreter::Fail(const EXPR_NODE* node, const std::string& text) {
 
 bool Interpreter::CheckTop(const Entry* base, const Entry* top) {
   if (top - base > kDeepestOperands) {
-    slot_.ErrorAt(0, 0, "Stack Overflow Error.");
+    slot_.ErrorAt({slot_.Place.File, 0}, 0, "Stack Overflow Error.");
     return false;
   }
   if (top < base) {
-    slot_.ErrorAt(0, 0, "Stack Underflow Error.");
+    slot_.ErrorAt({slot_.Place.File, 0}, 0, "Stack Underflow Error.");
     return false;
   }
   return true;

@@ -8,12 +8,13 @@
 #include <vector>
 
 #include "interp/decode.h"
+#include "interp/exec_state.h"
 #include "interp/memory.h"
-#include "interp/statement_tree.h"
 #include "interp/vm_code.h"
 #include "interp/vm_states.h"
 #include "program/initializer_walk.h"
 #include "program/slot.h"
+#include "program/members.h"
 #include "program/symtab.h"
 
 namespace vorc {
@@ -158,7 +159,7 @@ class Interpreter final : public ParseServices {
   bool FindMember(const EXPR_NODE* node, const Entry& object, MemberResult* member);
   bool Member(const Op& op, Entry* object);
   bool ObjectAddress(const Op& op, Entry* object, const char* member, char** address);
-  const char* AccessRefusal(const EXPR_NODE* node, STRUCT_REC* record, const MemberResult& member) const;
+  bool CheckMemberAccess(const EXPR_NODE* node, STRUCT_REC* record, const MemberResult& member);
   STRUCT_REC* ClassOf(const EXPR_NODE* node, const Entry& object);
   bool NullPointer(const EXPR_NODE* node, const Entry& entry, const char* pointer);
 
@@ -291,7 +292,7 @@ class Interpreter final : public ParseServices {
 
   Frame frame_;
   const void* host_stack_top_ = nullptr;  ///< where the run began on the host's stack
-  long current_line_ = 0;                 ///< of the statement that runs
+  SourceLine current_line_;               ///< of the statement that runs
   double return_reg_double_ = 0.0;
   const char* return_reg_string_ = nullptr;
   bool return_reg_is_double_ = false;

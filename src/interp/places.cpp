@@ -124,7 +124,7 @@ bool Interpreter::NullPointer(const EXPR_NODE* node, const Entry& entry, const c
   const char* name = entry.symbol == nullptr ? "?" : entry.symbol->name->c_str();
   const std::string text = Format("Unhandled Exception: '%s' has a value of 0x%08llX at line %d", name,
                                   static_cast<unsigned long long>(reinterpret_cast<uintptr_t>(pointer)),
-                                  node == nullptr ? 0 : node->Line);
+                                  node == nullptr ? 0 : node->Line.Line);
   MessageBox(text.c_str(), kTitle);
   return Fail(node, text);
 }
@@ -199,21 +199,11 @@ STRUCT_REC* Interpreter::ClassOf(const EXPR_NODE* node, const Entry& object) {
   return object.record;
 }
 
-// Why a member may not be reached from here, as a format of its name and its class, or null.
-const char* Interpreter::AccessRefusal(const EXPR_NODE* node, STRUCT_REC* record,
-                                       const MemberResult& member) const {
-  const MemberKind access =
-      member.Symbol != nullptr ? member.Symbol->MemberType : member.Function->MemberType;
-  const FUNCPROTO_REC* from = node->OwnerFunction;
-  const STRUCT_REC* home = from == nullptr ? nullptr : from->OwnerClass;
-  if (home == member.Owner || FriendOfClass(from, member.Owner) || FriendOfClass(home, member.Owner))
-    return nullptr;
-  const bool derived = home != nullptr && InheritsFrom(home, member.Owner);
-  if (access == MEMBER_TYPE_PRIVATE || (member.ParentsPrivate && home != record))
-    return "'%s' cannot access private member of struct/class/union '%s'";
-  if (access == MEMBER_TYPE_PROTECTED && !derived)
-    return "'%s' cannot access protected member of struct/class/union '%s'";
-  return nullptr;
+bool Interpreter::CheckMemberAccess(const EXPR_NODE* node, STRUCT_REC* record, const MemberResult& member) {
+  const Reach reach = MemberReach(member, record, node->OwnerFunction);
+  if (reach == Reach::kAllowed) return true;
+  return Fail(node, Format("'%s' cannot access %s member of struct/class/union '%s'", node->name->c_str(),
+                           reach == Reach::kPrivate ? "private" : "protected", record->name->c_str()));
 }
 
 // Where the object on the left of `.` or `->` lies, with the checks that the operator fits it.
@@ -240,7 +230,7 @@ bool Interpreter::ObjectAddress(const Op& op, Entry* object, const char* member,
                                  name, member));
       }
       const char* pointer = ReadPointer(object->address);
-      const auto size = static_cast<size_t>(GetObjectStructSize(slot_, object->record));
+      const auto size = static_cast<size_t>(GetObjectStructSize(object->record));
       *address = const_cast<char*>(pointer);
       return (pointer != nullptr && memory_.Contains(pointer, size)) || NullPointer(node, *object, pointer);
     }
@@ -253,10 +243,7 @@ bool Interpreter::FindMember(const EXPR_NODE* node, const Entry& object, MemberR
   STRUCT_REC* record = ClassOf(node, object);
   if (record == nullptr) return false;
   *member = FindStructMember(slot_, record, node->name);
-  if (*member) {
-    const char* refusal = AccessRefusal(node, record, *member);
-    return refusal == nullptr || Fail(node, Format(refusal, node->name->c_str(), record->name->c_str()));
-  }
+  if (*member) return CheckMemberAccess(node, record, *member);
   return Fail(node, Format("'%s' is not a member of struct/class/union '%s'", node->name->c_str(),
                            record->name->c_str()));
 }
@@ -276,7 +263,7 @@ bool Interpreter::Member(const Op& op, Entry* object) {
   object->type = symbol->ValueType;
   object->depth = static_cast<int8_t>(symbol->IsFunctionPointer ? 1 : symbol->TotalDepth);
   object->dimensions = static_cast<int8_t>(symbol->Shape.DimensionCount);
-  object->address = Displaced(base, MemberDataOffset(slot_, member));
+  object->address = Displaced(base, MemberDataOffset(member));
   Classify(object);
   if (op.index_count == 0) return true;
   object->indexed = true;

@@ -1,22 +1,15 @@
 #include "base/format.h"
 #include "base/trace.h"
+#include "interp/frame.h"
 #include "interp/interpreter.h"
 #include "interp/vm_compiler.h"
-#include "program/layout.h"
+#include "program/statement_tree.h"
 
 namespace vorc {
 
 namespace {
 
 constexpr int32_t kReturnRegister = 60;  // what a function without `return` leaves to its first caller
-
-bool HasLabel(const StatementList& list, const Name* name) {
-  for (const STATEMENT_BLOCK* at = list.First; at != nullptr; at = at->Next) {
-    if (at->StatementType == STATEMENT_TYPE_LABEL && at->Symbol != nullptr && at->Symbol->name == name)
-      return true;
-  }
-  return false;
-}
 
 }  // namespace
 
@@ -33,13 +26,13 @@ bool Interpreter::InterpretScript() {
   frame_.return_reg = kReturnRegister;
   FUNCPROTO_REC* entry = FindProgramEntryLabel(slot_);
   if (entry == nullptr) {
-    slot_.ErrorAt(0, 0, "File has no 'main' ");
+    slot_.ErrorAt({slot_.Place.File, 0}, 0, "File has no 'main' ");
     return false;
   }
   if (entry->ProcBody == nullptr) return true;
   frame_.base = frame_.stack_pointer;
-  UpdateArgSpOffset(slot_, entry);
-  const int64_t locals = UpdateLocalVarAddress(slot_, entry);
+  PlaceParameters(slot_, entry);
+  const int64_t locals = PlaceLocals(slot_, entry);
   if (locals + 1 > frame_.stack_pointer) {
     slot_.ErrorAt(entry->Line, 0,
                   Format("The script's stack of %d words is used up in function 'main'.",
@@ -64,7 +57,7 @@ bool Interpreter::InterpretScript() {
 // A statement of the file level runs as soon as it has been read, in a frame at the stack's top.
 void Interpreter::RunStatement(STATEMENT_BLOCK* statement) {
   const int64_t top = static_cast<int64_t>(ScriptMemory::kStackWords) - 1;
-  const int64_t locals = UpdateLocalVarAddress(slot_, statement->OwnerFunction);
+  const int64_t locals = PlaceLocals(slot_, statement->OwnerFunction);
   if (locals + 1 > top) {
     slot_.ErrorAt(statement->Line, 0,
                   Format("The script's stack of %d words is used up at file level.",
@@ -129,17 +122,17 @@ bool Interpreter::EvaluateCondition(STATEMENT_BLOCK* statement, bool* holds) {
 }
 
 bool Interpreter::ExecIf(STATEMENT_BLOCK* statement) {
-  STATEMENT_BLOCK* then = statement->ChildStatements.First;
-  if (then == nullptr) return true;
+  const IfParts parts = PartsOfIf(statement);
+  if (parts.then_arm == nullptr) return true;
   ExecState(statement) = kNone;
   bool holds = false;
   if (!EvaluateCondition(statement, &holds)) return false;
-  STATEMENT_BLOCK* arm = holds ? then : then->Next;
+  STATEMENT_BLOCK* arm = holds ? parts.then_arm : parts.else_arm;
   return arm == nullptr || ExecStatement(arm);
 }
 
 bool Interpreter::ExecWhile(STATEMENT_BLOCK* statement) {
-  STATEMENT_BLOCK* body = statement->ChildStatements.First;
+  STATEMENT_BLOCK* body = BodyOfLoop(statement);
   while (true) {
     ExecState(statement) = kNone;
     bool holds = false;
@@ -155,7 +148,7 @@ bool Interpreter::ExecWhile(STATEMENT_BLOCK* statement) {
 }
 
 bool Interpreter::ExecDo(STATEMENT_BLOCK* statement) {
-  STATEMENT_BLOCK* body = statement->ChildStatements.First;
+  STATEMENT_BLOCK* body = BodyOfLoop(statement);
   bool holds = true;
   while (holds) {
     ExecState(statement) = kNone;
@@ -182,16 +175,15 @@ bool Interpreter::ExecForClauses(const STATEMENT_BLOCK* first, bool* any_true) {
 }
 
 bool Interpreter::ExecFor(STATEMENT_BLOCK* statement) {
-  const ForParts parts(statement);
-  STATEMENT_BLOCK* body = parts.body;
-  if (parts.first != nullptr && !ExecForClauses(parts.first, nullptr)) return false;
+  const ForParts parts = PartsOfFor(statement);
+  if (!ExecForClauses(parts.first, nullptr)) return false;
   while (parts.conditions != nullptr) {
     bool goes_on = false;
     if (!ExecForClauses(parts.conditions, &goes_on)) return false;
     if (!goes_on) return true;
-    if (!ExecStatement(body)) return false;
+    if (!ExecStatement(parts.body)) return false;
     // The body's state, not the loop's own: it is what an earlier run of this loop may have left.
-    if (ExecState(body) >= kBreak && ExecState(body) <= kReturn) return true;
+    if (ExecState(parts.body) >= kBreak && ExecState(parts.body) <= kReturn) return true;
     if (!ExecForClauses(parts.steps, nullptr)) return false;
   }
   return true;
@@ -232,14 +224,14 @@ bool Interpreter::ExecBlock(STATEMENT_BLOCK* statement) {
 }
 
 bool Interpreter::ExecBreak(STATEMENT_BLOCK* statement) {
-  STATEMENT_BLOCK* target = FindTarget(statement);
+  STATEMENT_BLOCK* target = FindLoopSwitchStatement(statement);
   if (target == nullptr) return false;
   SetBreakContinueExecutionState(target, statement, kBreak);
   return true;
 }
 
 bool Interpreter::ExecContinue(STATEMENT_BLOCK* statement) {
-  STATEMENT_BLOCK* target = FindTarget(statement);
+  STATEMENT_BLOCK* target = FindLoopStatement(statement);
   if (target == nullptr) return false;
   SetBreakContinueExecutionState(target, statement, kContinue);
   return true;
@@ -247,11 +239,7 @@ bool Interpreter::ExecContinue(STATEMENT_BLOCK* statement) {
 
 // A script's `goto` only has its label checked; control goes on with the next statement.
 bool Interpreter::ExecGoto(STATEMENT_BLOCK* statement) {
-  const PROC_TABLE* body = statement->OwnerFunction->ProcBody;
-  bool found = HasLabel(body->Statements, statement->GotoLabel);
-  for (const CODE_BLOCK* block : body->Blocks)
-    found = found || HasLabel(block->Statements, statement->GotoLabel);
-  if (found) return true;
+  if (FindLabel(statement->OwnerFunction->ProcBody, statement->GotoLabel) != nullptr) return true;
   slot_.ErrorAt(statement->Line, 75,
                 Format("goto: target label not found '%s'.", statement->GotoLabel->c_str()));
   return false;

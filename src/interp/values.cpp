@@ -63,7 +63,7 @@ std::string NumberText(const Entry& entry, bool wide) {
 
 int32_t Interpreter::ElementSize(const Entry& entry) {
   if (entry.depth > 0) return 8;
-  if (entry.record != nullptr) return GetObjectStructSize(slot_, entry.record);
+  if (entry.record != nullptr) return GetObjectStructSize(entry.record);
   const int32_t size = GetBasicTypeSize(slot_, entry.type);
   return size == 0 ? 4 : size;
 }

@@ -2,7 +2,8 @@
 
 #include "interp/interpreter.h"
 #include "interp/vm_compiler.h"
-#include "program/layout.h"
+#include "interp/frame.h"
+#include "program/overloads.h"
 
 namespace vorc {
 
@@ -13,26 +14,15 @@ constexpr int kSavedWords = 2;
 constexpr int32_t kMostArgumentWords = 4096;
 constexpr int kMostBuiltinArguments = 16;
 
-bool FirstIsVoid(const FUNCPROTO_REC* function) {
-  const SYM_REC* first = function->ParametersHeader.Symbols.First;
-  return first != nullptr && first->BasicType == Tok::void_ && first->PointerDepth == 0;
-}
-
 }  // namespace
 
 // The function that a call runs, if that and its count of arguments are settled already.
 FUNCPROTO_REC* VmCompiler::Callee(const Op& op) const {
-  FUNCPROTO_REC* function = op.function;
-  if (function->PrototypeOnly) return nullptr;
-  FUNCPROTO_REC* at = function->FirstOverload != nullptr ? function->FirstOverload : function;
-  for (; at != nullptr; at = at->NextOverload) {
-    if (at->PrototypeOnly) continue;
-    const int64_t wanted = FirstIsVoid(at) ? 0 : at->ParameterCount;
-    if (!at->HasVarArgs && op.argument_count == wanted) break;
-    if (at->HasVarArgs) return nullptr;
-  }
-  if (at == nullptr || at->ProcBody == nullptr || at->OwnerClass != nullptr) return nullptr;
-  return at;
+  if (op.function->PrototypeOnly) return nullptr;
+  FUNCPROTO_REC* function = ChooseOverload(op.function, op.argument_count);
+  if (function == nullptr || !ParameterDataTypeMatch(function, op.argument_count)) return nullptr;
+  const bool plain = function->ProcBody != nullptr && function->OwnerClass == nullptr && !function->HasVarArgs;
+  return plain ? function : nullptr;
 }
 
 // True if evaluating it can neither change nor report anything, nor look behind a pointer.
@@ -67,7 +57,7 @@ bool VmCompiler::UserCall(const Op& op) {
   FUNCPROTO_REC* callee = Callee(op);
   if (callee == nullptr || order_ == Order::kPlain) return false;
   PROC_TABLE* body = callee->ProcBody;
-  if (body->ArgSize < 0) UpdateArgSpOffset(slot_, callee);
+  if (body->ArgSize < 0) PlaceParameters(slot_, callee);
   if (body->ArgSize > kMostArgumentWords) return false;
   const bool shared = callee->ParameterCount == 0;
   const int64_t words = kSavedWords + (shared ? op.argument_count : body->ArgSize);

@@ -43,7 +43,7 @@ void VmCompiler::Classify(Item* item) const {
 
 int32_t VmCompiler::ElementSize(const Item& item) const {
   if (item.depth > 0) return 8;
-  if (item.record != nullptr) return GetObjectStructSize(slot_, item.record);
+  if (item.record != nullptr) return GetObjectStructSize(item.record);
   const int32_t size = GetBasicTypeSize(slot_, item.type);
   return size == 0 ? 4 : size;
 }
@@ -298,16 +298,16 @@ bool VmCompiler::Member(const Op& op) {
   if (item.kind != (arrow ? 3 : 2)) return false;
   const EXPR_NODE* node = op.node;
   const MemberResult member = FindStructMember(slot_, item.record, node->name);
-  if (member.Symbol == nullptr || host_.AccessRefusal(node, item.record, member) != nullptr) return false;
+  if (member.Symbol == nullptr || MemberReach(member, item.record, node->OwnerFunction) != Reach::kAllowed) return false;
   SYM_REC* symbol = member.Symbol;
   if (symbol->BitFieldWidth > 0 || symbol->IsFunctionPointer) return false;
-  const int32_t offset = MemberDataOffset(slot_, member);
+  const int32_t offset = MemberDataOffset(member);
   if (arrow) {
     items_.push_back(item);
     const int32_t pointer = WordPlace(item);
     items_.pop_back();
     if (pointer == kNoPlace) return false;
-    const int number = CheckSite(op, GetObjectStructSize(slot_, item.record));
+    const int number = CheckSite(op, GetObjectStructSize(item.record));
     code_.sites[static_cast<size_t>(number)].symbol = item.symbol;
     item.where = Item::Where::kMember;
     item.place = pointer;

@@ -4,7 +4,7 @@
 #include "base/host_stack.h"
 #include "interp/interpreter.h"
 #include "interp/vm_compiler.h"
-#include "program/layout.h"
+#include "interp/frame.h"
 
 // What the register machine does out of line: compiling, checks that fail, the general road.
 
@@ -21,8 +21,8 @@ FunctionCode* Interpreter::CodeOf(FUNCPROTO_REC* function) {
 
 void Interpreter::Compile(FunctionCode* code) {
   PROC_TABLE* body = code->function->ProcBody;
-  if (body->ArgSize < 0) UpdateArgSpOffset(slot_, code->function);
-  if (body->LocalSize < 0) UpdateLocalVarAddress(slot_, code->function);
+  if (body->ArgSize < 0) PlaceParameters(slot_, code->function);
+  if (body->LocalSize < 0) PlaceLocals(slot_, code->function);
   code->local_bytes = (int64_t{body->LocalSize} + 1) * static_cast<int64_t>(ScriptMemory::kWordSize);
   VmCompiler(*this, *code).CompileBody(code == &entry_code_);
   if (std::getenv("VORC_DISASSEMBLE") != nullptr) std::fputs(Disassemble(*code).c_str(), stderr);

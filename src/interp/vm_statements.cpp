@@ -2,7 +2,7 @@
 
 #include "interp/interpreter.h"
 #include "interp/vm_compiler.h"
-#include "program/layout.h"
+#include "program/statement_tree.h"
 
 namespace vorc {
 
@@ -196,7 +196,7 @@ void VmCompiler::Conditions(const STATEMENT_BLOCK* first, Label body, Label out,
 }
 
 void VmCompiler::For(STATEMENT_BLOCK* statement) {
-  const ForParts parts(statement);
+  const ForParts parts = PartsOfFor(statement);
   if (parts.first != nullptr) Clauses(parts.first);
   if (parts.conditions == nullptr) return;
   const Label out = NewLabel();
@@ -305,7 +305,7 @@ void VmCompiler::Block(STATEMENT_BLOCK* statement) {
 // `break` and `continue`: all that lies between them and their target has nothing left to do.
 void VmCompiler::Break(STATEMENT_BLOCK* statement) {
   const bool breaks = statement->StatementType == STATEMENT_TYPE_BREAK;
-  STATEMENT_BLOCK* target = FindTarget(statement);
+  STATEMENT_BLOCK* target = breaks ? FindLoopSwitchStatement(statement) : FindLoopStatement(statement);
   if (target == nullptr) return EmitJump(VmOp::kJump, 0, 0, leave_);
   SetStates(statement, target, breaks ? kBreak : kContinue);
   const bool clears =

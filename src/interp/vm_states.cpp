@@ -2,7 +2,8 @@
 
 #include <algorithm>
 
-#include "program/layout.h"
+#include "interp/frame.h"
+#include "program/statement_tree.h"
 
 namespace vorc {
 
@@ -58,8 +59,8 @@ const CalledFunctions& CallGraph::CalledBy(FUNCPROTO_REC* function) {
   const auto found = known_.find(function);
   if (found != known_.end()) return found->second;
   // Places in the frame are settled before anything is decoded.
-  if (function->ProcBody->ArgSize < 0) UpdateArgSpOffset(slot_, function);
-  if (function->ProcBody->LocalSize < 0) UpdateLocalVarAddress(slot_, function);
+  if (function->ProcBody->ArgSize < 0) PlaceParameters(slot_, function);
+  if (function->ProcBody->LocalSize < 0) PlaceLocals(slot_, function);
   CalledFunctions called;
   CollectStatements(function->ProcBody->Statements.First, &called);
   return known_[function] = std::move(called);
@@ -119,7 +120,9 @@ void StateAnalysis::MarkSetters(const STATEMENT_BLOCK* statement) {
   if (!returns && statement->StatementType != STATEMENT_TYPE_BREAK &&
       statement->StatementType != STATEMENT_TYPE_CONTINUE)
     return;
-  const STATEMENT_BLOCK* target = returns ? nullptr : FindTarget(statement);
+  const STATEMENT_BLOCK* target = nullptr;
+  if (statement->StatementType == STATEMENT_TYPE_BREAK) target = FindLoopSwitchStatement(statement);
+  if (statement->StatementType == STATEMENT_TYPE_CONTINUE) target = FindLoopStatement(statement);
   if (!returns && target == nullptr) return;
   for (const STATEMENT_BLOCK* at = statement; at != nullptr; at = Enclosing(at)) {
     facts_[at].set = true;
@@ -134,7 +137,7 @@ void StateAnalysis::Decide(const STATEMENT_BLOCK* statement) {
   const bool leaf = statement->StatementType == STATEMENT_TYPE_RETURN;
   if (facts.set && facts.comes_back && !leaf) facts.kept = true;
   if (statement->StatementType == STATEMENT_TYPE_FOR) {
-    STATEMENT_BLOCK* body = ForParts(statement).body;
+    const STATEMENT_BLOCK* body = PartsOfFor(statement).body;
     const bool reset_by_itself =
         body->StatementType == STATEMENT_TYPE_IF || body->StatementType == STATEMENT_TYPE_WHILE;
     StateFacts& of_body = facts_[body];

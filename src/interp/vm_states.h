@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "interp/decode.h"
-#include "interp/statement_tree.h"
+#include "interp/exec_state.h"
 
 namespace vorc {
 

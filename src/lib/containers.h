@@ -14,6 +14,8 @@ namespace vorc {
 /// Texts by position.
 class TextList {
  public:
+  static constexpr const char* kKind = "list";
+
   TextList() = default;
   explicit TextList(std::vector<std::string> items) : items_(std::move(items)) {}
 
@@ -39,6 +41,8 @@ std::vector<std::string> SplitText(std::string_view text, std::string_view separ
 /// Texts by key, in the order in which the keys were first set.
 class TextMap {
  public:
+  static constexpr const char* kKind = "map";
+
   /// Appends a new key; a key that is there keeps its place and takes the new value.
   void Set(std::string_view key, std::string_view value) { entries_.FindOrAdd(key).value = value; }
   /// Null if there is no such key.
@@ -60,6 +64,8 @@ class TextMap {
 /// Different texts, in the order in which they were first added.
 class TextSet {
  public:
+  static constexpr const char* kKind = "set";
+
   /// Appends a text that is not there yet. Answers the count either way.
   size_t Add(std::string_view text);
   bool Has(std::string_view text) const { return entries_.Find(text) != nullptr; }
@@ -78,6 +84,8 @@ class TextSet {
 /// Texts by position that can only be added until the first one is read.
 class TextTuple {
  public:
+  static constexpr const char* kKind = "tuple";
+
   /// Appends, and answers the new count, or nothing once the tuple is sealed.
   std::optional<size_t> Add(std::string_view text);
   /// The element at `index` from 0, which seals the tuple, or nothing out of range.
@@ -92,6 +100,8 @@ class TextTuple {
 /// The bytes of a file.
 class Blob {
  public:
+  static constexpr const char* kKind = "blob";
+
   explicit Blob(std::string bytes) : bytes_(std::move(bytes)) {}
 
   size_t Size() const { return bytes_.size(); }

@@ -9,6 +9,8 @@
 #include <optional>
 #include <utility>
 
+#include "base/console.h"
+#include "base/format.h"
 #include "base/text_search.h"
 #include "lib/reading.h"
 #include "lib/sandbox.h"
@@ -21,13 +23,12 @@ constexpr size_t kSearchWindow = 8191;
 constexpr size_t kLongestNeedle = 4096;
 
 void ReportTooLarge(const std::string& path, size_t size, size_t limit) {
-  std::fprintf(
-      stderr,
-      "morv_file_read: '%s' is %ld bytes but the limit is %d - returning \"\" rather than a truncated "
-      "copy.\n"
-      "                Writing a truncated read back to disk would destroy the rest of the file.\n"
-      "                Use morv_fopen/morv_fgets/morv_feof to stream a file of any size.\n",
-      path.c_str(), static_cast<long>(size), static_cast<int>(limit));
+  WriteErrors(
+      Format("morv_file_read: '%s' is %ld bytes but the limit is %d - returning \"\" rather than a truncated "
+             "copy.\n"
+             "                Writing a truncated read back to disk would destroy the rest of the file.\n"
+             "                Use morv_fopen/morv_fgets/morv_feof to stream a file of any size.\n",
+             path.c_str(), static_cast<long>(size), static_cast<int>(limit)));
 }
 
 bool Put(std::string_view bytes, std::FILE* file) {
@@ -156,7 +157,7 @@ bool MorvRemove(const std::string& path) {
 }
 
 bool MorvRename(const std::string& from, const std::string& to) {
-  return std::rename(from.c_str(), to.c_str()) == 0;
+  return MorvSafeRename(from, to);
 }
 
 }  // namespace vorc

@@ -48,7 +48,7 @@ bool MorvMkdir(const std::string& path);
 /// Removes a file or an empty directory. Not confined.
 bool MorvRemove(const std::string& path);
 
-/// Renames, replacing a file of the new name. Not confined.
+/// Renames, replacing a file of the new name. Not confined, but nothing passes the sandbox's border.
 bool MorvRename(const std::string& from, const std::string& to);
 
 }  // namespace vorc

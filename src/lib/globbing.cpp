@@ -1,7 +1,6 @@
 #include "lib/globbing.h"
 
 #include <glob.h>
-#include <sys/stat.h>
 
 #include "lib/sandbox.h"
 #include "lib/tree_walk.h"
@@ -30,11 +29,6 @@ class HostGlob {
   bool found_;
 };
 
-bool IsDirectory(const std::string& path) {
-  struct stat status;
-  return stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
-}
-
 }  // namespace
 
 std::vector<std::string> MorvGlob(const std::string& pattern) {
@@ -42,7 +36,8 @@ std::vector<std::string> MorvGlob(const std::string& pattern) {
   std::vector<std::string> names;
   for (size_t i = 0; i < matches.Count(); ++i) {
     const std::string path = matches.Path(i);
-    if (!IsDirectory(path) && MorvSandboxAllows(path)) names.push_back(path.substr(path.rfind('/') + 1));
+    // Asked again below the root, since a link may have led the host's glob out of it.
+    if (MorvSafeIsFile(path)) names.push_back(path.substr(path.rfind('/') + 1));
   }
   return names;
 }

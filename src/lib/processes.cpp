@@ -27,7 +27,8 @@ namespace {
 constexpr int kNotStarted = -1;
 constexpr int kChildFailed = 127;
 
-std::atomic<int> g_morv_last_exec_status{0};
+// Signals that a write raises; ignored here, since a failing write is told.
+constexpr int kWriteSignals[] = {SIGPIPE, SIGXFSZ};
 
 struct Pipe {
   Descriptor reading;
@@ -50,6 +51,8 @@ std::optional<Pipe> OpenPipe() {
   return pipe;
 }
 
+}  // namespace
+
 /// All that a child needs, made before the fork: between fork and exec it must not allocate, since
 /// another thread may have held the allocator's lock.
 class Launch {
@@ -70,7 +73,7 @@ class Launch {
   int failure = -1;            ///< the pipe that takes the reason if exec fails
 
   [[noreturn]] void RunInChild() const {
-    if (!RestoreBrokenPipes() || !RedirectOutputs()) _exit(kChildFailed);
+    if (!RestoreSignals() || !RedirectOutputs()) _exit(kChildFailed);
     execvp(program_.c_str(), pointers_.data());
     const int reason = errno;
     RetryInterrupted([&] { return write(failure, &reason, sizeof reason); });
@@ -84,10 +87,12 @@ class Launch {
     pointers_.push_back(nullptr);
   }
 
-  static bool RestoreBrokenPipes() {
+  static bool RestoreSignals() {
     struct sigaction action {};
     action.sa_handler = SIG_DFL;
-    return sigaction(SIGPIPE, &action, nullptr) == 0;
+    bool restored = true;
+    for (const int number : kWriteSignals) restored &= sigaction(number, &action, nullptr) == 0;
+    return restored;
   }
 
   bool RedirectOutputs() const {
@@ -107,13 +112,14 @@ class Launch {
   std::vector<char*> pointers_;
 };
 
-pid_t Fork(const Launch& launch) {
-  std::fflush(stdout);
-  const std::lock_guard guard(EnvironmentLock());
-  const pid_t child = fork();
-  if (child == 0) launch.RunInChild();
-  return child;
-}
+/// Where a command's outputs go, if not to this process's own.
+struct Processes::Output {
+  std::string* capture = nullptr;
+  size_t capacity = 0;
+  const char* file = nullptr;
+};
+
+namespace {
 
 bool ExecFailed(const Pipe& failure) {
   int reason = 0;
@@ -131,7 +137,25 @@ void Collect(const Descriptor& output, std::string& text, size_t limit) {
   }
 }
 
-int WaitFor(pid_t child) {
+}  // namespace
+
+pid_t Processes::Start(const Launch& launch) {
+  std::fflush(stdout);
+  const std::lock_guard list(lock_);
+  children_.reserve(children_.size() + 1);
+  const std::lock_guard environment(EnvironmentLock());
+  const pid_t child = fork();
+  if (child == 0) launch.RunInChild();
+  if (child > 0) children_.push_back(child);
+  return child;
+}
+
+// The child leaves the list before its number can be given to another process.
+int Processes::WaitFor(pid_t child) {
+  siginfo_t ended{};
+  RetryInterrupted([&] { return waitid(P_PID, static_cast<id_t>(child), &ended, WEXITED | WNOWAIT); });
+  const std::lock_guard list(lock_);
+  std::erase(children_, child);
   int status = 0;
   if (RetryInterrupted([&] { return waitpid(child, &status, 0); }) != child) return kNotStarted;
   if (WIFEXITED(status)) return WEXITSTATUS(status);
@@ -139,61 +163,60 @@ int WaitFor(pid_t child) {
   return kNotStarted;
 }
 
-// Runs a command with its outputs inherited, captured up to `capacity` - 1 bytes, or sent to a file.
-int morv_exec_run(std::string_view command, std::string* capture, size_t capacity, const char* file) {
+int Processes::morv_exec_run(std::string_view command, const Output& wanted) {
   if (!MorvSandboxAllowsExec(command) || command.empty()) return kNotStarted;
   auto launch = Launch::Prepare(command);
   auto failure = OpenPipe();
-  auto output = capture == nullptr ? std::optional<Pipe>(Pipe{}) : OpenPipe();
+  auto output = wanted.capture == nullptr ? std::optional<Pipe>(Pipe{}) : OpenPipe();
   if (!launch || !failure || !output) return kNotStarted;
-  launch->file = file;
+  launch->file = wanted.file;
   launch->output = output->writing.get();
   launch->failure = failure->writing.get();
 
-  const pid_t child = Fork(*launch);
+  const pid_t child = Start(*launch);
   failure->writing.Close();
   output->writing.Close();
   if (child < 0) return kNotStarted;
   const bool failed = ExecFailed(*failure);
-  if (!failed && capture != nullptr) Collect(output->reading, *capture, capacity - 1);
+  if (!failed && wanted.capture != nullptr) Collect(output->reading, *wanted.capture, wanted.capacity - 1);
   output->reading.Close();
   const int status = WaitFor(child);
   return failed ? kNotStarted : status;
 }
 
-int RunAndRemember(std::string_view command, std::string* capture, size_t capacity, const char* file) {
+int Processes::RunAndRemember(std::string_view command, const Output& output) {
   int status = kNotStarted;
   try {
-    status = morv_exec_run(command, capture, capacity, file);
+    status = morv_exec_run(command, output);
   } catch (const std::exception&) {  // out of memory
   }
-  g_morv_last_exec_status = status;
+  last_status_ = status;
   return status;
 }
 
-}  // namespace
-
-int MorvExec(std::string_view command) {
-  return RunAndRemember(command, nullptr, 0, nullptr);
+int Processes::MorvExec(std::string_view command) {
+  return RunAndRemember(command, {});
 }
 
-std::string MorvExecCapture(std::string_view command, size_t capacity) {
+std::string Processes::MorvExecCapture(std::string_view command, size_t capacity) {
   std::string text;
   if (capacity == 0) return text;
-  RunAndRemember(command, &text, capacity, nullptr);
+  RunAndRemember(command, {&text, capacity, nullptr});
   return text;
 }
 
-int MorvExecToFile(std::string_view command, const std::string& path) {
-  return RunAndRemember(command, nullptr, 0, path.c_str());
+int Processes::MorvExecToFile(std::string_view command, const std::string& path) {
+  return RunAndRemember(command, {nullptr, 0, path.c_str()});
 }
 
-int MorvExecStatus() {
-  return g_morv_last_exec_status;
+bool Processes::Kill(pid_t pid) {
+  const std::lock_guard list(lock_);
+  const bool allowed = !MorvSandboxActive() || std::ranges::find(children_, pid) != children_.end();
+  return allowed && kill(pid, SIGKILL) == 0;
 }
 
-void IgnoreBrokenPipes() {
-  std::signal(SIGPIPE, SIG_IGN);
+void IgnoreWriteSignals() {
+  for (const int number : kWriteSignals) std::signal(number, SIG_IGN);
 }
 
 }  // namespace vorc

@@ -6,12 +6,13 @@
 #include <algorithm>
 #include <cerrno>
 #include <charconv>
+#include <cstdio>
 #include <filesystem>
-#include <fstream>
 #include <optional>
 #include <system_error>
 
 #include "base/ascii.h"
+#include "base/file.h"
 
 namespace vorc {
 
@@ -29,9 +30,11 @@ std::string_view WithoutExe(std::string_view name) {
 }
 
 std::string CommandName(const std::string& process_folder) {
-  std::ifstream file(process_folder + "/comm", std::ios::binary);
-  std::string name;
-  std::getline(file, name);
+  const File file(std::fopen((process_folder + "/comm").c_str(), "rbe"));
+  char line[64] = "";
+  if (file == nullptr || std::fgets(line, sizeof line, file.get()) == nullptr) return {};
+  std::string name(line);
+  if (name.ends_with('\n')) name.pop_back();
   if (name.ends_with('\r')) name.pop_back();
   return name;
 }
@@ -72,13 +75,13 @@ void morv_proc_walk(std::string_view name, const std::function<void(pid_t)>& fou
   }
 }
 
-int32_t MorvUtilKill(std::string_view target) {
+int32_t MorvUtilKill(std::string_view target, Processes& processes) {
   if (IsNumber(target)) {
     const pid_t pid = ProcessNumber(target);
-    return pid >= 1 && kill(pid, SIGKILL) == 0;
+    return pid >= 1 && processes.Kill(pid);
   }
   int32_t killed = 0;
-  morv_proc_walk(target, [&](pid_t pid) { killed += kill(pid, SIGKILL) == 0; });
+  morv_proc_walk(target, [&](pid_t pid) { killed += processes.Kill(pid); });
   return killed;
 }
 

@@ -7,6 +7,8 @@
 #include <string>
 #include <string_view>
 
+#include "lib/processes.h"
+
 namespace vorc {
 
 /// True if process `pid` runs a program of this name, compared without regard to case. A trailing
@@ -17,8 +19,8 @@ bool morv_proc_name_matches(pid_t pid, std::string_view name);
 void morv_proc_walk(std::string_view name, const std::function<void(pid_t)>& found);
 
 /// Ends a process by number (digits only): 1 if it could be, else 0; or all processes that run a
-/// program of this name: their count.
-int32_t MorvUtilKill(std::string_view target);
+/// program of this name: their count. Inside a sandbox only those that `processes` started.
+int32_t MorvUtilKill(std::string_view target, Processes& processes);
 
 /// 1 or 0 for a process number; for a program's name, how many processes run it.
 int32_t MorvUtilRunning(std::string_view target);

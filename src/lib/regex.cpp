@@ -25,6 +25,7 @@ Regex::Regex(std::string_view pattern, size_t group_slots)
 
 bool Regex::FindFirst(std::string_view text, RegexMatch& match) {
   text_ = text;
+  if (foresight_ != nullptr) foreseen_ = foresight_->text().size() - text.size();
   const ptrdiff_t end = MorvReMatchFrom(0);
   if (end < 0) return false;
   match = {};
@@ -35,6 +36,10 @@ bool Regex::FindFirst(std::string_view text, RegexMatch& match) {
     if (group_end >= 0) match.groups[group] = {group_start, group_end - group_start};
   }
   return true;
+}
+
+void Regex::Foresee(std::string_view text) {
+  foresight_ = std::make_unique<RegexForesight>(program_, text);
 }
 
 // Searches from an offset on. Answers the end of the match, or -1.
@@ -48,6 +53,7 @@ ptrdiff_t Regex::MorvReMatchFrom(size_t position) {
       if (position == std::string_view::npos) return end;
       ++round_;
     }
+    looked_ = position;
     if (end < 0 && CanStart(position)) {
       std::fill(row_.begin(), row_.end(), -1);
       row_[0] = static_cast<ptrdiff_t>(position);
@@ -78,20 +84,11 @@ ptrdiff_t Regex::Advance(size_t position) {
       end = static_cast<ptrdiff_t>(position);
       break;
     }
-    if (Accepts(instruction, position)) Follow(instruction.next, position + 1, row, after_);
+    if (position < text_.size() && instruction.Takes(static_cast<uint8_t>(text_[position]), program_.sets))
+      Follow(instruction.next, position + 1, row, after_);
   }
   std::swap(now_, after_);
   return end;
-}
-
-bool Regex::Accepts(const RegexInstruction& instruction, size_t position) const {
-  if (position == text_.size()) return false;
-  const auto byte = static_cast<uint8_t>(text_[position]);
-  switch (instruction.op) {
-    case RegexOp::kByte: return byte == instruction.argument;
-    case RegexOp::kSet: return program_.sets[instruction.argument][byte];
-    default: return true;
-  }
 }
 
 // Walks all that consumes nothing and notes, in order of preference, where it ends. Stored
@@ -126,6 +123,7 @@ void Regex::FollowPath(uint32_t target, size_t position, ptrdiff_t* row, Attempt
         if (position != text_.size()) return;
         break;
       default:
+        if (foresight_ != nullptr && !foresight_->WillAccept(target, foreseen_ + position)) return;
         std::copy_n(row, row_size_,
                     attempts.rows.begin() + static_cast<ptrdiff_t>(attempts.waiting.size() * row_size_));
         attempts.waiting.push_back(target);

@@ -3,10 +3,12 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <string_view>
 #include <vector>
 
+#include "lib/regex_foresight.h"
 #include "lib/regex_program.h"
 
 namespace vorc {
@@ -38,11 +40,22 @@ class Regex {
  public:
   /// `group_slots` is the number of groups a caller will ask for: fewer make a search faster.
   explicit Regex(std::string_view pattern, size_t group_slots = kRegexGroupSlots);
+  Regex(const Regex&) = delete;
+  Regex& operator=(const Regex&) = delete;
 
   /// Finds the leftmost match and, of those that start there, the one that comes first when loops
   /// prefer another pass and branches are taken from left to right. False if there is none, also
   /// for a broken pattern; `match` is then left alone.
   bool FindFirst(std::string_view text, RegexMatch& match);
+
+  /// How far the last search had to look at its text.
+  size_t looked() const { return looked_; }
+
+  /// Prepares for many searches in texts that all end where `text` ends, and none of which is longer:
+  /// together with this, they take time in proportion to its length, however far each one would have
+  /// to look. They find what they would find without.
+  void Foresee(std::string_view text);
+  void ForgetForesight() { foresight_.reset(); }
 
   /// The first offset from `from` on where a line holds bytes that a match can begin with, or npos.
   /// Only a fast guess: there may be no match at the offset, but no line before it has one.
@@ -69,7 +82,6 @@ class Regex {
   ptrdiff_t Advance(size_t position);
   void Follow(uint32_t target, size_t position, ptrdiff_t* row, Attempts& attempts);
   void FollowPath(uint32_t target, size_t position, ptrdiff_t* row, Attempts& attempts);
-  bool Accepts(const RegexInstruction& instruction, size_t position) const;
 
   RegexProgram program_;
   size_t row_size_;
@@ -79,7 +91,10 @@ class Regex {
   std::vector<uint64_t> reached_;  ///< by instruction: the round in which it was last reached
   uint64_t round_ = 0;
   std::vector<Pending> pending_;
-  std::vector<ptrdiff_t> row_;      ///< of an attempt that starts
+  std::vector<ptrdiff_t> row_;  ///< of an attempt that starts
+  std::unique_ptr<RegexForesight> foresight_;
+  size_t foreseen_ = 0;  ///< where in its text the searched one begins
+  size_t looked_ = 0;
   std::vector<ptrdiff_t> matched_;  ///< of the attempt that accepted
 };
 

@@ -25,6 +25,16 @@ struct RegexInstruction {
   RegexOp op;
   uint32_t argument = 0;
   uint32_t next = 0;
+
+  /// True if it consumes this byte.
+  bool Takes(uint8_t byte, const std::vector<ByteSet>& sets) const {
+    switch (op) {
+      case RegexOp::kByte: return byte == argument;
+      case RegexOp::kAny: return true;
+      case RegexOp::kSet: return sets[argument][byte];
+      default: return false;
+    }
+  }
 };
 
 /// A compiled pattern: a graph of instructions. No circle of it can be walked without consuming a

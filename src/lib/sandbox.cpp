@@ -10,7 +10,8 @@
 #include <exception>
 #include <mutex>
 
-#include "base/descriptor.h"
+#include "base/console.h"
+#include "base/format.h"
 
 namespace vorc {
 
@@ -106,18 +107,32 @@ std::optional<std::string> ResolveBelow(const std::string& root, const std::stri
   return real;
 }
 
-// Opens an absolute path one component at a time and follows no link, so that what was judged is
-// what is opened, even if somebody puts a link there in between.
-int OpenWithoutLinks(const std::string& path, int flags) {
-  Descriptor folder(open("/", O_PATH | O_DIRECTORY | O_CLOEXEC));
+// The folder of an absolute path, reached one component at a time without following a link, so that
+// what was judged is what is opened, even if somebody puts a link there in between.
+std::optional<FilePlace> PlaceWithoutLinks(const std::string& path) {
+  FilePlace place{Descriptor(open("/", O_PATH | O_DIRECTORY | O_CLOEXEC)), "."};
   size_t start = 1;
-  for (size_t slash; folder && (slash = path.find('/', start)) != std::string::npos; start = slash + 1) {
+  for (size_t slash; place.folder && (slash = path.find('/', start)) != std::string::npos;
+       start = slash + 1) {
     const std::string name = path.substr(start, slash - start);
-    folder = Descriptor(openat(folder.get(), name.c_str(), O_PATH | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+    place.folder =
+        Descriptor(openat(place.folder.get(), name.c_str(), O_PATH | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
   }
-  if (!folder) return -1;
-  const std::string name = path == "/" ? "." : path.substr(start);
-  return RetryInterrupted([&] { return openat(folder.get(), name.c_str(), flags | O_NOFOLLOW, 0666); });
+  if (!place.folder) return std::nullopt;
+  if (path.size() > 1) place.name = path.substr(start);
+  return place;
+}
+
+int OpenWithoutLinks(const std::string& path, int flags) {
+  const auto place = PlaceWithoutLinks(path);
+  if (!place) return -1;
+  return RetryInterrupted(
+      [&] { return openat(place->folder.get(), place->name.c_str(), flags | O_NOFOLLOW, 0666); });
+}
+
+bool StatusWithoutLinks(const std::string& path, struct stat* status) {
+  const auto place = PlaceWithoutLinks(path);
+  return place && fstatat(place->folder.get(), place->name.c_str(), status, AT_SYMLINK_NOFOLLOW) == 0;
 }
 
 std::optional<int> OpenFlags(std::string_view mode) {
@@ -133,15 +148,61 @@ std::optional<int> OpenFlags(std::string_view mode) {
   }
 }
 
+void Refuse(const std::string& root, const std::string& path) {
+  WriteErrors(Format("morv: refused '%s' - outside MORV_FILE_ROOT (%s)\n", path.c_str(), root.c_str()));
+}
+
 int OpenInRoot(const std::string& root, const std::string& path, int flags) {
   if (root.empty()) {
     return RetryInterrupted([&] { return open(path.c_str(), flags, 0666); });
   }
   const auto real = ResolveBelow(root, path);
   if (real) return OpenWithoutLinks(*real, flags);
-  std::fprintf(stderr, "morv: refused '%s' - outside MORV_FILE_ROOT (%s)\n", path.c_str(), root.c_str());
+  Refuse(root, path);
   errno = EACCES;
   return -1;
+}
+
+// What a rename moves: an entry of a folder, which may be a link and is then not followed.
+struct Entry {
+  std::string folder;  ///< without links
+  std::string name;
+  bool as_folder;  ///< a slash behind the name asks for a folder
+
+  std::string path() const { return Join(folder, name); }
+};
+
+std::optional<Entry> EntryOf(std::string path) {
+  Entry entry{"", "", path.ends_with('/')};
+  while (path.size() > 1 && path.ends_with('/')) path.pop_back();
+  const size_t slash = path.rfind('/');
+  entry.name = path.substr(slash + 1);
+  const auto folder = RealPath(FolderPart(path, slash));
+  if (!folder || entry.name.empty() || entry.name == "." || entry.name == "..") return std::nullopt;
+  entry.folder = *folder;
+  return entry;
+}
+
+enum class Side { kInside, kOutside, kBorder };
+
+Side SideOf(const std::string& root, const std::string& path) {
+  if (path != root && IsBelow(root, path)) return Side::kInside;
+  return IsBelow(path, root) ? Side::kBorder : Side::kOutside;
+}
+
+// Renames in folders that are held open, where no link can be put in the way any more.
+bool RenameEntries(const Entry& from, const Entry& to) {
+  const auto old_place = PlaceWithoutLinks(from.path());
+  const auto new_place = PlaceWithoutLinks(to.path());
+  if (!old_place || !new_place) return false;
+  struct stat status {};
+  const bool must_be_folder = from.as_folder || to.as_folder;
+  if (must_be_folder &&
+      (fstatat(old_place->folder.get(), from.name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0 ||
+       !S_ISDIR(status.st_mode))) {
+    return false;
+  }
+  return renameat(old_place->folder.get(), from.name.c_str(), new_place->folder.get(), to.name.c_str()) == 0;
 }
 
 // How many bytes a file must yield at least: nothing for what has no size, folders and pipes.
@@ -211,12 +272,50 @@ File MorvSafeFopen(const std::string& path, const char* mode) {
   return file;
 }
 
+std::optional<FilePlace> MorvSafePlace(const std::string& path) {
+  const std::string root = CurrentRoot();
+  const auto real = root.empty() ? RealPath(path) : ResolveBelow(root, path);
+  return real ? PlaceWithoutLinks(*real) : std::nullopt;
+}
+
+Descriptor MorvSafeFolder(const std::string& path) {
+  constexpr int kFlags = O_RDONLY | O_DIRECTORY | O_CLOEXEC;
+  const std::string root = CurrentRoot();
+  if (root.empty()) return Descriptor(open(path.c_str(), kFlags));
+  const auto real = ResolveBelow(root, path);
+  return Descriptor(real ? OpenWithoutLinks(*real, kFlags) : -1);
+}
+
+bool MorvSafeIsFile(const std::string& path) {
+  struct stat status {};
+  const std::string root = CurrentRoot();
+  if (root.empty()) return stat(path.c_str(), &status) != 0 || !S_ISDIR(status.st_mode);
+  const auto entry = EntryOf(path);
+  if (!entry || !IsBelow(root, entry->path()) || !StatusWithoutLinks(entry->path(), &status)) return false;
+  if (!S_ISLNK(status.st_mode)) return !S_ISDIR(status.st_mode);
+  const auto real = ResolveBelow(root, path);
+  return real && (!StatusWithoutLinks(*real, &status) || !S_ISDIR(status.st_mode));
+}
+
+bool MorvSafeRename(const std::string& from, const std::string& to) {
+  const std::string root = CurrentRoot();
+  if (root.empty()) return std::rename(from.c_str(), to.c_str()) == 0;
+  const auto old_entry = EntryOf(from);
+  const auto new_entry = EntryOf(to);
+  if (!old_entry || !new_entry) return false;
+  const Side old_side = SideOf(root, old_entry->path());
+  const Side new_side = SideOf(root, new_entry->path());
+  if (old_side == new_side && old_side != Side::kBorder) return RenameEntries(*old_entry, *new_entry);
+  Refuse(root, old_side == Side::kInside ? to : from);
+  return false;
+}
+
 bool MorvSandboxAllowsExec(std::string_view command) {
   const std::string root = CurrentRoot();
   if (root.empty()) return true;
   const std::string shown = command.data() == nullptr ? "(a command)" : std::string(command);
-  std::fprintf(stderr, "morv: refused to run '%s' - no process may start inside MORV_FILE_ROOT (%s)\n",
-               shown.c_str(), root.c_str());
+  WriteErrors(Format("morv: refused to run '%s' - no process may start inside MORV_FILE_ROOT (%s)\n",
+                     shown.c_str(), root.c_str()));
   return false;
 }
 

@@ -7,6 +7,9 @@
 #include <optional>
 #include <utility>
 
+#include "base/console.h"
+#include "base/format.h"
+#include "lib/file_rewrite.h"
 #include "lib/regex.h"
 #include "lib/regex_replacement.h"
 #include "lib/sandbox.h"
@@ -14,6 +17,9 @@
 namespace vorc {
 
 namespace {
+
+// How often searches may look at a line in vain before they are made to look ahead no more.
+constexpr size_t kPatience = 8;
 
 struct SedCommand {
   std::string pattern;
@@ -131,7 +137,15 @@ void SedRun::EditText() {
 // The search goes on in what is left of the line, so `^` matches there again.
 void SedRun::EditLine(std::string_view line) {
   RegexMatch match;
+  // Each search may look at all that is left, only to take a byte of it.
+  size_t patience = kPatience * line.size();
+  regex_.ForgetForesight();
   while (regex_.FindFirst(line, match)) {
+    if (command_.global && patience > 0) {
+      const size_t wasted = regex_.looked() - static_cast<size_t>(match.whole.start + match.whole.length);
+      patience -= std::min(patience, wasted);
+      if (patience == 0) regex_.Foresee(line);
+    }
     const auto start = static_cast<size_t>(match.whole.start);
     out_.append(line.substr(0, start));
     command_.replacement.AppendTo(out_, line, match);
@@ -150,7 +164,9 @@ bool WriteAndClose(File file, std::string_view content) {
   return std::fclose(file.release()) == 0 && written;
 }
 
-bool WriteFile(const std::string& path, std::string_view content, std::string_view old) {
+// For a file that may be written in a folder that takes no new one. If that fails midway, the old
+// content is put back.
+bool WriteInPlace(const std::string& path, std::string_view content, std::string_view old) {
   File file = MorvSafeFopen(path, "wb");
   if (file == nullptr) return false;
   if (WriteAndClose(std::move(file), content)) return true;
@@ -161,7 +177,7 @@ bool WriteFile(const std::string& path, std::string_view content, std::string_vi
 
 void ReportBadScript(std::string_view script) {
   const std::string shown(script);
-  std::fprintf(stderr, "ised: cannot parse '%s' - expected s/pattern/replacement/[g]\n", shown.c_str());
+  WriteErrors(Format("ised: cannot parse '%s' - expected s/pattern/replacement/[g]\n", shown.c_str()));
 }
 
 }  // namespace
@@ -178,7 +194,8 @@ std::string MorvSed(std::string_view text, std::string_view script) {
 }
 
 int MorvSedFile(const std::string& path, std::string_view script) {
-  const std::optional<std::string> old = MorvReadWholeFile(path);
+  std::optional<FileRewrite> file = FileRewrite::Open(path);
+  const std::optional<std::string> old = file ? file->Read() : std::nullopt;
   if (!old) return -1;
   const std::optional<SedCommand> command = ParseCommand(script);
   if (!command) {
@@ -189,7 +206,10 @@ int MorvSedFile(const std::string& path, std::string_view script) {
   if (!run.Run()) return -1;
   const std::string edited = run.Take();
   if (edited == *old) return 0;
-  return WriteFile(path, edited, *old) ? 1 : -1;
+  if (!file->Writable()) return -1;
+  const bool written =
+      file->Begin() ? file->Append(edited) && file->Commit() : WriteInPlace(path, edited, *old);
+  return written ? 1 : -1;
 }
 
 }  // namespace vorc

@@ -11,8 +11,8 @@ namespace vorc {
 std::string MorvSed(std::string_view text, std::string_view script);
 
 /// Runs the command over a file in place. 1 if the file changed, 0 if it is left alone because
-/// nothing would change, -1 if it can't be read or written. When writing fails midway, the old
-/// content is put back as far as the disk lets it.
+/// nothing would change, -1 if it is no regular file or can't be read or written. The file is replaced
+/// in one step, as FileRewrite does it; in a folder that takes no new file it is written in place.
 int MorvSedFile(const std::string& path, std::string_view script);
 
 }  // namespace vorc

@@ -1,13 +1,12 @@
 #include "lib/shell_utils.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
 
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
-#include <filesystem>
 #include <optional>
-#include <system_error>
 #include <utility>
 
 #include "base/text_search.h"
@@ -83,6 +82,14 @@ std::string_view FieldOf(std::string_view line, std::string_view delimiter, int3
   return WithoutCr(line.substr(0, FindBytes(line, delimiter)));
 }
 
+// A link is followed, as far as the sandbox lets it.
+bool LeadsToFolder(const Descriptor& folder, const std::string& path, const FolderEntry& entry) {
+  if (!S_ISLNK(entry.mode)) return S_ISDIR(entry.mode);
+  struct stat status {};
+  return MorvSandboxAllows(path) && fstatat(folder.get(), entry.name.c_str(), &status, 0) == 0 &&
+         S_ISDIR(status.st_mode);
+}
+
 }  // namespace
 
 std::string MorvUtilCat(const std::string& path) {
@@ -142,15 +149,13 @@ std::string MorvUtilCut(std::string_view text, std::string_view delimiter, int32
 }
 
 std::string MorvUtilLs(const std::string& dir) {
-  const std::string folder = dir.empty() ? "." : dir;
+  const std::string folder_name = dir.empty() ? "." : dir;
+  const Descriptor folder = MorvSafeFolder(folder_name);
+  if (!folder) return {};
   std::string result;
-  if (!MorvSandboxAllows(folder)) return result;
-  std::error_code error;
-  for (std::filesystem::directory_iterator entry(folder, error), end; !error && entry != end;
-       entry.increment(error)) {
-    std::error_code unknown;
-    result += entry->path().filename().string();
-    result += entry->is_directory(unknown) ? "/\n" : "\n";
+  for (const FolderEntry& entry : ListFolder(folder)) {
+    result += entry.name;
+    result += LeadsToFolder(folder, JoinedPath(folder_name, entry.name), entry) ? "/\n" : "\n";
   }
   return result;
 }
@@ -167,19 +172,19 @@ int32_t MorvUtilReplace(const std::string& path, std::string_view from, std::str
   return MorvFileReplace(path, from, to);
 }
 
-int32_t MorvUtilMake(std::string_view arguments) {
+int32_t MorvUtilMake(std::string_view arguments, Processes& processes) {
   const std::string tool = MorvGetenv("VMAKE_EXE");
   const std::string command = tool.empty() ? "vmake.exe" : "\"" + tool + "\"";
-  return MorvExec(command + " " + std::string(arguments));
+  return processes.MorvExec(command + " " + std::string(arguments));
 }
 
-std::string MorvUtilBash(std::string_view command) {
+std::string MorvUtilBash(std::string_view command, Processes& processes) {
   std::string line = "bash -c \"";
   for (const char c : command) {
     if (c == '"' || c == '\\') line += '\\';
     line += c;
   }
-  return MorvExecCapture(line + "\"", kBashOutputLimit);
+  return processes.MorvExecCapture(line + "\"", kBashOutputLimit);
 }
 
 }  // namespace vorc

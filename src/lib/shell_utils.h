@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "lib/processes.h"
+
 namespace vorc {
 
 /// Capacity for the output of one `MorvUtilBash`; one byte less is kept.
@@ -40,9 +42,9 @@ std::string MorvUtilFind(const std::string& dir, std::string_view pattern);
 int32_t MorvUtilReplace(const std::string& path, std::string_view from, std::string_view to);
 
 /// Runs the build tool named by VMAKE_EXE, else "vmake.exe", with `arguments`; answers its status.
-int32_t MorvUtilMake(std::string_view arguments);
+int32_t MorvUtilMake(std::string_view arguments, Processes& processes);
 
 /// Runs a command line in bash; answers what it printed, on both of its outputs.
-std::string MorvUtilBash(std::string_view command);
+std::string MorvUtilBash(std::string_view command, Processes& processes);
 
 }  // namespace vorc

@@ -6,7 +6,10 @@
 #include <cstdlib>
 #include <ctime>
 #include <filesystem>
+#include <mutex>
 #include <system_error>
+
+#include "base/environment.h"
 
 namespace vorc {
 
@@ -16,6 +19,7 @@ std::string MorvGetenv(const std::string& name) {
 }
 
 bool MorvSetenv(const std::string& name, const std::string& value) {
+  const std::lock_guard guard(EnvironmentLock());
   return setenv(name.c_str(), value.c_str(), 1) == 0;
 }
 

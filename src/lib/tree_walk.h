@@ -4,8 +4,20 @@
 
 #include <functional>
 #include <string>
+#include <vector>
+
+#include "base/descriptor.h"
 
 namespace vorc {
+
+/// A name in a folder.
+struct FolderEntry {
+  std::string name;
+  mode_t mode;  ///< its kind as in st_mode, of a link itself; 0 if it can't be told
+};
+
+/// All names in an open folder but "." and "..", in the folder's order.
+std::vector<FolderEntry> ListFolder(const Descriptor& folder);
 
 /// Takes a file below the tree: its path, its base name, and its kind as in st_mode.
 using TreeVisitor = std::function<void(const std::string& path, const std::string& name, mode_t mode)>;

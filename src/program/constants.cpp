@@ -6,7 +6,7 @@
 
 #include "base/format.h"
 #include "program/layout.h"
-#include "program/symtab.h"
+#include "program/members.h"
 
 namespace vorc {
 
@@ -25,7 +25,8 @@ class Evaluator {
   bool PushName(const EXPR_NODE* node);
   bool Select(const EXPR_NODE* node);
   bool ApplyIndices(const EXPR_NODE* node, ConstantValue* value);
-  bool ConstantVariable(const SYM_REC* symbol, ConstantValue* value);
+  void Displace(ConstantValue* value, int64_t count, const ValueType& type);
+  bool Cast(const EXPR_NODE* node);
   bool Unary(const EXPR_NODE* node);
   bool Binary(const EXPR_NODE* node);
   bool RealBinary(const EXPR_NODE* node, double a, double b, ConstantValue* result);
@@ -106,7 +107,7 @@ bool Evaluator::Push(const EXPR_NODE* node) {
     case Tok::DOT:
     case Tok::POINTER: return true;
     case Tok::QUESTION_MARK: return Choose(node);
-    case Tok::TYPE_CAST: return true;
+    case Tok::TYPE_CAST: return Cast(node);
     case Tok::UNARYPLUS:
     case Tok::UNARYMINUS:
     case Tok::NOT:
@@ -131,63 +132,70 @@ bool Evaluator::PushName(const EXPR_NODE* node) {
                                         : "Initializing symbol '%s' must be constant number.",
                              node->Literal));
   }
-  if (node->IndexExpression == nullptr && ConstantVariable(symbol, &value)) {
-    stack_.push_back(value);
+  if (node->IndexExpression == nullptr && symbol->Constant != nullptr) {
+    stack_.push_back(*symbol->Constant);
     return true;
   }
-  value.symbol = value.part = symbol;
+  value.kind = Kind::kVariable;
+  value.symbol = symbol;
+  value.type = ValueType::OfSymbol(*symbol);
   if (!ApplyIndices(node, &value)) return false;
   stack_.push_back(value);
   return true;
 }
 
 bool Evaluator::ApplyIndices(const EXPR_NODE* node, ConstantValue* value) {
-  const ArrayShape& shape = value->part->Shape;
-  int64_t stride = GetDeclaredDataSize(slot_, value->part);
-  int dimension = 0;
   for (const EXPR_NODE* index = node->IndexExpression; index != nullptr; index = index->NextDimension) {
     int64_t at = 0;
     if (!EvalConstantInteger(slot_, index, &at)) return false;
-    if (dimension >= shape.DimensionCount) break;
-    const int64_t size = shape.Dimensions[dimension++];
-    stride = size > 0 ? stride / size : 0;
-    value->integer = Wrap(static_cast<uint64_t>(value->integer) +
-                          static_cast<uint64_t>(at) * static_cast<uint64_t>(stride));
+    if (!value->type.IsArray()) break;
+    value->type = value->type.Element();
+    Displace(value, at, value->type);
   }
-  // What an index list leaves of an array is an address; a whole element is a variable.
-  value->kind = dimension < shape.DimensionCount ? Kind::kAddress : Kind::kVariable;
   return true;
 }
 
 // A member of the variable on top.
 bool Evaluator::Select(const EXPR_NODE* node) {
   ConstantValue* value = stack_.empty() ? nullptr : &stack_.back();
-  const bool object = value != nullptr && value->kind == Kind::kVariable && value->part->Struct != nullptr;
+  const bool object = value != nullptr && value->kind == Kind::kVariable && value->type.IsStruct();
   const MemberResult member =
-      object ? FindStructMember(slot_, value->part->Struct, node->name) : MemberResult();
-  if (member.Symbol == nullptr || value->part->TotalDepth > 0 || node->Token == Tok::FUNCTION_CALL) {
+      object ? FindStructMember(slot_, value->type.record, node->name) : MemberResult();
+  if (member.Symbol == nullptr || node->Token == Tok::FUNCTION_CALL) {
     return Fail(node, Format("Initializing symbol '%s' must be constant number.", node->Literal));
   }
-  value->integer += MemberDataOffset(slot_, member);
-  value->part = member.Symbol;
+  value->integer += MemberDataOffset(member);
+  value->type = ValueType::OfSymbol(*member.Symbol);
   return ApplyIndices(node, value);
 }
 
-// A `const` scalar at file level stands for its value.
-bool Evaluator::ConstantVariable(const SYM_REC* symbol, ConstantValue* value) {
-  // Not while its own initial value is being read.
-  if (!symbol->HasInitializer || (symbol->StorageType & CONSTANT_VAR) == 0 ||
-      symbol->Shape.DimensionCount > 0 || symbol->TotalDepth > 0)
-    return false;
-  const INITIALIZER* element = symbol->Initializer.First;
-  if (element == nullptr || element->Expression == nullptr) return false;
-  return Evaluator(slot_).Run(element->Expression, value) && value->IsNumber();
+// Moves an address by `count` values of a type.
+void Evaluator::Displace(ConstantValue* value, int64_t count, const ValueType& type) {
+  value->integer = Wrap(static_cast<uint64_t>(value->integer) +
+                        static_cast<uint64_t>(count) * static_cast<uint64_t>(type.Size(slot_)));
 }
 
-// A variable's own value is not known before the program runs.
+// A variable's own value is not known before the program runs; an array's is its address.
 bool Evaluator::Settle(const EXPR_NODE* node, ConstantValue* value) {
   if (value->kind != Kind::kVariable) return true;
-  return Fail(node, Format("Initializing symbol '%s' must be constant number.", value->part->name->c_str()));
+  if (value->type.IsArray()) {
+    value->kind = Kind::kAddress;
+    value->type = value->type.Element();
+    return true;
+  }
+  return Fail(node,
+              Format("Initializing symbol '%s' must be constant number.", value->symbol->name->c_str()));
+}
+
+// A cast changes no number, but what an address counts in.
+bool Evaluator::Cast(const EXPR_NODE* node) {
+  if (stack_.empty()) return Fail(node, "Stack Underflow Error.");
+  ConstantValue& value = stack_.back();
+  if (value.kind == Kind::kVariable && value.type.IsArray() && !Settle(node, &value)) return false;
+  if (value.kind != Kind::kAddress) return true;
+  const ValueType target = ValueType::OfCast(*node->Cast);
+  value.type = target.IsPointer() ? target.Element() : ValueType::Basic(Tok::char_);
+  return true;
 }
 
 bool Evaluator::Unary(const EXPR_NODE* node) {
@@ -235,12 +243,14 @@ bool Evaluator::Binary(const EXPR_NODE* node) {
 
 bool Evaluator::AddressBinary(const EXPR_NODE* node, const ConstantValue& a, const ConstantValue& b,
                               ConstantValue* result) {
-  const bool offset = a.kind == Kind::kAddress && b.kind == Kind::kInteger;
-  if (!offset || (node->Token != Tok::PLUS && node->Token != Tok::MINUS)) {
-    return Fail(node, "Incompatible data types in arithmatic expression.");
-  }
-  *result = a;
-  result->integer += node->Token == Tok::PLUS ? b.integer : -b.integer;
+  const bool plus = node->Token == Tok::PLUS;
+  const bool offset =
+      a.kind == Kind::kAddress && b.kind == Kind::kInteger && (plus || node->Token == Tok::MINUS);
+  const bool swapped = a.kind == Kind::kInteger && b.kind == Kind::kAddress && plus;
+  if (!offset && !swapped) return Fail(node, "Incompatible data types in arithmatic expression.");
+  *result = offset ? a : b;
+  const int64_t count = offset ? b.integer : a.integer;
+  Displace(result, plus ? count : Wrap(0 - static_cast<uint64_t>(count)), result->type);
   return true;
 }
 

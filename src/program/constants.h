@@ -3,6 +3,7 @@
 #include <cstdint>
 
 #include "program/slot.h"
+#include "program/value_type.h"
 
 namespace vorc {
 
@@ -15,7 +16,7 @@ struct ConstantValue {
   double real = 0.0;
   const char* text = nullptr;
   SYM_REC* symbol = nullptr;  ///< the variable whose address it is
-  SYM_REC* part = nullptr;    ///< that variable, or the member of it that was selected
+  ValueType type;             ///< of the variable or part of it, or of what an address leads to
   FUNCPROTO_REC* function = nullptr;
 
   bool IsNumber() const { return kind == Kind::kInteger || kind == Kind::kReal; }

@@ -1,5 +1,7 @@
 #include "program/diagnostics.h"
 
+#include <cerrno>
+
 #include "base/console.h"
 #include "base/format.h"
 
@@ -22,18 +24,24 @@ std::string MessageLine(const char* kind, std::string_view file, long line, long
 }  // namespace
 
 bool Diagnostics::OpenLog(const std::string& path) {
-  log_.reset(std::fopen(path.c_str(), "w+"));
+  log_path_ = path;
+  log_.reset(std::fopen(path.c_str(), "w+e"));
   return log_ != nullptr;
 }
 
 void Diagnostics::FlushLog() {
-  if (log_ != nullptr) std::fflush(log_.get());
+  if (log_ != nullptr && std::fflush(log_.get()) != 0) EndLog(errno);
+}
+
+void Diagnostics::EndLog(int error) {
+  ReportLostOutput(log_path_, error);
+  log_.reset();
 }
 
 void Diagnostics::Log(std::string_view line) {
   if (log_ == nullptr) return;
-  std::fwrite(line.data(), 1, line.size(), log_.get());
-  std::fputc('\n', log_.get());
+  const bool written = std::fwrite(line.data(), 1, line.size(), log_.get()) == line.size();
+  if (!written || std::fputc('\n', log_.get()) == EOF) EndLog(errno);
 }
 
 void Diagnostics::Show(std::string line) {
@@ -55,11 +63,9 @@ void Diagnostics::DisplayWarning(std::string_view file, long line, int code, std
 }
 
 void Diagnostics::DisplayPrintf(std::string_view file, long line, std::string_view text) {
-  if (log_ != nullptr) {
-    const std::string name(file);
-    const std::string message(text);
-    std::fprintf(log_.get(), "(lineno=%d) '%s', %s\n", static_cast<int>(line), name.c_str(), message.c_str());
-  }
+  std::string message = Format("(lineno=%d) '", static_cast<int>(line));
+  message.append(file).append("', ").append(text);
+  Log(message);
   if (!quiet_) Show(std::string(text));
 }
 

@@ -14,7 +14,7 @@ class Diagnostics {
  public:
   /// Opens the log anew. False if it can't be written.
   bool OpenLog(const std::string& path);
-  void CloseLog() { log_.reset(); }
+  /// Writes what the log still holds. A log that can't be written is told once and ends there.
   void FlushLog();
   void set_quiet(bool quiet) { quiet_ = quiet; }
   bool quiet() const { return quiet_; }
@@ -31,8 +31,10 @@ class Diagnostics {
  private:
   void Log(std::string_view line);
   void Show(std::string line);
+  void EndLog(int error);
 
   File log_;
+  std::string log_path_;
   bool quiet_ = false;
 };
 

@@ -35,7 +35,7 @@ constexpr int64_t kNoEnd = std::numeric_limits<int64_t>::max();
 
 void InitializerWalk::Fail(const INITIALIZER* element, const char* format) {
   good_ = false;
-  slot_.ErrorAt(element == nullptr ? slot_.Place.Line : static_cast<long>(element->Line), 0,
+  slot_.ErrorAt(element == nullptr ? slot_.Place : element->Line, 0,
                 Format(format, variable_->name->c_str()));  // NOLINT(clang-diagnostic-format-nonliteral)
 }
 
@@ -147,9 +147,8 @@ void InitializerWalk::FillMembers(STRUCT_REC* record, int64_t offset, const INIT
   for (const PARENT_NODE* base : record->Parents) {
     if (*at == nullptr || !good_) return;
     FillMembers(base->Struct, offset, at);
-    offset += GetObjectStructSize(slot_, base->Struct);
+    offset += GetObjectStructSize(base->Struct);
   }
-  GetStructSize(slot_, record);
   for (const SYM_REC* member : record->MembersHeader.Symbols) {
     if (member == record->This) continue;
     if (*at == nullptr || !good_) return;

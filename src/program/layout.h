@@ -4,9 +4,12 @@
 
 #include "program/slot.h"
 
-// Sizes of types and places in objects. Objects are packed: nothing is ever padded.
+// Sizes of types and places in objects. Objects are packed: nothing is ever padded. No type is larger
+// than `kLargestType`; who declares one asks `TypeFits` or `SettleLayout` first.
 
 namespace vorc {
+
+inline constexpr int64_t kLargestType = INT32_MAX;
 
 /// A product of sizes that stops at the largest 64-bit number.
 inline int64_t SizeProduct(int64_t a, int64_t b) {
@@ -17,22 +20,17 @@ inline int64_t SizeProduct(int64_t a, int64_t b) {
 /// Bytes of a basic type, 0 for a token that is none.
 int32_t GetBasicTypeSize(const C_SLOT& slot, Tok token);
 /// Bytes of one element of a variable: the address size for pointers, else its type's size.
-int32_t GetObjectSize(C_SLOT& slot, const SYM_REC* symbol);
-/// Bytes of a whole variable, 0 while its first dimension is open. Sizes stop at 2 GiB.
-int32_t GetDeclaredDataSize(C_SLOT& slot, const SYM_REC* symbol);
-/// Bytes of a type without pointers, structs with their bases.
-int32_t GetTypeSize(C_SLOT& slot, const TypeSpec& type);
-/// Bytes of the members of a struct, its bases not counted; settles the members' offsets.
-int32_t GetStructSize(C_SLOT& slot, STRUCT_REC* record);
-int32_t CalculateParentSizes(C_SLOT& slot, STRUCT_REC* record);
-/// Bytes of a whole object: its bases in order, then its own members.
-int32_t GetObjectStructSize(C_SLOT& slot, STRUCT_REC* record);
-/// True if an object of `record` would hold one of `part`, directly or deeper.
-bool ContainsStruct(const STRUCT_REC* record, const STRUCT_REC* part);
-/// Offsets of parameters above the frame base; the first parameter lies highest.
-void UpdateArgSpOffset(C_SLOT& slot, FUNCPROTO_REC* proto);
-/// Offsets of all locals below the frame base; answers their bytes.
-int32_t UpdateLocalVarAddress(C_SLOT& slot, FUNCPROTO_REC* proto);
+int32_t GetObjectSize(const C_SLOT& slot, const SYM_REC* symbol);
+/// Bytes of a whole variable, 0 while its first dimension is open.
+int32_t GetDeclaredDataSize(const C_SLOT& slot, const SYM_REC* symbol);
+/// True if a variable, or a row of it where the first dimension is open, is not too large.
+bool TypeFits(const C_SLOT& slot, const SYM_REC* symbol);
+
+/// Places the members of a struct whose body has been read, and settles its size. False, with a size of
+/// 0, if it is too large.
+bool SettleLayout(const C_SLOT& slot, STRUCT_REC* record);
+/// Bytes of a whole object: its bases in order, then its own members. 0 before the layout is settled.
+int32_t GetObjectStructSize(const STRUCT_REC* record);
 /// The basic type behind a typedef chain: 41 for a struct, int for an enum.
 Tok ExtractType(const TypeSpec& type);
 

@@ -5,6 +5,7 @@
 
 #include "base/record_table.h"
 #include "program/enumerations.h"
+#include "program/source_text.h"
 #include "program/tokens.h"
 
 // The program records: everything the parser learns of a source file. The interpreter, the code
@@ -15,6 +16,7 @@ namespace vorc {
 
 struct CAST;
 struct CODE_BLOCK;
+struct ConstantValue;
 struct DEFINE_REC;
 struct ENUM_REC;
 struct EXPR_NODE;
@@ -52,7 +54,7 @@ struct DECL_SEQ {
   int64_t Index = -1;
   DeclKind DeclType = DECLTYPE_SYMBOL_NULL;
   void* Record = nullptr;
-  int32_t Line = 0;
+  SourceLine Line;
   DECL_SEQ* Next = nullptr;
 };
 
@@ -86,7 +88,7 @@ struct InitializerList {
 struct INITIALIZER {
   int64_t Index = -1;
   InitializerKind InitializerType = INITIALIZER_TYPE_NULL;
-  int64_t Line = 0;
+  SourceLine Line;
   EXPR_NODE* Expression = nullptr;
   InitializerList List;  ///< the elements of a nested `{ }`
   INITIALIZER* Next = nullptr;
@@ -95,6 +97,7 @@ struct INITIALIZER {
 struct SYM_REC : TypeSpec {
   int64_t Index = -1;
   Name* name = nullptr;
+  const char* AsmName = nullptr;  ///< what assembly calls a static of a function, null for `name`
   MemberKind MemberType = MEMBER_TYPE_NONE;
   bool IsFunctionPointer = false;
   bool ImplicitExtern = false;  ///< inserted because it was undeclared at its first use
@@ -110,7 +113,7 @@ struct SYM_REC : TypeSpec {
   int32_t BitFieldOffset = 0;
   int32_t MemberOffset = 0;  ///< bytes from the start of the owner's own members
   int32_t FrameOffset = 0;   ///< bytes from the frame base: upward for a parameter, else downward
-  int32_t Line = 0;
+  SourceLine Line;
   char* InterpreterData = nullptr;  ///< storage of a global or static in a script
   char* TextBuffer = nullptr;       ///< a typeless variable's own copy of its text
   uint32_t TextCapacity = 0;
@@ -118,6 +121,7 @@ struct SYM_REC : TypeSpec {
   STRUCT_REC* OwnerStruct = nullptr;
   FUNCPROTO_REC* FunctionPointer = nullptr;  ///< signature behind a function pointer
   InitializerList Initializer;
+  const ConstantValue* Constant = nullptr;  ///< value of a `const` number
   SYM_REC* Next = nullptr;
 };
 
@@ -125,7 +129,7 @@ struct TYPEDEF_REC : TypeSpec {
   int64_t Index = -1;
   Name* name = nullptr;
   TypedefKind TypeDefType = TYPEDEF_TYPE_NULL;
-  ArrayShape Shape;
+  ArrayShape Shape;  ///< with the dimensions of the typedef behind it
   FUNCPROTO_REC* Function = nullptr;
   TYPEDEF_REC* Next = nullptr;
 };
@@ -148,12 +152,11 @@ struct STRUCT_REC {
   Name* name = nullptr;
   int32_t StructSize = 0;  ///< bytes of the own members; bases come in front of them
   int32_t ParentSize = 0;  ///< bytes of all bases
-  bool LayoutDone = false;
   bool IsForwardDeclared = false;
   Tok DeclType = Tok::struct_;
   uint16_t StorageType = 0;
-  int32_t StartLine = 0;
-  int32_t EndLine = 0;
+  SourceLine StartLine;
+  SourceLine EndLine;
   MemberKind CurrentMemberAccess = MEMBER_TYPE_PUBLIC;
   List<PARENT_NODE> Parents;
   List<FRIEND_NODE> FriendClasses;
@@ -204,7 +207,7 @@ struct FUNCPROTO_REC {
   FUNCPROTO_REC* FirstOverload = nullptr;
   FUNCPROTO_REC* NextOverload = nullptr;
   PROC_TABLE* ProcBody = nullptr;
-  int32_t Line = 0;
+  SourceLine Line;
   FUNCPROTO_REC* Next = nullptr;
 };
 
@@ -216,8 +219,8 @@ struct StatementList {
 struct PROC_TABLE {
   int64_t Index = -1;
   Name* name = nullptr;
-  int32_t Line = 0;  ///< line of the opening brace
-  int32_t EndLine = 0;
+  SourceLine Line;  ///< line of the opening brace
+  SourceLine EndLine;
   SYMBOLS_HEADER LocalsHeader;
   StatementList Statements;
   FUNCPROTO_REC* Owner = nullptr;
@@ -232,7 +235,7 @@ struct CODE_BLOCK {
   SYMBOLS_HEADER LocalsHeader;
   StatementList Statements;
   STATEMENT_BLOCK* ParentStatement = nullptr;
-  int32_t Line = 0;
+  SourceLine Line;
   bool IsForClause = false;  ///< holds what the first clause of a `for` declares
   FUNCPROTO_REC* OwnerFunction = nullptr;
   CODE_BLOCK* Next = nullptr;  ///< next block of the same function
@@ -241,7 +244,6 @@ struct CODE_BLOCK {
 struct STATEMENT_BLOCK {
   int64_t Index = -1;
   StatementKind StatementType = STATEMENT_TYPE_PLAIN;
-  uint8_t ExecState = 0;  ///< left by the interpreter: 1 break, 2 exit, 3 return, 4 continue
   bool IsDelete = false;
   bool IsDeleteArray = false;
   const char* DerivedName = nullptr;
@@ -255,8 +257,8 @@ struct STATEMENT_BLOCK {
   STATEMENT_BLOCK* ParentStatement = nullptr;  ///< of a derived statement
   FUNCPROTO_REC* OwnerFunction = nullptr;
   STATEMENT_BLOCK* ForScope = nullptr;  ///< first clause whose names are visible here
-  int32_t Line = 0;
-  int32_t EndLine = 0;
+  SourceLine Line;
+  SourceLine EndLine;
   STATEMENT_BLOCK* Next = nullptr;
 };
 
@@ -274,7 +276,7 @@ struct CAST {
 /// arms of `?:` and parenthesised groups hang off a node as chains of their own.
 struct EXPR_NODE {
   int32_t Index = -1;
-  int32_t Line = 0;
+  SourceLine Line;
   Tok Token = Tok::NOTOKEN;
   uint8_t NumberSize = 0;
   uint8_t ImmediateClass = 0;
@@ -286,37 +288,30 @@ struct EXPR_NODE {
   bool IsObject = false;  ///< stands in front of `.` or `->`
   bool HasCall = false;   ///< a call behind this name
   int16_t StarRefCount = 0;
+  uint32_t LiteralLength = 0;  ///< a text may hold zeros
   const char* Literal = nullptr;
   Name* name = nullptr;
-  // Fields that no kind of node has together share their place.
-  union {
-    int64_t NumberValue = 0;
-    SYM_REC* Symbol;
-  };
-  union {
-    CAST* Cast = nullptr;
-    STRUCT_REC* NewClass;
-    SYM_REC* OwnerObject;  ///< of a member: the variable on its left
-  };
-  union {
-    EXPR_NODE* Arguments = nullptr;
-    EXPR_NODE* SubExpression;
-    EXPR_NODE* ThenExpression;
-  };
-  union {
-    EXPR_NODE* IndexExpression = nullptr;
-    EXPR_NODE* ElseExpression;
-  };
-  union {
-    EXPR_NODE* NextArgument = nullptr;
-    EXPR_NODE* NextDimension;
-  };
+  int64_t NumberValue = 0;
+  SYM_REC* Symbol = nullptr;
+  CAST* Cast = nullptr;
+  STRUCT_REC* NewClass = nullptr;        ///< of `new`
+  SYM_REC* OwnerObject = nullptr;        ///< of a member: the variable on its left
+  EXPR_NODE* Arguments = nullptr;        ///< of a call; the others hang off `NextArgument`
+  EXPR_NODE* SubExpression = nullptr;    ///< of parentheses
+  EXPR_NODE* ThenExpression = nullptr;   ///< of `?:`
+  EXPR_NODE* ElseExpression = nullptr;   ///< of `?:`
+  EXPR_NODE* IndexExpression = nullptr;  ///< the first index; the others hang off `NextDimension`
+  EXPR_NODE* NextArgument = nullptr;
+  EXPR_NODE* NextDimension = nullptr;
   FUNCPROTO_REC* Function = nullptr;
   STATEMENT_BLOCK* Statement = nullptr;
   FUNCPROTO_REC* OwnerFunction = nullptr;
   EXPR_NODE* Prev = nullptr;
   EXPR_NODE* Next = nullptr;
   void* Decoded = nullptr;  ///< the interpreter's form of the chain that starts here
+
+  /// The spelling of a number or name, or the whole of a text.
+  std::string_view Text() const { return {Literal, LiteralLength}; }
 };
 
 /// One token of a macro's replacement or of an actual argument.
@@ -333,8 +328,7 @@ enum DefineType : uint8_t { DEFINE_TYPE_NORMAL = 0, DEFINE_TYPE_MACRO = 1 };
 struct DEFINE_REC {
   int64_t Index = -1;
   Name* name = nullptr;
-  std::string_view FileName;
-  int32_t LineNumber = 0;
+  SourceLine Line;
   DefineType Type = DEFINE_TYPE_NORMAL;
   int32_t ItemCount = 0;
   List<DEFINE_ITEM> Items;

@@ -4,16 +4,16 @@
 
 namespace vorc {
 
-void C_SLOT::ErrorAt(long line, long code, std::string_view text) {
-  if (!Stopped) Display.DisplayError(Place.File, line, code, text);
+void C_SLOT::ErrorAt(SourceLine line, long code, std::string_view text) {
+  if (!Stopped) Display.DisplayError(Sources.FileName(line), line.Line, code, text);
 }
 
 void C_SLOT::Warning(std::string_view text) {
-  WarningAt(Place.Line, text);
+  WarningAt(Place, text);
 }
 
-void C_SLOT::WarningAt(long line, std::string_view text) {
-  if (!Stopped) Display.DisplayWarning(Place.File, line, 0, text);
+void C_SLOT::WarningAt(SourceLine line, std::string_view text) {
+  if (!Stopped) Display.DisplayWarning(Sources.FileName(line), line.Line, 0, text);
 }
 
 void C_SLOT::Fatal(std::string_view text) {

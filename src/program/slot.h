@@ -2,19 +2,21 @@
 
 #include <cstdint>
 #include <cstdio>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "base/arena.h"
+#include "base/file.h"
 #include "base/record_table.h"
 #include "program/diagnostics.h"
 #include "program/name_table.h"
 #include "program/records.h"
+#include "program/source_text.h"
+#include "program/target_options.h"
 
 namespace vorc {
-
-class Interpreter;
 
 /// How many records of each kind one compilation can hold. Address space is all they cost.
 namespace capacity {
@@ -34,25 +36,6 @@ inline constexpr size_t kEnumElements = 50'000;
 inline constexpr size_t kExpressions = 800'000;
 inline constexpr size_t kDeclSequence = 400'000;
 }  // namespace capacity
-
-/// What the command line asks of a compilation.
-struct TargetOptions {
-  int CPUSIZE = 64;
-  int ADDRSIZE = 64;
-  int EXEFORMAT = 0;
-  bool WarningsAsErrors = false;
-  int DebugSymbols = 0;
-  bool PicMode = false;
-  int OptimizationLevel = 0;
-  bool ScriptInterpretor = false;  ///< the dialect is accepted, and statements run
-  std::vector<std::string> IncludePaths;
-};
-
-/// Where the scanner stands, for diagnostics.
-struct SourcePlace {
-  std::string_view File;
-  long Line = 0;
-};
 
 /// What the parser asks of the stage behind it: storage for what a script declares, and the
 /// execution of a file-level statement while the file is still being read.
@@ -74,7 +57,8 @@ class ParseServices {
 struct C_SLOT {
   TargetOptions Target;
   Diagnostics Display;
-  SourcePlace Place;
+  SourceTexts Sources;
+  SourceLine Place;  ///< where the scanner stands
 
   NameTable Names;
   NameIndex Index;
@@ -99,6 +83,15 @@ struct C_SLOT {
   SYMBOLS_HEADER Globals;
   FUNCPROTO_REC* MorvFuncProto = nullptr;
   ParseServices* Services = nullptr;
+  /// Opens a source or an included file for reading; null if it may not be read.
+  std::function<File(const std::string& path)> OpenSource = [](const std::string& path) {
+    return File(std::fopen(path.c_str(), "rbe"));
+  };
+  /// Statics of functions, in the order of their declarations.
+  std::vector<SYM_REC*> ProcStatics;
+  /// Lines of embedded hardware blocks, without their ends; an empty one closes each block.
+  std::vector<std::string_view> RtlLines;
+  int RtlBlocks = 0;
   bool Stopped = false;  ///< an error ended the compilation: nothing more is read
 
   /// A new record. A full table stops the compilation with one error; the record is then a spare.
@@ -109,12 +102,12 @@ struct C_SLOT {
     return new (Texts.Allocate(sizeof(T), alignof(T))) T();
   }
 
-  bool IsScript() const { return Target.ScriptInterpretor; }
+  bool IsScript() const { return Target.script; }
 
-  void Error(long code, std::string_view text) { ErrorAt(Place.Line, code, text); }
-  void ErrorAt(long line, long code, std::string_view text);
+  void Error(long code, std::string_view text) { ErrorAt(Place, code, text); }
+  void ErrorAt(SourceLine line, long code, std::string_view text);
   void Warning(std::string_view text);
-  void WarningAt(long line, std::string_view text);
+  void WarningAt(SourceLine line, std::string_view text);
   /// One last error; the scanner then delivers nothing but the end of the file.
   void Fatal(std::string_view text);
 

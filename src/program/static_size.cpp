@@ -1,147 +1,130 @@
 #include "program/static_size.h"
 
-#include <algorithm>
-#include <string_view>
 #include <vector>
 
-#include "program/layout.h"
-#include "program/symtab.h"
+#include "program/operators.h"
+#include "program/value_type.h"
 
 namespace vorc {
 
 namespace {
 
-constexpr TokenList kBinary = {Tok::OR,   Tok::AND,       Tok::LT,         Tok::GT,     Tok::NE,
-                               Tok::LE,   Tok::GE,        Tok::EQ,         Tok::BITAND, Tok::BITOR,
-                               Tok::XOR,  Tok::LEFTSHIFT, Tok::RIGHTSHIFT, Tok::PLUS,   Tok::MINUS,
-                               Tok::STAR, Tok::SLASH,     Tok::DIV,        Tok::MOD};
-constexpr int64_t kIntSize = 4;
-constexpr int64_t kDoubleSize = 8;
-
-/// What is known of an operand without evaluating it.
-struct Operand {
-  const SYM_REC* symbol = nullptr;
-  int used_dimensions = 0;
-  int used_pointers = 0;
-  int64_t plain_size = 0;  ///< where no variable stands behind the operand
-
-  void Dereference(int levels) {
-    const int dimensions = symbol == nullptr ? 0 : symbol->Shape.DimensionCount - used_dimensions;
-    const int arrays = std::min(levels, dimensions);
-    used_dimensions += arrays;
-    used_pointers += levels - arrays;
-  }
-};
-
-int CountIndices(const EXPR_NODE* node) {
-  int count = 0;
-  for (const EXPR_NODE* index = node->IndexExpression; index != nullptr; index = index->NextDimension)
-    ++count;
-  return count;
-}
-
-class Sizer {
+/// Works out the type of an expression without evaluating it.
+class TypeWalk {
  public:
-  explicit Sizer(C_SLOT& slot) : slot_(slot), address_size_(slot.Target.ADDRSIZE / 8) {}
+  explicit TypeWalk(const C_SLOT& slot) : slot_(slot) {}
 
-  int64_t Run(const EXPR_NODE* head) {
+  ValueType Run(const EXPR_NODE* head) {
     for (const EXPR_NODE* node = head; node != nullptr; node = node->Next) Step(node);
-    return stack_.empty() ? 0 : SizeOf(stack_.back());
+    return stack_.empty() ? ValueType() : stack_.back();
   }
 
  private:
   void Step(const EXPR_NODE* node);
+  void StepOperator(const EXPR_NODE* node);
   void PushName(const EXPR_NODE* node);
   void PushCall(const EXPR_NODE* node);
-  void Cast(const CAST* cast);
-  void Combine();
-  void PushSize(int64_t size) { stack_.push_back({nullptr, 0, 0, size}); }
-  int64_t SizeOf(const Operand& operand);
+  void Choose(const EXPR_NODE* node);
+  void Binary(OperatorKind kind);
+  ValueType Left() const { return stack_.empty() ? ValueType() : stack_.back(); }
 
-  C_SLOT& slot_;
-  int64_t address_size_;
-  std::vector<Operand> stack_;
+  const C_SLOT& slot_;
+  std::vector<ValueType> stack_;
 };
 
-void Sizer::Step(const EXPR_NODE* node) {
+void TypeWalk::Step(const EXPR_NODE* node) {
   switch (node->Token) {
     case Tok::IDENTIFIER:
-    case Tok::DOLLAR_IDENTIFIER: return PushName(node);
-    case Tok::STRING: return PushSize(static_cast<int64_t>(std::string_view(node->Literal).size()) + 1);
-    case Tok::REAL_NUMBER: return PushSize(kDoubleSize);
+    case Tok::DOLLAR_IDENTIFIER:
+    case Tok::this_: return PushName(node);
+    case Tok::STRING: return stack_.push_back(ValueType::OfText(node->Literal));
+    case Tok::REAL_NUMBER: return stack_.push_back(ValueType::Basic(Tok::double_));
     case Tok::NUMBER:
-    case Tok::HEXNUMBER: return PushSize(node->NumberSize == 8 ? kDoubleSize : kIntSize);
+    case Tok::HEXNUMBER:
+      return stack_.push_back(ValueType::Basic(node->NumberSize == 8 ? Tok::INT64 : Tok::int_));
     case Tok::FUNCTION_CALL: return PushCall(node);
-    case Tok::LPAREN: return PushSize(Sizer(slot_).Run(node->SubExpression));
+    case Tok::LPAREN: return stack_.push_back(TypeWalk(slot_).Run(node->SubExpression));
     default: break;
   }
-  if (stack_.empty()) return;
+  if (!stack_.empty()) StepOperator(node);
+}
+
+void TypeWalk::StepOperator(const EXPR_NODE* node) {
+  ValueType& top = stack_.back();
   switch (node->Token) {
-    case Tok::STAR_REF: return stack_.back().Dereference(node->StarRefCount);
-    case Tok::BITAND_ADDRESS: stack_.back() = {nullptr, 0, 0, address_size_}; return;
-    case Tok::TYPE_CAST: return Cast(node->Cast);
+    case Tok::STAR_REF:
+      for (int i = 0; i < node->StarRefCount; ++i) top = top.Element();
+      return;
+    case Tok::BITAND_ADDRESS: top = top.Pointer(); return;
+    case Tok::TYPE_CAST: top = ValueType::OfCast(*node->Cast); return;
     case Tok::DOT:
     case Tok::POINTER:
       if (stack_.size() >= 2) stack_.erase(stack_.end() - 2);
       return;
-    default:
-      if (kBinary.Has(node->Token) && stack_.size() >= 2) Combine();
+    case Tok::FUNCTION_ARGUMENT:
+      if (top.function != nullptr) top = ValueType::OfType(top.function->ReturnType);
+      return;
+    case Tok::QUESTION_MARK: return Choose(node);
+    case Tok::NOT: top = ValueType::Basic(Tok::int_); return;
+    default: break;
   }
+  const OperatorKind kind = OperatorOf(node->Token).kind;
+  if (kind == OperatorKind::kUnary)
+    top = CommonType(slot_, top, top);
+  else if (OperatorOf(node->Token).level > 0 || IsAssignment(node->Token))
+    Binary(kind);
 }
 
-void Sizer::PushName(const EXPR_NODE* node) {
-  Operand operand;
-  operand.symbol = node->IsMember || node->CallWithoutParens ? nullptr : node->Symbol;
-  operand.plain_size = address_size_;
-  const SYM_REC* left = stack_.empty() ? nullptr : stack_.back().symbol;
-  if (node->IsMember && left != nullptr && left->Struct != nullptr) {
-    operand.symbol = FindStructMember(slot_, left->Struct, node->name).Symbol;
-  }
-  operand.Dereference(CountIndices(node));
-  stack_.push_back(operand);
-}
-
-void Sizer::PushCall(const EXPR_NODE* node) {
-  const FUNCPROTO_REC* function = node->Function;
-  if (function == nullptr) return PushSize(kIntSize);
-  PushSize(function->ReturnType.PointerDepth > 0 ? address_size_ : GetTypeSize(slot_, function->ReturnType));
-}
-
-void Sizer::Cast(const CAST* cast) {
-  TypeSpec target;
-  target.BasicType = cast->TypeToken;
-  target.Typedef = cast->Typedef;
-  target.Struct = cast->Struct;
-  stack_.back() = {nullptr, 0, 0, cast->PointerDepth > 0 ? address_size_ : GetTypeSize(slot_, target)};
-}
-
-// Two operands make one that is as wide as the wider, and at least an int.
-void Sizer::Combine() {
-  const int64_t right = SizeOf(stack_.back());
+void TypeWalk::Binary(OperatorKind kind) {
+  if (stack_.size() < 2) return;
+  const ValueType right = stack_.back();
   stack_.pop_back();
-  stack_.back() = {nullptr, 0, 0, std::max({SizeOf(stack_.back()), right, kIntSize})};
+  ValueType& left = stack_.back();
+  if (kind == OperatorKind::kAssign || kind == OperatorKind::kCompound) return;
+  if (kind == OperatorKind::kCompare || kind == OperatorKind::kLogic)
+    left = ValueType::Basic(Tok::int_);
+  else
+    left = CommonType(slot_, left, right);
 }
 
-int64_t Sizer::SizeOf(const Operand& operand) {
-  if (operand.symbol == nullptr) return operand.plain_size;
-  const SYM_REC* symbol = operand.symbol;
-  int64_t size = address_size_;
-  if (operand.used_pointers > 0 && operand.used_pointers >= symbol->TotalDepth) {
-    SYM_REC pointee = *symbol;
-    pointee.TotalDepth = 0;
-    size = GetObjectSize(slot_, &pointee);
-  } else if (operand.used_pointers == 0) {
-    size = GetObjectSize(slot_, symbol);
-  }
-  for (int i = operand.used_dimensions; i < symbol->Shape.DimensionCount; ++i)
-    size = SizeProduct(size, symbol->Shape.Dimensions[i]);
-  return size;
+void TypeWalk::Choose(const EXPR_NODE* node) {
+  const ValueType left = TypeWalk(slot_).Run(node->ThenExpression);
+  const ValueType right = TypeWalk(slot_).Run(node->ElseExpression);
+  stack_.back() = left.IsStruct() ? left : CommonType(slot_, left, right);
+}
+
+void TypeWalk::PushName(const EXPR_NODE* node) {
+  ValueType type;
+  if (node->IsMember)
+    type = Left().Member(slot_, node->name);
+  else if (node->CallWithoutParens)
+    type = ValueType::OfFunction(*node->Function);
+  else if (node->Symbol != nullptr)
+    type = ValueType::OfSymbol(*node->Symbol);
+  if (node->Token == Tok::this_) type.depth = 1;
+  for (const EXPR_NODE* index = node->IndexExpression; index != nullptr; index = index->NextDimension)
+    type = type.Element();
+  stack_.push_back(type);
+}
+
+void TypeWalk::PushCall(const EXPR_NODE* node) {
+  const FUNCPROTO_REC* function = node->Function;
+  if (node->IsMember && Left().record != nullptr)
+    function = FindStructMember(slot_, Left().record, node->name).Function;
+  stack_.push_back(function == nullptr ? ValueType::Basic(Tok::int_)
+                                       : ValueType::OfType(function->ReturnType));
 }
 
 }  // namespace
 
-int64_t StaticSize(C_SLOT& slot, const EXPR_NODE* head) {
-  return Sizer(slot).Run(head);
+ValueType StaticType(const C_SLOT& slot, const EXPR_NODE* head) {
+  return TypeWalk(slot).Run(head);
+}
+
+int64_t StaticSize(const C_SLOT& slot, const EXPR_NODE* head) {
+  const ValueType type = StaticType(slot, head);
+  const bool unknown = type.basic == Tok::NOTOKEN && !type.IsPointer();
+  return unknown ? slot.Target.AddressBytes() : type.Size(slot);
 }
 
 }  // namespace vorc

@@ -3,11 +3,14 @@
 #include <cstdint>
 
 #include "program/slot.h"
+#include "program/value_type.h"
 
 namespace vorc {
 
-/// Bytes of the value that an expression would have, told from its types alone: what `sizeof`
-/// answers for anything that is no type.
-int64_t StaticSize(C_SLOT& slot, const EXPR_NODE* head);
+/// The type of an expression, told without evaluating it: `sizeof`, and whoever chooses code by it.
+ValueType StaticType(const C_SLOT& slot, const EXPR_NODE* head);
+
+/// Bytes that the value of an expression takes; those of an address where nothing is known of it.
+int64_t StaticSize(const C_SLOT& slot, const EXPR_NODE* head);
 
 }  // namespace vorc

@@ -1,8 +1,8 @@
 #include "program/symtab.h"
 
-#include <cstring>
+#include <algorithm>
 
-#include "program/layout.h"
+#include "program/members.h"
 
 namespace vorc {
 
@@ -12,7 +12,7 @@ void InsertDeclSequence(C_SLOT& slot, SYMBOLS_HEADER* header, DeclKind kind, voi
   DECL_SEQ* node = slot.New(slot.DeclSequence, "declarations");
   node->DeclType = kind;
   node->Record = record;
-  node->Line = static_cast<int32_t>(slot.Place.Line);
+  node->Line = slot.Place;
   header->DeclSequence.Append(node);
 }
 
@@ -67,7 +67,7 @@ SYM_REC* InsertVarName(C_SLOT& slot, SYMBOLS_HEADER* header, Name* name, const T
   static_cast<TypeSpec&>(*symbol) = type;
   symbol->name = name;
   symbol->IsParameter = is_parameter;
-  symbol->Line = static_cast<int32_t>(slot.Place.Line);
+  symbol->Line = slot.Place;
   if (header->ParentDataStructureType == PARENT_DATA_STRUCTURE_STRUCT) {
     symbol->OwnerStruct = static_cast<STRUCT_REC*>(header->Parent);
   }
@@ -78,6 +78,12 @@ SYM_REC* InsertVarName(C_SLOT& slot, SYMBOLS_HEADER* header, Name* name, const T
   return symbol;
 }
 
+void DeclareAt(SYMBOLS_HEADER* header, SYM_REC* symbol, SourceLine line) {
+  symbol->Line = line;
+  DECL_SEQ* last = header->DeclSequence.Last;
+  if (last != nullptr && last->Record == symbol) last->Line = line;
+}
+
 FUNCPROTO_REC* InsertFuncName(C_SLOT& slot, SYMBOLS_HEADER* header, Name* name, const TypeSpec& return_type) {
   FUNCPROTO_REC* proto = slot.New(slot.FuncPrototypes, "functions");
   proto->name = name;
@@ -86,7 +92,7 @@ FUNCPROTO_REC* InsertFuncName(C_SLOT& slot, SYMBOLS_HEADER* header, Name* name, 
   proto->ReturnKind = GetRetType(return_type);
   proto->ParametersHeader.ParentDataStructureType = PARENT_DATA_STRUCTURE_FUNCPROTO;
   proto->ParametersHeader.Parent = proto;
-  proto->Line = static_cast<int32_t>(slot.Place.Line);
+  proto->Line = slot.Place;
   if (header != nullptr) {
     if (header->ParentDataStructureType == PARENT_DATA_STRUCTURE_STRUCT) {
       proto->OwnerClass = static_cast<STRUCT_REC*>(header->Parent);
@@ -103,7 +109,7 @@ STRUCT_REC* InsertNewStruct(C_SLOT& slot, SYMBOLS_HEADER* header, Name* name, To
   record->DeclType = token;
   record->StorageType = storage;
   record->IsForwardDeclared = true;
-  record->StartLine = static_cast<int32_t>(slot.Place.Line);
+  record->StartLine = slot.Place;
   record->MembersHeader.ParentDataStructureType = PARENT_DATA_STRUCTURE_STRUCT;
   record->MembersHeader.Parent = record;
   header->Structs.Append(record);
@@ -147,7 +153,7 @@ PROC_TABLE* AttachProcBody(C_SLOT& slot, FUNCPROTO_REC* proto) {
   PROC_TABLE* body = slot.New(slot.ProcTables, "function bodies");
   body->name = proto->name;
   body->Owner = proto;
-  body->Line = static_cast<int32_t>(slot.Place.Line);
+  body->Line = slot.Place;
   body->LocalsHeader.ParentDataStructureType = PARENT_DATA_STRUCTURE_PROCBODY;
   body->LocalsHeader.Parent = body;
   proto->ProcBody = body;
@@ -160,7 +166,7 @@ CODE_BLOCK* NewCodeBlock(C_SLOT& slot, FUNCPROTO_REC* proto, STATEMENT_BLOCK* st
   block->LocalsHeader.Parent = block;
   block->OwnerFunction = proto;
   block->ParentStatement = statement;
-  block->Line = static_cast<int32_t>(slot.Place.Line);
+  block->Line = slot.Place;
   if (statement != nullptr) statement->Block = block;
   if (proto != nullptr && proto->ProcBody != nullptr) proto->ProcBody->Blocks.Append(block);
   return block;
@@ -171,7 +177,7 @@ STATEMENT_BLOCK* NewStatementBlock(C_SLOT& slot, FUNCPROTO_REC* proto, Statement
   STATEMENT_BLOCK* statement = slot.New(slot.StatementBlocks, "statements");
   statement->OwnerFunction = proto;
   statement->ParentCodeBlock = block;
-  statement->Line = static_cast<int32_t>(slot.Place.Line);
+  statement->Line = slot.Place;
   if (list->Last == nullptr)
     list->First = statement;
   else
@@ -206,27 +212,15 @@ void SettleType(C_SLOT& slot, SYM_REC* symbol) {
   if (symbol->Typedef != nullptr) SetShape(slot, symbol, nullptr, 0);
 }
 
-namespace {
-
-// The typedef whose dimensions come behind those of a type: none behind a pointer.
-const TYPEDEF_REC* ShapedBy(const TypeSpec& type) {
-  return type.PointerDepth == 0 ? type.Typedef : nullptr;
-}
-
-}  // namespace
-
 void SetShape(C_SLOT& slot, SYM_REC* symbol, const int64_t* dimensions, int count) {
-  int total = count;
-  for (const TYPEDEF_REC* record = ShapedBy(*symbol); record != nullptr; record = ShapedBy(*record)) {
-    total += record->Shape.DimensionCount;
-  }
+  // Behind a pointer the array that a typedef stands for is gone.
+  ArrayShape rest;
+  if (symbol->Typedef != nullptr && symbol->PointerDepth == 0) rest = symbol->Typedef->Shape;
+  const int total = count + rest.DimensionCount;
   if (total == 0) return;
   auto* all = static_cast<int64_t*>(slot.Texts.Allocate(static_cast<size_t>(total) * sizeof(int64_t), 8));
-  int next = 0;
-  for (int i = 0; i < count; ++i) all[next++] = dimensions[i];
-  for (const TYPEDEF_REC* record = ShapedBy(*symbol); record != nullptr; record = ShapedBy(*record)) {
-    for (int i = 0; i < record->Shape.DimensionCount; ++i) all[next++] = record->Shape.Dimensions[i];
-  }
+  std::copy_n(dimensions, count, all);
+  std::copy_n(rest.Dimensions, rest.DimensionCount, all + count);
   symbol->Shape.Dimensions = all;
   symbol->Shape.DimensionCount = static_cast<int16_t>(total);
   symbol->Shape.UnsizedFirstDimension = all[0] == 0;
@@ -279,7 +273,7 @@ ConflictResult FindFactorIdentifier(const C_SLOT& slot, const FUNCPROTO_REC* pro
                                     const Name* name) {
   if (auto hit = FindLocalIdentifier(slot, proto, statement, block, name)) return hit;
   if (proto != nullptr && proto->OwnerClass != nullptr) {
-    const MemberResult member = FindStructMember(const_cast<C_SLOT&>(slot), proto->OwnerClass, name);
+    const MemberResult member = FindStructMember(slot, proto->OwnerClass, name);
     ConflictResult hit;
     if (member.Symbol != nullptr) {
       hit.Kind = BindingKind::kSymbol;
@@ -317,81 +311,6 @@ bool ExternVarConflict(const ConflictResult& result) {
 bool NonProcNameConflict(const ConflictResult& result) {
   if (result.Symbol() != nullptr && result.Symbol()->ImplicitExtern) return false;
   return result.Kind != BindingKind::kNone && result.Kind != BindingKind::kFunction;
-}
-
-MemberResult FindStructMember(C_SLOT& slot, STRUCT_REC* owner, const Name* name) {
-  MemberResult result;
-  for (const Binding* at = slot.Index.Find(&owner->MembersHeader, name); at != nullptr; at = at->Next) {
-    if (SkippedFunction(at)) continue;
-    if (at->Kind == BindingKind::kSymbol) result.Symbol = static_cast<SYM_REC*>(at->Record);
-    if (at->Kind == BindingKind::kFunction) result.Function = static_cast<FUNCPROTO_REC*>(at->Record);
-    if (!result) continue;
-    result.Owner = owner;
-    return result;
-  }
-  int32_t offset = 0;
-  for (const PARENT_NODE* base : owner->Parents) {
-    result = FindStructMember(slot, base->Struct, name);
-    if (result) {
-      result.BaseOffset += offset;
-      result.ParentsPrivate |= base->Access == INHERITANCE_TYPE_PRIVATE;
-      return result;
-    }
-    offset += GetObjectStructSize(slot, base->Struct);
-  }
-  return {};
-}
-
-int32_t MemberDataOffset(C_SLOT& slot, const MemberResult& member) {
-  GetStructSize(slot, member.Owner);
-  return member.BaseOffset + CalculateParentSizes(slot, member.Owner) + member.Symbol->MemberOffset;
-}
-
-bool FriendOfClass(const FUNCPROTO_REC* function, const STRUCT_REC* owner) {
-  if (function == nullptr) return false;
-  for (const FRIEND_NODE* node : function->FriendOf) {
-    if (node->Struct == owner) return true;
-  }
-  return false;
-}
-
-bool FriendOfClass(const STRUCT_REC* home, const STRUCT_REC* owner) {
-  if (home == nullptr) return false;
-  for (const FRIEND_NODE* node : owner->FriendClasses) {
-    if (node->Struct == home) return true;
-  }
-  return false;
-}
-
-bool InheritsFrom(const STRUCT_REC* derived, const STRUCT_REC* base) {
-  if (derived == base) return true;
-  for (const PARENT_NODE* parent : derived->Parents) {
-    if (InheritsFrom(parent->Struct, base)) return true;
-  }
-  return false;
-}
-
-namespace {
-
-const SYM_REC* FirstRealParameter(const FUNCPROTO_REC* proto) {
-  const SYM_REC* first = proto->ParametersHeader.Symbols.First;
-  const bool only_void = first != nullptr && first->BasicType == Tok::void_ && first->PointerDepth == 0;
-  return only_void ? nullptr : first;
-}
-
-}  // namespace
-
-int CompareParams(const FUNCPROTO_REC* a, const FUNCPROTO_REC* b) {
-  const SYM_REC* left = FirstRealParameter(a);
-  const SYM_REC* right = FirstRealParameter(b);
-  for (; left != nullptr && right != nullptr; left = left->Next, right = right->Next) {
-    const bool same = ExtractType(*left) == ExtractType(*right) && left->Struct == right->Struct &&
-                      left->TotalDepth == right->TotalDepth &&
-                      left->Shape.DimensionCount == right->Shape.DimensionCount;
-    if (!same) return -1;
-  }
-  if (left == nullptr && right == nullptr) return a->HasVarArgs == b->HasVarArgs ? 0 : 1;
-  return left == nullptr ? -1 : 1;
 }
 
 }  // namespace vorc

@@ -32,7 +32,8 @@ struct ConflictResult {
 
 // --- creators -------------------------------------------------------------------------------
 
-/// Declares a variable in a scope. Its array shape and storage follow once the declarator is read.
+/// Declares a variable in a scope. Its array shape and storage follow once the declarator is read. As
+/// of every creator, the record's line is that of the current token; `DeclareAt` gives it another.
 SYM_REC* InsertVarName(C_SLOT& slot, SYMBOLS_HEADER* header, Name* name, const TypeSpec& type,
                        bool is_parameter);
 FUNCPROTO_REC* InsertFuncName(C_SLOT& slot, SYMBOLS_HEADER* header, Name* name, const TypeSpec& return_type);
@@ -47,6 +48,8 @@ CODE_BLOCK* NewCodeBlock(C_SLOT& slot, FUNCPROTO_REC* proto, STATEMENT_BLOCK* st
 STATEMENT_BLOCK* NewStatementBlock(C_SLOT& slot, FUNCPROTO_REC* proto, StatementList* list,
                                    CODE_BLOCK* block);
 STATEMENT_BLOCK* NewDerivedStatementBlock(C_SLOT& slot, STATEMENT_BLOCK* parent, const char* name);
+/// Moves a declaration to the line of its name.
+void DeclareAt(SYMBOLS_HEADER* header, SYM_REC* symbol, SourceLine line);
 /// Fills in what follows from a type: the resolved basic type, pointer levels and typedef'd arrays.
 void SettleType(C_SLOT& slot, SYM_REC* symbol);
 /// Gives a symbol an array shape; the dimensions of its typedef come behind its own.
@@ -73,29 +76,5 @@ FUNCPROTO_REC* FindProgramEntryLabel(const C_SLOT& slot);
 /// True if the record is a variable declared `extern`.
 bool ExternVarConflict(const ConflictResult& result);
 bool NonProcNameConflict(const ConflictResult& result);
-
-/// A member of a class or of one of its bases, with the offset of that base in the object.
-struct MemberResult {
-  SYM_REC* Symbol = nullptr;
-  FUNCPROTO_REC* Function = nullptr;
-  STRUCT_REC* Owner = nullptr;
-  int32_t BaseOffset = 0;
-  bool ParentsPrivate = false;  ///< hidden by a private base
-
-  explicit operator bool() const { return Symbol != nullptr || Function != nullptr; }
-};
-
-/// Own members first, then each base in order, depth first.
-MemberResult FindStructMember(C_SLOT& slot, STRUCT_REC* owner, const Name* name);
-/// Bytes from the start of the object in which a data member was found to the member.
-int32_t MemberDataOffset(C_SLOT& slot, const MemberResult& member);
-bool FriendOfClass(const FUNCPROTO_REC* function, const STRUCT_REC* owner);
-/// True if all member functions of `home` are friends of `owner`.
-bool FriendOfClass(const STRUCT_REC* home, const STRUCT_REC* owner);
-/// True if `derived` is `base` or inherits from it by any road.
-bool InheritsFrom(const STRUCT_REC* derived, const STRUCT_REC* base);
-
-/// Compares parameter lists: 0 if equal, 1 or -1 if not.
-int CompareParams(const FUNCPROTO_REC* a, const FUNCPROTO_REC* b);
 
 }  // namespace vorc

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <array>
-#include <bitset>
 #include <cstdint>
 #include <initializer_list>
 #include <span>
@@ -13,10 +12,13 @@ namespace vorc {
 enum class Tok : uint8_t {
 #define TOKEN(name, text) name,
 #include "program/tokens.def"
-#undef TOKEN
 };
 
-inline constexpr size_t kTokenCount = 168;
+inline constexpr size_t kTokenCount = 0
+#define TOKEN(name, text) +1
+#include "program/tokens.def"
+    ;
+static_assert(kTokenCount == 168, "symbol files hold these numbers");
 
 /// The text of every token, by number.
 extern const std::array<std::string_view, kTokenCount> TokenString;
@@ -50,10 +52,6 @@ class TokenList {
   std::array<uint64_t, 3> words_{};
 };
 
-inline bool TypeIn(Tok token, const TokenList& list) {
-  return list.Has(token);
-}
-
 // Words that name a basic type by themselves.
 extern const TokenList BasicTypeList;
 // Types named for their size; a program may define such a name itself.
@@ -62,15 +60,11 @@ extern const TokenList SizeNamedTypeList;
 extern const TokenList StorageList;
 
 extern const TokenList EofList;
-extern const TokenList EndOfStatement;
 extern const TokenList EofProcList;
-extern const TokenList EofStructList;
 extern const TokenList DollarListAndFunctionList;
-extern const TokenList FuncArgDelemeterList;
 extern const TokenList ValidVarList;
 extern const TokenList ValidBitFieldType;
 extern const TokenList ValidInitlializerList;
-extern const TokenList SizeofList;
 extern const TokenList ValidTypeDefList;
 extern const TokenList ArgumentTypesList;
 extern const TokenList StructBodyList;

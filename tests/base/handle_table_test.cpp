@@ -21,5 +21,20 @@ TEST(HandleTable, NumbersAreNeverUsedAgainAndRunOut) {
   EXPECT_EQ(table.Find(-1), nullptr);
 }
 
+struct Thing {
+  static constexpr const char* kKind = "thing";
+};
+
+TEST(HandleTable, TellsOfTheFirstRefusalAlone) {
+  HandleTable<Thing> table;
+  testing::internal::CaptureStderr();
+  for (int i = 1; i < HandleTable<Thing>::kSlotCount; ++i) table.Create();
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+  testing::internal::CaptureStderr();
+  for (int i = 0; i < 3; ++i) EXPECT_EQ(table.Add(std::make_unique<Thing>()), 0);
+  EXPECT_EQ(testing::internal::GetCapturedStderr(),
+            "morv: no number left for another thing - a run can make 4095 of them, freed ones included\n");
+}
+
 }  // namespace
 }  // namespace vorc

@@ -10,12 +10,13 @@
 
 namespace vorc {
 
-/// Parses a text in compile mode, without anything behind the parser.
+/// Parses a text, in compile mode or as a script, without anything behind the parser.
 class ParsedSource : public ParseServices {
  public:
-  explicit ParsedSource(const std::string& text, int cpu_size = 64)
+  explicit ParsedSource(const std::string& text, int cpu_size = 64, bool script = false)
       : slot(std::make_unique<C_SLOT>()), scanner(*slot) {
-    slot->Target.CPUSIZE = slot->Target.ADDRSIZE = cpu_size;
+    slot->Target.cpu_size = slot->Target.address_size = cpu_size;
+    slot->Target.script = script;
     slot->Display.set_quiet(true);
     slot->Services = this;
     scanner.LoadSrcFromBuffer("test", text);

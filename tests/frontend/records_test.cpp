@@ -2,6 +2,7 @@
 
 #include "parse_fixture.h"
 #include "program/layout.h"
+#include "program/members.h"
 
 namespace vorc {
 namespace {
@@ -62,10 +63,10 @@ TEST(Layout, IsPackedAndCountsBasesFirst) {
       "union U { int a; char b; double c; };\n"
       "struct D : A, U2 { char d; };\n");
   STRUCT_REC* a = parsed.Struct("A");
-  EXPECT_EQ(GetObjectStructSize(*parsed.slot, a), 5);
-  EXPECT_EQ(GetObjectStructSize(*parsed.slot, parsed.Struct("U")), 8);
+  EXPECT_EQ(GetObjectStructSize(a), 5);
+  EXPECT_EQ(GetObjectStructSize(parsed.Struct("U")), 8);
   STRUCT_REC* b = parsed.Struct("B");
-  EXPECT_EQ(GetObjectStructSize(*parsed.slot, b), 8);
+  EXPECT_EQ(GetObjectStructSize(b), 8);
   const MemberResult y = FindStructMember(*parsed.slot, b, parsed.slot->Names.Intern("y"));
   EXPECT_EQ(y.Symbol->BitFieldOffset, 3);
   const MemberResult z = FindStructMember(*parsed.slot, b, parsed.slot->Names.Intern("z"));
@@ -82,9 +83,9 @@ TEST(Layout, IsPackedAndCountsBasesFirst) {
   } cases[] = {{"a", 0}, {"b", 1}, {"c", 5}, {"d", 6}, {"e", 7}};
   for (const auto& c : cases) {
     const MemberResult member = FindStructMember(*bases.slot, e, bases.slot->Names.Intern(c.member));
-    EXPECT_EQ(MemberDataOffset(*bases.slot, member), c.offset) << c.member;
+    EXPECT_EQ(MemberDataOffset(member), c.offset) << c.member;
   }
-  EXPECT_EQ(GetObjectStructSize(*bases.slot, e), 11);
+  EXPECT_EQ(GetObjectStructSize(e), 11);
 }
 
 TEST(Layout, WidthsFollowTheTarget) {
@@ -96,16 +97,23 @@ TEST(Layout, WidthsFollowTheTarget) {
   EXPECT_EQ(GetObjectSize(*narrow.slot, narrow.Variable("p")), 4);
 }
 
-TEST(Layout, FirstParameterLiesHighest) {
-  ParsedSource parsed("int f(int a, char b, char *c) { int x; char y[3]; { int z; } return 0; }\n");
-  FUNCPROTO_REC* f = parsed.Function("f");
-  UpdateArgSpOffset(*parsed.slot, f);
-  const SYM_REC* parameter = f->ParametersHeader.Symbols.First;
-  EXPECT_EQ(parameter->FrameOffset, 9);
-  EXPECT_EQ(parameter->Next->FrameOffset, 8);
-  EXPECT_EQ(parameter->Next->Next->FrameOffset, 0);
-  EXPECT_EQ(f->ProcBody->ArgSize, 13);
-  EXPECT_EQ(UpdateLocalVarAddress(*parsed.slot, f), 11);
+TEST(Functions, StaticsAndHardwareBlocksAreKeptInOrder) {
+  ParsedSource parsed(
+      "int f() { static int b; { static int a = 2; int local; } return 0; }\n"
+      "rtlbegin\nwire w;\n  reg r; // rtl\nan rtlend here\nrtlbegin\nrtlend\n"
+      "static int global; class C { int m() { static int c[2]; return 0; } };\n",
+      64, true);
+  ASSERT_TRUE(parsed.good) << parsed.messages;
+  std::string statics;
+  for (const SYM_REC* symbol : parsed.slot->ProcStatics) {
+    statics += std::string(symbol->name->Text) + " ";
+    EXPECT_EQ(symbol->AsmName,
+              std::string(symbol->name->Text) + "_" + std::to_string(symbol->Index) + "_static");
+  }
+  EXPECT_EQ(statics, "b a c ");
+  const std::vector<std::string_view> lines = {"wire w;", "  reg r; // rtl", "", ""};
+  EXPECT_EQ(parsed.slot->RtlLines, lines);
+  EXPECT_EQ(parsed.slot->RtlBlocks, 2);
 }
 
 TEST(Functions, KeepOneRecordForEachSignature) {
@@ -123,6 +131,29 @@ TEST(Functions, KeepOneRecordForEachSignature) {
   EXPECT_EQ(live_g, 1);
   EXPECT_EQ(live_h, 2);
   EXPECT_EQ(FindProgramEntryLabel(*parsed.slot), parsed.Function("main"));
+}
+
+TEST(Lines, ADeclarationHasTheLineOfItsName) {
+  ParsedSource parsed("int a, b\n = 5;\nint c[2]\n = {\n1 };\nint f\n(int x)\n{ int d\n; return x; }\n");
+  ASSERT_TRUE(parsed.good) << parsed.messages;
+  const PROC_TABLE* body = parsed.Function("f")->ProcBody;
+  const struct {
+    SourceLine line;
+    int number;
+    const char* text;
+  } cases[] = {{parsed.Variable("b")->Line, 1, "int a, b"},
+               {parsed.Variable("c")->Line, 3, "int c[2]"},
+               {parsed.Variable("c")->Initializer.First->List.First->Line, 5, "1 };"},
+               {parsed.Function("f")->Line, 6, "int f"},
+               {parsed.Function("f")->ParametersHeader.Symbols.First->Line, 7, "(int x)"},
+               {body->LocalsHeader.DeclSequence.First->Line, 8, "{ int d"},
+               {body->EndLine, 9, "; return x; }"}};
+  for (const auto& c : cases) {
+    EXPECT_EQ(c.line.Line, c.number) << c.text;
+    EXPECT_EQ(parsed.slot->Sources.LineText(c.line), c.text);
+    EXPECT_EQ(parsed.slot->Sources.FileName(c.line), "test");
+  }
+  EXPECT_EQ(parsed.slot->Sources.LineText({body->EndLine.File, 10}), "");
 }
 
 TEST(Types, TypedefChainsSettleOnABasicType) {

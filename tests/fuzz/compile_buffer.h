@@ -24,7 +24,7 @@ class BufferCompilation {
  public:
   BufferCompilation(std::string_view text, bool script, Road road = Road::kMachine)
       : interpreter_(*slot_, road) {
-    slot_->Target.ScriptInterpretor = script;
+    slot_->Target.script = script;
     slot_->Display.set_quiet(true);
     slot_->Services = &interpreter_;
     scanner_.LoadSrcFromBuffer(kName, text);

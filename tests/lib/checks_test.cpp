@@ -8,14 +8,15 @@ namespace vorc {
 namespace {
 
 TEST(Checks, ReportCountAndSumUp) {
+  Checks checks;
   testing::internal::CaptureStdout();
-  EXPECT_EQ(MorvAssert(-7, "truth"), 1);
-  EXPECT_EQ(MorvAssert(0, "100%s"), 0);
-  EXPECT_EQ(MorvAssertEqInt(-4, -4, "same"), 1);
-  EXPECT_EQ(MorvAssertEqInt(1, 2, ""), 0);
-  EXPECT_EQ(MorvAssertEqStr("", {}, "empty"), 1);
-  EXPECT_EQ(MorvAssertEqStr("ab", "a", "texts"), 0);
-  EXPECT_EQ(MorvTestSummary(), 3);
+  EXPECT_EQ(checks.MorvAssert(-7, "truth"), 1);
+  EXPECT_EQ(checks.MorvAssert(0, "100%s"), 0);
+  EXPECT_EQ(checks.MorvAssertEqInt(-4, -4, "same"), 1);
+  EXPECT_EQ(checks.MorvAssertEqInt(1, 2, ""), 0);
+  EXPECT_EQ(checks.MorvAssertEqStr("", {}, "empty"), 1);
+  EXPECT_EQ(checks.MorvAssertEqStr("ab", "a", "texts"), 0);
+  EXPECT_EQ(checks.MorvTestSummary(), 3);
   EXPECT_EQ(testing::internal::GetCapturedStdout(),
             "PASS: truth\n"
             "FAIL: 100%s\n"

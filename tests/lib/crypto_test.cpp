@@ -186,25 +186,27 @@ TEST(Seal, NoticesEveryFlippedBitAndEveryCut) {
 }
 
 TEST(ScriptTags, RememberEachTextOnce) {
+  ScriptTags tags;
   TempFolder folder;
   const std::string file = folder.Write("a.js", "alert('a')\r\n");
   const std::string source = "'sha256-" + MorvSha256Base64("alert('a')\r\n") + "'";
-  EXPECT_EQ(MorvScriptTag(folder / "missing.js"), "");
-  EXPECT_EQ(MorvScriptSrc(folder.path()), "");
-  EXPECT_EQ(MorvScriptSrcs(1400), "");
-  EXPECT_EQ(MorvScriptTag(file), "<script>alert('a')\r\n</script>");
-  EXPECT_EQ(MorvScriptTag(file), "<script>alert('a')\r\n</script>");
-  EXPECT_EQ(MorvScriptSrc(file), source);
-  EXPECT_EQ(MorvScriptSrcs(1400), source);
+  EXPECT_EQ(tags.MorvScriptTag(folder / "missing.js"), "");
+  EXPECT_EQ(tags.MorvScriptSrc(folder.path()), "");
+  EXPECT_EQ(tags.MorvScriptSrcs(1400), "");
+  EXPECT_EQ(tags.MorvScriptTag(file), "<script>alert('a')\r\n</script>");
+  EXPECT_EQ(tags.MorvScriptTag(file), "<script>alert('a')\r\n</script>");
+  EXPECT_EQ(tags.MorvScriptSrc(file), source);
+  EXPECT_EQ(tags.MorvScriptSrcs(1400), source);
 
   // What stands behind a NUL never reaches the page.
-  EXPECT_EQ(MorvScriptTag(folder.Write("nul.js", std::string("b\0c", 3))), "<script>b</script>");
+  EXPECT_EQ(tags.MorvScriptTag(folder.Write("nul.js", std::string("b\0c", 3))), "<script>b</script>");
   const std::string both = source + " 'sha256-" + MorvSha256Base64("b") + "'";
-  EXPECT_EQ(MorvScriptSrcs(1400), both);
-  EXPECT_EQ(MorvScriptSrcs(both.size()), source);
+  EXPECT_EQ(tags.MorvScriptSrcs(1400), both);
+  EXPECT_EQ(tags.MorvScriptSrcs(both.size()), source);
 
-  for (int i = 0; i < 20; ++i) EXPECT_EQ(MorvScriptSrc(folder.Write("c.js", std::to_string(i))).size(), 53U);
-  EXPECT_EQ(MorvScriptSrcs(1400).size(), 16U * 53 + 15);
+  for (int i = 0; i < 20; ++i)
+    EXPECT_EQ(tags.MorvScriptSrc(folder.Write("c.js", std::to_string(i))).size(), 53U);
+  EXPECT_EQ(tags.MorvScriptSrcs(1400).size(), 16U * 53 + 15);
 }
 
 }  // namespace

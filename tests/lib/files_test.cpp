@@ -6,6 +6,7 @@
 
 #include "lib/file_fingerprint.h"
 #include "lib/file_replace.h"
+#include "lib/file_rewrite.h"
 #include "lib/globbing.h"
 #include "lib/streams.h"
 #include "scratch_folder.h"
@@ -173,6 +174,27 @@ TEST_F(Files, AFailedReplaceLeavesTheOldFileAndNoTemporary) {
   EXPECT_EQ(Get(path), text);
 }
 
+// Neither an end by a signal nor another run may see, or leave, what isn't complete.
+TEST_F(Files, ARewriteShowsNothingBeforeItIsComplete) {
+  const std::string path = Put("f", "old");
+  const auto names = [&] { return std::distance(std::filesystem::directory_iterator(folder_), {}); };
+  {
+    auto abandoned = FileRewrite::Open(path);
+    ASSERT_TRUE(abandoned && abandoned->Begin() && abandoned->Append("half"));
+    EXPECT_EQ(names(), 1);
+  }
+  auto first = FileRewrite::Open(path);
+  auto second = FileRewrite::Open(path);
+  ASSERT_TRUE(first && second && first->Begin() && second->Begin());
+  ASSERT_TRUE(first->Append("first") && second->Append("second"));
+  EXPECT_EQ(Get(path), "old");
+  EXPECT_TRUE(first->Commit());
+  EXPECT_EQ(Get(path), "first");
+  EXPECT_TRUE(second->Commit());
+  EXPECT_EQ(Get(path), "second");
+  EXPECT_EQ(names(), 1);
+}
+
 TEST_F(Files, ReplaceGoesThroughLinksAndNotThroughALeftOver) {
   Put("victim", "safe");
   const std::string path = Put("f", "abc");
@@ -186,21 +208,22 @@ TEST_F(Files, ReplaceGoesThroughLinksAndNotThroughALeftOver) {
 }
 
 TEST_F(Files, AReaderLoopSeesOneEmptyLineAtTheEnd) {
-  const int32_t handle = MorvFopen(Put("f", "one\r\ntwo" + std::string(10, 'x')));
+  Streams streams;
+  const int32_t handle = streams.MorvFopen(Put("f", "one\r\ntwo" + std::string(10, 'x')));
   ASSERT_GT(handle, 0);
-  EXPECT_EQ(MorvFgets(handle, 11), "one");
-  EXPECT_EQ(MorvFgets(handle, 11), "twoxxxxxxx");
-  EXPECT_EQ(MorvFgets(handle, 11), "xxx");
-  EXPECT_FALSE(MorvFeof(handle));
-  EXPECT_EQ(MorvFgets(handle, 11), "");
-  EXPECT_TRUE(MorvFeof(handle));
-  const int32_t other = MorvFopen(At("f"));
-  MorvFclose(other);
-  MorvFclose(other);
-  EXPECT_EQ(MorvFgets(other, 11), "");
-  EXPECT_TRUE(MorvFeof(other));
-  EXPECT_NE(MorvFopen(At("f")), other);
-  EXPECT_EQ(MorvFopen(folder_), 0);
+  EXPECT_EQ(streams.MorvFgets(handle, 11), "one");
+  EXPECT_EQ(streams.MorvFgets(handle, 11), "twoxxxxxxx");
+  EXPECT_EQ(streams.MorvFgets(handle, 11), "xxx");
+  EXPECT_FALSE(streams.MorvFeof(handle));
+  EXPECT_EQ(streams.MorvFgets(handle, 11), "");
+  EXPECT_TRUE(streams.MorvFeof(handle));
+  const int32_t other = streams.MorvFopen(At("f"));
+  streams.MorvFclose(other);
+  streams.MorvFclose(other);
+  EXPECT_EQ(streams.MorvFgets(other, 11), "");
+  EXPECT_TRUE(streams.MorvFeof(other));
+  EXPECT_NE(streams.MorvFopen(At("f")), other);
+  EXPECT_EQ(streams.MorvFopen(folder_), 0);
 }
 
 TEST_F(Files, GlobLeavesDirectoriesOut) {

@@ -49,14 +49,16 @@ TEST(CommandLine, SplitsIntoWordsUnlessAShellIsNeeded) {
 }
 
 TEST(CommandLine, TakesAtMost127Words) {
+  Processes processes;
   std::string command;
   for (int i = 0; i < 127; ++i) command += "\"\" ";
   EXPECT_EQ(SplitCommand(command).value().size(), 127U);
   EXPECT_EQ(SplitCommand(command + "x"), std::nullopt);
-  EXPECT_EQ(MorvExec("true " + command), -1);
+  EXPECT_EQ(processes.MorvExec("true " + command), -1);
 }
 
 TEST(Processes, AnswersTheStatus) {
+  Processes processes;
   const struct {
     const char* command;
     int status;
@@ -74,38 +76,41 @@ TEST(Processes, AnswersTheStatus) {
       {"  ", -1},
   };
   for (const auto& each : cases) {
-    EXPECT_EQ(MorvExec(each.command), each.status) << each.command;
-    EXPECT_EQ(MorvExecStatus(), each.status) << each.command;
+    EXPECT_EQ(processes.MorvExec(each.command), each.status) << each.command;
+    EXPECT_EQ(processes.MorvExecStatus(), each.status) << each.command;
   }
-  EXPECT_EQ(MorvExec({}), -1);
-  EXPECT_EQ(MorvExec("echo " + std::string(10'000'000, 'x')), -1);
+  EXPECT_EQ(processes.MorvExec({}), -1);
+  EXPECT_EQ(processes.MorvExec("echo " + std::string(10'000'000, 'x')), -1);
 }
 
 TEST(Processes, CapturesBothOutputsUpToTheCapacity) {
-  EXPECT_EQ(MorvExecCapture("echo out; echo err >&2", 100), "out\nerr\n");
-  EXPECT_EQ(MorvExecCapture("echo abcdef", 4), "abc");
-  EXPECT_EQ(MorvExecCapture("echo abcdef", 1), "");
-  EXPECT_EQ(MorvExecStatus(), 0);
-  EXPECT_EQ(MorvExecCapture("echo abcdef", 0), "");
-  EXPECT_EQ(MorvExecCapture("no-such-program", 100), "");
-  EXPECT_EQ(MorvExecStatus(), -1);
-  EXPECT_EQ(MorvExecCapture("seq 500000 | cat; exit 7 ", 10), "1\n2\n3\n4\n5");
-  EXPECT_EQ(MorvExecStatus(), 7);
-  EXPECT_EQ(MorvExecCapture("head -c 3000000 /dev/zero", 4'000'000).size(), 3'000'000U);
+  Processes processes;
+  EXPECT_EQ(processes.MorvExecCapture("echo out; echo err >&2", 100), "out\nerr\n");
+  EXPECT_EQ(processes.MorvExecCapture("echo abcdef", 4), "abc");
+  EXPECT_EQ(processes.MorvExecCapture("echo abcdef", 1), "");
+  EXPECT_EQ(processes.MorvExecStatus(), 0);
+  EXPECT_EQ(processes.MorvExecCapture("echo abcdef", 0), "");
+  EXPECT_EQ(processes.MorvExecCapture("no-such-program", 100), "");
+  EXPECT_EQ(processes.MorvExecStatus(), -1);
+  EXPECT_EQ(processes.MorvExecCapture("seq 500000 | cat; exit 7 ", 10), "1\n2\n3\n4\n5");
+  EXPECT_EQ(processes.MorvExecStatus(), 7);
+  EXPECT_EQ(processes.MorvExecCapture("head -c 3000000 /dev/zero", 4'000'000).size(), 3'000'000U);
 }
 
 TEST(Processes, WritesBothOutputsToAFile) {
+  Processes processes;
   TempFolder folder;
   const std::string path = folder.Write("out", "something longer that was there before");
-  EXPECT_EQ(MorvExecToFile("echo out; echo err >&2", path), 0);
+  EXPECT_EQ(processes.MorvExecToFile("echo out; echo err >&2", path), 0);
   EXPECT_EQ(FileText(path), "out\nerr\n");
-  EXPECT_EQ(MorvExecToFile("true", folder / "missing/out"), 127);
-  EXPECT_EQ(MorvExecToFile("true", ""), 127);
-  EXPECT_EQ(MorvExecToFile("echo x", "/dev/full"), 1);
-  EXPECT_EQ(MorvExecToFile("no-such-program", path), -1);
+  EXPECT_EQ(processes.MorvExecToFile("true", folder / "missing/out"), 127);
+  EXPECT_EQ(processes.MorvExecToFile("true", ""), 127);
+  EXPECT_EQ(processes.MorvExecToFile("echo x", "/dev/full"), 1);
+  EXPECT_EQ(processes.MorvExecToFile("no-such-program", path), -1);
 }
 
 TEST(Processes, LeaveNoDescriptorBehind) {
+  Processes processes;
   TempFolder folder;
   const long before = OpenDescriptors();
   int inheritable = 0;
@@ -113,39 +118,45 @@ TEST(Processes, LeaveNoDescriptorBehind) {
     const int flags = fcntl(i, F_GETFD);
     if (flags >= 0 && (flags & FD_CLOEXEC) == 0) ++inheritable;
   }
-  const std::string seen = MorvExecCapture("ls /proc/self/fd", 4096);
+  const std::string seen = processes.MorvExecCapture("ls /proc/self/fd", 4096);
   EXPECT_EQ(std::ranges::count(seen, '\n'), inheritable + 1) << "one more is the folder that ls reads";
-  MorvExec("no-such-program");
-  MorvExecToFile("no-such-program", folder / "y");
+  processes.MorvExec("no-such-program");
+  processes.MorvExecToFile("no-such-program", folder / "y");
   EXPECT_EQ(OpenDescriptors(), before);
 }
 
-TEST(Processes, BrokenPipesEndChildrenOnly) {
-  IgnoreBrokenPipes();
-  EXPECT_EQ(MorvExec("sh -c \"kill -PIPE $$\""), 128 + SIGPIPE);
-  std::raise(SIGPIPE);
-  std::signal(SIGPIPE, SIG_DFL);
+TEST(Processes, WriteSignalsEndChildrenOnly) {
+  Processes processes;
+  IgnoreWriteSignals();
+  EXPECT_EQ(processes.MorvExec("sh -c \"kill -PIPE $$\""), 128 + SIGPIPE);
+  EXPECT_EQ(processes.MorvExec("sh -c \"kill -XFSZ $$\""), 128 + SIGXFSZ);
+  for (const int number : {SIGPIPE, SIGXFSZ}) {
+    std::raise(number);
+    std::signal(number, SIG_DFL);
+  }
 }
 
 TEST(Processes, WorkWithoutStandardStreams) {
+  Processes processes;
   testing::FLAGS_gtest_death_test_style = "threadsafe";
   EXPECT_EXIT(
       {
         for (int stream = 0; stream < 3; ++stream) close(stream);
-        const bool right = MorvExecCapture("echo a; echo b >&2", 100) == "a\nb\n" &&
-                           MorvExec("no-such-program") == -1 && MorvExec("true") == 0;
+        const bool right = processes.MorvExecCapture("echo a; echo b >&2", 100) == "a\nb\n" &&
+                           processes.MorvExec("no-such-program") == -1 && processes.MorvExec("true") == 0;
         std::_Exit(right ? 0 : 1);
       },
       testing::ExitedWithCode(0), "");
 }
 
 TEST(Processes, RunFromManyThreadsWhileOthersAllocate) {
+  Processes processes;
   std::vector<std::thread> threads;
   for (int t = 0; t < 4; ++t) {
-    threads.emplace_back([] {
+    threads.emplace_back([&] {
       for (int i = 0; i < 25; ++i) {
-        EXPECT_EQ(MorvExecCapture("echo 12345 | cat", 100), "12345\n");
-        EXPECT_EQ(MorvExecCapture("echo " + std::string(1000, 'x'), 1024).size(), 1001U);
+        EXPECT_EQ(processes.MorvExecCapture("echo 12345 | cat", 100), "12345\n");
+        EXPECT_EQ(processes.MorvExecCapture("echo " + std::string(1000, 'x'), 1024).size(), 1001U);
       }
     });
   }

@@ -201,6 +201,23 @@ TEST(RegexTest, AgreesWithTheReferenceOnNestedPatterns) {
   EXPECT_GT(compared, 3000);
 }
 
+// Searches from every offset, prepared for and not, in texts that end on and around the end of a block.
+TEST(RegexTest, ForesightChangesNoAnswer) {
+  std::mt19937 random(77);
+  for (int round = 0; round < 600 && !HasFailure(); ++round) {
+    const std::string pattern = round == 0 ? "x*y|x" : RandomPattern(random, 3);
+    std::string text(round < 40 ? 4090 + static_cast<size_t>(round) : random() % 12, 'a');
+    for (char& byte : text) byte = static_cast<char>("aab\n"[random() % 4]);
+    Regex plain(pattern);
+    Regex foreseeing(pattern);
+    foreseeing.Foresee(text);
+    for (size_t i = text.size() > 100 ? text.size() - 20 : 0; i <= text.size(); ++i) {
+      EXPECT_EQ(Search(foreseeing, text.substr(i)), Search(plain, text.substr(i))) << pattern << " " << text;
+    }
+    EXPECT_EQ(Search(foreseeing, text), Search(plain, text)) << pattern << " " << text;
+  }
+}
+
 TEST(RegexTest, LongTextsAnswerQuickly) {
   const auto begin = std::chrono::steady_clock::now();
   const std::string text(100'000, 'a');

@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <filesystem>
@@ -86,8 +87,9 @@ TEST_F(Sandbox, TellsWhatItRefuses) {
   testing::internal::CaptureStderr();
   EXPECT_EQ(MorvSafeFopen("/etc/passwd", "rb"), nullptr);
   EXPECT_EQ(MorvSafeFopen(root_ + "/nothing", "rb"), nullptr);
-  EXPECT_EQ(MorvExec("touch x"), -1);
-  EXPECT_EQ(MorvExecCapture({}, 100), "");
+  Processes processes;
+  EXPECT_EQ(processes.MorvExec("touch x"), -1);
+  EXPECT_EQ(processes.MorvExecCapture({}, 100), "");
   EXPECT_EQ(testing::internal::GetCapturedStderr(),
             "morv: refused '/etc/passwd' - outside MORV_FILE_ROOT (" + root_ +
                 ")\nmorv: refused to run 'touch x' - no process may start inside MORV_FILE_ROOT (" + root_ +
@@ -110,6 +112,36 @@ TEST_F(Sandbox, TakesRootsOfManyForms) {
   MorvSandboxSetRoot("");
   EXPECT_FALSE(MorvSandboxActive());
   EXPECT_TRUE(MorvSandboxAllows("/etc/passwd"));
+}
+
+TEST_F(Sandbox, NothingIsRenamedAcrossItsBorder) {
+  fs::create_directory(top_ / "empty");
+  fs::create_symlink(top_ / "data2", root_ + "/folder_out");
+  const struct {
+    std::string from, to;
+    bool allowed;
+  } cases[] = {
+      {top_ / "data2/file", root_ + "/stolen", false},
+      {root_ + "/file", top_ / "data2/given", false},
+      {root_ + "/folder_out/file", root_ + "/stolen", false},
+      {root_ + "/file", root_ + "/folder_out/given", false},
+      {top_ / "data2", root_ + "/stolen/", false},
+      {root_, top_ / "moved", false},
+      {top_ / "empty", root_, false},
+      {top_.path(), top_.path() + "_moved", false},
+      {root_ + "/inner/..", root_ + "/moved", false},
+      {root_ + "/file/", root_ + "/renamed", false},
+      {root_ + "/file", root_ + "/inner/renamed", true},
+      {root_ + "/inner/renamed", root_ + "/inner/../file", true},
+      {root_ + "/inner/", root_ + "/moved/", true},
+      {root_ + "/folder_out", root_ + "/link", true},
+      {top_ / "data2/file", top_ / "data2/renamed", true},
+  };
+  testing::internal::CaptureStderr();
+  for (const auto& each : cases) EXPECT_EQ(MorvSafeRename(each.from, each.to), each.allowed) << each.from;
+  const std::string told = testing::internal::GetCapturedStderr();
+  EXPECT_EQ(std::ranges::count(told, '\n'), 8) << told;
+  EXPECT_TRUE(told.starts_with("morv: refused '" + (top_ / "data2/file") + "' - outside")) << told;
 }
 
 // One thread swaps a file for a link that leads out while another opens it.

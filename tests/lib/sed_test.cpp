@@ -6,6 +6,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <csignal>
 #include <filesystem>
 #include <fstream>
@@ -102,6 +103,16 @@ TEST(SedTest, RareMatchesInManyLines) {
   EXPECT_EQ(MorvSed(text + "error", "s/(error|fault)/trouble/"), expected + "trouble");
 }
 
+// Each search would look at the whole line, only to take one byte of it.
+TEST(SedTest, SearchesThatLookFarAheadStayLinear) {
+  const auto begin = std::chrono::steady_clock::now();
+  const std::string line(300'000, 'x');
+  EXPECT_EQ(MorvSed(line + "\nxxy\n", "s/x*y|x/z/g"), std::string(line.size(), 'z') + "\nz\n");
+  EXPECT_EQ(MorvSed(line + "yx", "s/x*y|x/z/g"), "zz");
+  EXPECT_EQ(MorvSed(line, "s/(x.*y)?/-/g").size(), 2 * line.size() + 1);
+  EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(20));
+}
+
 class SedFileTest : public testing::Test {
  protected:
   SedFileTest() { std::filesystem::create_directory(folder_); }
@@ -139,7 +150,7 @@ TEST_F(SedFileTest, UnusableFiles) {
   EXPECT_EQ(MorvSedFile("", "s/a/b/"), -1);
 }
 
-TEST_F(SedFileTest, FailedWritePutsTheOldContentBack) {
+TEST_F(SedFileTest, FailedWriteLeavesTheOldFileAlone) {
   const std::string content(10'000, 'a');
   Write(content);
   rlimit before{};
@@ -152,6 +163,21 @@ TEST_F(SedFileTest, FailedWritePutsTheOldContentBack) {
   std::signal(SIGXFSZ, old_handler);
   EXPECT_EQ(answer, -1);
   EXPECT_EQ(Read(), content);
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder_), {}), 1);
+}
+
+TEST_F(SedFileTest, ANewFileTakesTheOldOnesPlaceAndMode) {
+  Write("a");
+  std::filesystem::permissions(path_, std::filesystem::perms{0640});
+  std::filesystem::create_symlink("file", folder_ / "link");
+  const std::ifstream reader(path_);
+  EXPECT_EQ(MorvSedFile(folder_ / "link", "s/a/b/"), 1);
+  std::string seen;
+  seen.assign(std::istreambuf_iterator<char>(reader.rdbuf()), {});
+  EXPECT_EQ(seen, "a");
+  EXPECT_EQ(Read(), "b");
+  EXPECT_EQ(std::filesystem::status(path_).permissions(), std::filesystem::perms{0640});
+  EXPECT_TRUE(std::filesystem::is_symlink(folder_ / "link"));
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <thread>
 #include <vector>
 
 #include "lib/globbing.h"
@@ -165,14 +166,17 @@ TEST_F(ShellUtils, ListingsEndAtTheSandbox) {
 }
 
 TEST_F(ShellUtils, BashSeesTheCommandAsWritten) {
-  EXPECT_EQ(MorvUtilBash("printf '%s|' \"a  b\" 'c\\d' | tr a-c A-C; echo err >&2"), "A  B|C\\d|err\n");
+  Processes processes;
+  EXPECT_EQ(MorvUtilBash("printf '%s|' \"a  b\" 'c\\d' | tr a-c A-C; echo err >&2", processes),
+            "A  B|C\\d|err\n");
 }
 
 TEST_F(ShellUtils, MakeRunsTheNamedTool) {
+  Processes processes;
   const std::string tool = Put("my tool", "#!/bin/sh\nexit $(($1 + $#))\n");
   std::filesystem::permissions(tool, std::filesystem::perms::owner_all);
   setenv("VMAKE_EXE", tool.c_str(), 1);
-  EXPECT_EQ(MorvUtilMake("5 all"), 7);
+  EXPECT_EQ(MorvUtilMake("5 all", processes), 7);
   unsetenv("VMAKE_EXE");
 }
 
@@ -204,6 +208,7 @@ class NamedProcesses : public ScratchFolder {
   }
 
   std::vector<pid_t> started_;
+  Processes processes_;
 };
 
 TEST_F(NamedProcesses, AreFoundByNameInAnyCase) {
@@ -213,15 +218,28 @@ TEST_F(NamedProcesses, AreFoundByNameInAnyCase) {
   EXPECT_EQ(MorvUtilRunning("vP" + name.substr(2) + ".EXE"), 2);
   EXPECT_EQ(MorvUtilRunning(name.substr(0, name.size() - 1)), 0);
   EXPECT_EQ(MorvUtilRunning(std::to_string(first)), 1);
-  EXPECT_EQ(MorvUtilKill(name), 2);
+  EXPECT_EQ(MorvUtilKill(name, processes_), 2);
   for (const pid_t pid : {first, second}) {
     int status = 0;
     waitpid(pid, &status, 0);
     EXPECT_EQ(WTERMSIG(status), SIGKILL);
   }
   EXPECT_EQ(MorvUtilRunning(name) + MorvUtilRunning(std::to_string(first)), 0);
-  EXPECT_EQ(MorvUtilKill(std::to_string(first)), 0);
+  EXPECT_EQ(MorvUtilKill(std::to_string(first), processes_), 0);
   started_.clear();
+}
+
+TEST_F(NamedProcesses, OfOthersAreOutOfReachInASandbox) {
+  const std::string name = "Vq" + std::to_string(getpid());
+  const pid_t foreign = Start(name);
+  std::thread child([&] { EXPECT_EQ(processes_.MorvExec(At(name) + " 60"), 128 + SIGKILL); });
+  while (MorvUtilRunning(name) < 2) usleep(1000);
+  MorvSandboxSetRoot(folder_);
+  EXPECT_EQ(MorvUtilKill(std::to_string(foreign), processes_), 0);
+  EXPECT_EQ(MorvUtilKill(name, processes_), 1);
+  MorvSandboxSetRoot("");
+  child.join();
+  EXPECT_EQ(MorvUtilRunning(name), 1);
 }
 
 TEST_F(NamedProcesses, LongNamesAreComparedWhole) {
@@ -230,13 +248,13 @@ TEST_F(NamedProcesses, LongNamesAreComparedWhole) {
   EXPECT_TRUE(morv_proc_name_matches(pid, name));
   EXPECT_TRUE(morv_proc_name_matches(pid, name.substr(0, 15)));
   EXPECT_FALSE(morv_proc_name_matches(pid, name + "x"));
-  EXPECT_EQ(MorvUtilKill(std::to_string(pid)), 1);
+  EXPECT_EQ(MorvUtilKill(std::to_string(pid), processes_), 1);
 }
 
 TEST_F(NamedProcesses, WhatNamesNoProcessAnswersZero) {
   for (const std::string target : {"", ".exe", "0", "99999999999999999999", "no such program", "-1"}) {
     EXPECT_EQ(MorvUtilRunning(target), 0) << target;
-    EXPECT_EQ(MorvUtilKill(target), 0) << target;
+    EXPECT_EQ(MorvUtilKill(target, processes_), 0) << target;
   }
   EXPECT_EQ(MorvUtilRunning(std::string(600, 'x')), 0);
   EXPECT_EQ(MorvUtilRunning("1"), 1);

@@ -12,35 +12,53 @@ namespace vorc {
 namespace {
 
 TEST(Threads, RunCommandsSideBySideAndAreJoinedOnce) {
-  const int first = MorvThreadCreate("sh -c \"exit 3\"");
-  const int second = MorvThreadCreate("no-such-program");
+  Processes processes;
+  ScriptThreads threads(processes);
+  const int first = threads.MorvThreadCreate("sh -c \"exit 3\"");
+  const int second = threads.MorvThreadCreate("no-such-program");
   EXPECT_EQ(first, 0);
   EXPECT_EQ(second, 1);
-  EXPECT_EQ(MorvThreadJoin(first), 3);
-  EXPECT_EQ(MorvThreadJoin(first), -1);
-  EXPECT_EQ(MorvThreadCreate("true"), first);
-  EXPECT_EQ(MorvThreadJoin(second), -1);
-  EXPECT_EQ(MorvThreadBarrier(), 1);
-  for (const int id : {-1, 0, 63, 64, 1 << 30}) EXPECT_EQ(MorvThreadJoin(id), -1) << id;
-  EXPECT_EQ(MorvThreadCreate(""), -1);
+  EXPECT_EQ(threads.MorvThreadJoin(first), 3);
+  EXPECT_EQ(threads.MorvThreadJoin(first), -1);
+  EXPECT_EQ(threads.MorvThreadCreate("true"), first);
+  EXPECT_EQ(threads.MorvThreadJoin(second), -1);
+  EXPECT_EQ(threads.MorvThreadBarrier(), 1);
+  for (const int id : {-1, 0, 63, 64, 1 << 30}) EXPECT_EQ(threads.MorvThreadJoin(id), -1) << id;
+  EXPECT_EQ(threads.MorvThreadCreate(""), -1);
 }
 
 TEST(Threads, Are64AtMost) {
+  Processes processes;
+  ScriptThreads threads(processes);
   TempFolder folder;
   for (int i = 0; i < kMaxScriptThreads; ++i) {
-    ASSERT_EQ(MorvThreadCreate("touch " + (folder / std::to_string(i))), i);
+    ASSERT_EQ(threads.MorvThreadCreate("touch " + (folder / std::to_string(i))), i);
   }
-  EXPECT_EQ(MorvThreadCreate("true"), -1);
-  EXPECT_EQ(MorvThreadJoin(40), 0);
-  EXPECT_EQ(MorvThreadCreate("true"), 40);
-  EXPECT_EQ(MorvThreadBarrier(), 64);
-  EXPECT_EQ(MorvThreadBarrier(), 0);
+  EXPECT_EQ(threads.MorvThreadCreate("true"), -1);
+  EXPECT_EQ(threads.MorvThreadJoin(40), 0);
+  EXPECT_EQ(threads.MorvThreadCreate("true"), 40);
+  EXPECT_EQ(threads.MorvThreadBarrier(), 64);
+  EXPECT_EQ(threads.MorvThreadBarrier(), 0);
   for (int i = 0; i < kMaxScriptThreads; ++i) {
     EXPECT_TRUE(std::filesystem::exists(folder / std::to_string(i))) << i;
   }
 }
 
+TEST(Threads, AreWaitedForAtTheEnd) {
+  TempFolder folder;
+  Processes processes;
+  {
+    ScriptThreads threads(processes);
+    for (const char* name : {"a", "b"}) {
+      EXPECT_GE(threads.MorvThreadCreate("sh -c \"sleep 0.1; touch " + (folder / name) + "\""), 0);
+    }
+  }
+  EXPECT_TRUE(std::filesystem::exists(folder / "a") && std::filesystem::exists(folder / "b"));
+}
+
 TEST(Threads, AreBoundToProcessors) {
+  Processes processes;
+  ScriptThreads threads(processes);
   cpu_set_t before;
   sched_getaffinity(0, sizeof before, &before);
   EXPECT_EQ(MorvCpuSet(31, MorvCpuZero()), 0x80000000U);
@@ -53,15 +71,15 @@ TEST(Threads, AreBoundToProcessors) {
   for (int cpu = 31; cpu >= 0; --cpu) {
     if (CPU_ISSET(cpu, &before)) allowed = MorvCpuSet(cpu, 0);
   }
-  EXPECT_EQ(MorvThreadAffinitySet(-1, 0), 0);
-  EXPECT_EQ(MorvThreadAffinitySet(0, allowed), 0);
-  EXPECT_EQ(MorvThreadAffinitySet(-1, allowed), 1);
+  EXPECT_EQ(threads.MorvThreadAffinitySet(-1, 0), 0);
+  EXPECT_EQ(threads.MorvThreadAffinitySet(0, allowed), 0);
+  EXPECT_EQ(threads.MorvThreadAffinitySet(-1, allowed), 1);
   cpu_set_t now;
   sched_getaffinity(0, sizeof now, &now);
   EXPECT_EQ(CPU_COUNT(&now), 1);
-  const int id = MorvThreadCreate("sleep 0.2");
-  EXPECT_EQ(MorvThreadAffinitySet(id, allowed), 1);
-  EXPECT_EQ(MorvThreadJoin(id), 0);
+  const int id = threads.MorvThreadCreate("sleep 0.2");
+  EXPECT_EQ(threads.MorvThreadAffinitySet(id, allowed), 1);
+  EXPECT_EQ(threads.MorvThreadJoin(id), 0);
   sched_setaffinity(0, sizeof before, &before);
 }
 

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "codegen/procedure.h"
+
+namespace vorc {
+
+/// An instruction as the logs and the assembler's comments show it.
+std::string three_address_instruction_str(const Procedure& procedure, const Instruction& instruction);
+
+/// Names for the logs: only those that outside checkers know are told apart.
+std::string_view asmop_string(int asmop);
+std::string_view address_code_type_string(AddressCodeType type);
+/// "+" for `+` and `+=` and so on, empty for what has no sign.
+std::string_view OpString(Tok op);
+/// "tmpreg_N", the symbol's name, or the constant's text.
+std::string OperandName(const TacOperand& operand);
+
+}  // namespace vorc

@@ -1,0 +1,253 @@
+#include "base/format.h"
+#include "codegen/frame.h"
+#include "codegen/walk.h"
+#include "program/overloads.h"
+#include "program/symtab.h"
+
+namespace vorc {
+
+namespace {
+
+constexpr std::string_view kReturnRegister = "GPR26";
+constexpr size_t kShownText = 15;  // of a text in a comment
+constexpr int kMemberArgumentWidth = 8;
+
+struct Argument {
+  const EXPR_NODE* head;
+  const SYM_REC* parameter;  ///< null in the tail of a variadic call
+};
+
+// Arguments in the order in which they are pushed: those that have no parameter go first.
+std::vector<Argument> VorcBuildArgSlotWidthTable(const FUNCPROTO_REC* function, const EXPR_NODE* arguments) {
+  std::vector<Argument> named;
+  std::vector<Argument> variadic;
+  const SYM_REC* parameter = function == nullptr ? nullptr : function->ParametersHeader.Symbols.First;
+  if (parameter != nullptr && IsVoidParameter(parameter)) parameter = nullptr;
+  for (const EXPR_NODE* at = arguments; at != nullptr; at = at->NextArgument) {
+    (parameter != nullptr || function == nullptr ? named : variadic).push_back({at, parameter});
+    if (parameter != nullptr) parameter = parameter->Next;
+  }
+  variadic.insert(variadic.end(), named.begin(), named.end());
+  return variadic;
+}
+
+void PushCallersRegisters(Walk& walk) {
+  CapturePushRegister(walk, kReturnRegister);
+  CapturePushRegister(walk, "FRAMEPTR");
+  CapturePushRegister(walk, "LR");
+}
+
+int32_t PushArgument(Walk& walk, const Argument& argument, std::string_view function_name) {
+  Procedure& procedure = walk.procedure;
+  const std::string comment = " //for argument of function '" + std::string(function_name) + "' ";
+  Operand value = EvalExpression(walk, argument.head);
+  int32_t width = 0;
+  if (argument.parameter != nullptr) {
+    width = ParameterSlotWidth(walk.slot, argument.parameter);
+    ValueType type = ValueType::OfSymbol(*argument.parameter);
+    if (!type.IsArray() && !type.IsStruct()) value = Converted(walk, value, type);
+  } else {
+    const bool whole = value.type.IsArray() || value.type.IsStruct() || value.type.IsPointer();
+    width = VorcPromoteArgWidth(walk.slot, whole ? walk.slot.Target.AddressBytes()
+                                                 : static_cast<int32_t>(value.type.Size(walk.slot)));
+  }
+  if (value.kind == Operand::Kind::kText) {
+    const auto label = procedure.context.strings.AddUnnamedStringToDataSection(value.text, walk.line);
+    const int32_t temp = procedure.NewTemp();
+    CaptureAddressOfLabel(
+        walk, temp, label,
+        Format(" //for argument of function '%s' loading address of string \"%s\"..",
+               std::string(function_name).c_str(), std::string(value.text.substr(0, kShownText)).c_str()));
+    CapturePush(walk, TempOperand(temp), width, comment);
+    return width;
+  }
+  TacOperand operand = ValueOf(walk, value);
+  if (!operand.IsVariable()) {
+    const int32_t temp = procedure.NewTemp();
+    CaptureLoadImmediate(walk, temp, operand.text);
+    operand = TempOperand(temp);
+  }
+  CapturePush(walk, operand, width, comment);
+  return width;
+}
+
+// Behind the call: the arguments go, and the caller's registers come back.
+void CleanUp(Walk& walk, int32_t pushed_bytes) {
+  CaptureAssembly(walk, ASMOP_PLAIN_TEXT,
+                  Compose(walk.procedure, walk.mnemonics.alu_add, " STACKPTR,STACKPTR,", pushed_bytes));
+  CapturePopRegister(walk, "LR");
+  CapturePopRegister(walk, "FRAMEPTR");
+}
+
+void StartNewBasicBlockAfterCall(Walk& walk) {
+  BasicBlock* before = walk.procedure.current_bb;
+  BasicBlock* block = StartBlock(walk, "after call - a call ends a basic block");
+  ThreeAddress_AddBasicBlockPredecesor(before, block);
+}
+
+Operand TakeResult(Walk& walk, const ValueType& type) {
+  const bool is_void = type.basic == Tok::void_ && type.depth == 0;
+  if (is_void) return {};
+  const int32_t temp = walk.procedure.NewTemp();
+  CaptureMoveRegToVar(walk, temp, "return_reg");
+  return TempValue(temp, type);
+}
+
+void GenCallInstruction(Walk& walk, std::string_view name, std::string_view comment) {
+  Instruction& call =
+      CaptureAssembly(walk, ASMOP_CALL, Compose(walk.procedure, " call  ", name, " "), comment);
+  call.label = walk.procedure.Keep(name);
+  call.is_call = true;
+}
+
+void JumpThroughPointer(Walk& walk, int32_t pointer) {
+  Procedure& procedure = walk.procedure;
+  const std::string label = Format("indirect_call_return_%06d", ++procedure.context.indirect_calls);
+  CaptureAssembly(walk, ASMOP_PLAIN_TEXT, Compose(procedure, "loadaddr LR, ", label));
+  CaptureMoveVarToReg(walk, "PC", TempOperand(pointer));
+  procedure.current_bb->last->is_call = true;
+  StartNewBasicBlockAfterCall(walk);
+  CaptureAssembly(walk, ASMOP_PLAIN_TEXT, Compose(procedure, label, ":"));
+}
+
+Operand AsmCall(Walk& walk, const EXPR_NODE* arguments) {
+  if (arguments == nullptr || arguments->NextArgument != nullptr) {
+    WalkError(walk, 0, "Incorrect number of arguments too function _asm");
+  } else if (arguments->Token != Tok::STRING || arguments->Next != nullptr) {
+    WalkError(walk, 0, "Argument of function _asm must be a character string");
+  } else {
+    Procedure& procedure = walk.procedure;
+    CaptureAssembly(walk, ASMOP_PLAIN_TEXT, Compose(procedure, " ", arguments->Text()));
+  }
+  return {};
+}
+
+FUNCPROTO_REC* FunctionOfCall(Walk& walk, const EXPR_NODE* node, const EXPR_NODE* arguments) {
+  FUNCPROTO_REC* function = node->Function;
+  if (function == nullptr) function = FindFunction(walk.slot, &walk.slot.Globals, node->name);
+  if (function == nullptr) return nullptr;
+  function = CurrentFunction(walk.slot, function);
+  int count = 0;
+  for (const EXPR_NODE* at = arguments; at != nullptr; at = at->NextArgument) ++count;
+  FUNCPROTO_REC* chosen = ChooseOverload(function, count);
+  if (chosen == nullptr) {
+    WalkError(walk, 0,
+              Format("No overloaded function '%s' takes %d parameters.", node->name->c_str(), count));
+    return function;
+  }
+  if (!ArgumentCountFits(chosen, count)) walk.slot.WarningAt(walk.line, "Argument count mismatch");
+  return chosen;
+}
+
+}  // namespace
+
+Operand ExecFuncPointer(Walk& walk, const EXPR_NODE* node, const EXPR_NODE* arguments,
+                        const Operand* target) {
+  if (target == nullptr && node->name != nullptr && node->name->Text == "_asm")
+    return AsmCall(walk, arguments);
+  const bool by_name = target == nullptr || target->kind == Operand::Kind::kFunction;
+  FUNCPROTO_REC* function = nullptr;
+  if (target == nullptr)
+    function = FunctionOfCall(walk, node, arguments);
+  else if (by_name)
+    function = CurrentFunction(walk.slot, target->function);
+  if (by_name && function == nullptr)
+    walk.slot.WarningAt(walk.line, Format("Undefined function '%s'.", node->name->c_str()));
+  const std::string name(
+      by_name ? (function == nullptr ? node->name->Text : AsmNameOf(walk.procedure.context, function))
+      : target->symbol == nullptr ? ""
+                                  : target->symbol->name->Text);
+  const FUNCPROTO_REC* signature = by_name ? function : target->type.function;
+  PushCallersRegisters(walk);
+  int32_t pushed_bytes = 0;
+  for (const Argument& argument : VorcBuildArgSlotWidthTable(signature, arguments))
+    pushed_bytes += PushArgument(walk, argument, name);
+  if (by_name) {
+    GenCallInstruction(walk, name,
+                       function == nullptr
+                           ? Format(" //calling an external function '%s' that has no protype or "
+                                    "function definition",
+                                    name.c_str())
+                           : std::string());
+    StartNewBasicBlockAfterCall(walk);
+  } else {
+    JumpThroughPointer(walk, ValueInTemp(walk, *target));
+  }
+  CleanUp(walk, pushed_bytes);
+  const ValueType type = signature == nullptr ? ValueType::Basic(Tok::int_) : [&] {
+    ValueType result = ValueType::OfFunction(*signature);
+    result.function = nullptr;
+    return result;
+  }();
+  if (type.IsStruct())
+    WalkError(
+        walk, 0,
+        Format("Function '%s' gives a whole struct back, which compiled code can't do: hand over a pointer.",
+               name.c_str()));
+  const Operand result = TakeResult(walk, type);
+  CapturePopRegister(walk, kReturnRegister);
+  return result;
+}
+
+Operand ExecMemberFunc(Walk& walk, const Operand& object, const EXPR_NODE* node) {
+  const char* name = node->name->c_str();
+  if (object.type.record == nullptr) {
+    WalkError(walk, 0, Format("Cannot resolve the object of member '%s'.", name));
+    return NumberValue(0);
+  }
+  const MemberResult member = FindStructMember(walk.slot, object.type.record, node->name);
+  if (!member) {
+    WalkError(
+        walk, 0,
+        Format("'%s' is not a member of struct/class/union '%s'", name, object.type.record->name->c_str()));
+    return NumberValue(0);
+  }
+  if (member.Function == nullptr) {
+    if (!member.Symbol->IsFunctionPointer) {
+      WalkError(walk, 0, Format("Member '%s' is not a function", name));
+      return NumberValue(0);
+    }
+    const Operand pointer = VerifyMember(walk, object, node);
+    return ExecFuncPointer(walk, node, node->Arguments, &pointer);
+  }
+  int32_t address = object.type.depth > 0 ? ValueInTemp(walk, object) : AddressOf(walk, object);
+  if (member.BaseOffset != 0) {
+    const int32_t base = walk.procedure.NewTemp();
+    CaptureAddNumber(walk, base, address, member.BaseOffset);
+    address = base;
+  }
+  CapturePush(walk, TempOperand(address), kMemberArgumentWidth, "this");
+  int32_t pushed_bytes = kMemberArgumentWidth;
+  for (const EXPR_NODE* at = node->Arguments; at != nullptr; at = at->NextArgument) {
+    CapturePush(walk, TempOperand(ValueInTemp(walk, EvalExpression(walk, at))), kMemberArgumentWidth, name);
+    pushed_bytes += kMemberArgumentWidth;
+  }
+  FUNCPROTO_REC* function = CurrentFunction(walk.slot, member.Function);
+  GenCallInstruction(walk, AsmNameOf(walk.procedure.context, function), {});
+  StartNewBasicBlockAfterCall(walk);
+  CleanUp(walk, pushed_bytes);
+  ValueType type = ValueType::OfFunction(*function);
+  type.function = nullptr;
+  return TakeResult(walk, type);
+}
+
+void CallConstructors(Walk& walk, const SYMBOLS_HEADER& header, bool destructors, std::string_view comment) {
+  for (const SYM_REC* symbol : header.Symbols) {
+    const bool object =
+        symbol->Struct != nullptr && symbol->TotalDepth == 0 && symbol->Shape.DimensionCount == 0;
+    if (!object || symbol->IsParameter || (symbol->StorageType & EXTERN_VAR) != 0) continue;
+    FUNCPROTO_REC* function = destructors ? symbol->Struct->Destructor : symbol->Struct->Constructor;
+    if (function == nullptr || CurrentFunction(walk.slot, function)->ProcBody == nullptr) continue;
+    function = CurrentFunction(walk.slot, function);
+    Operand place;
+    place.kind = Operand::Kind::kSymbol;
+    place.symbol = symbol;
+    place.type = ValueType::OfSymbol(*symbol);
+    CapturePush(walk, TempOperand(AddressOf(walk, place)), walk.mnemonics.cpu_bytes, comment);
+    GenCallInstruction(walk, AsmNameOf(walk.procedure.context, function), comment);
+    StartNewBasicBlockAfterCall(walk);
+    CleanUp(walk, walk.mnemonics.cpu_bytes);
+  }
+}
+
+}  // namespace vorc

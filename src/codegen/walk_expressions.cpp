@@ -1,0 +1,237 @@
+#include <cstdlib>
+
+#include "base/format.h"
+#include "codegen/walk.h"
+#include "program/operators.h"
+
+namespace vorc {
+
+namespace {
+
+bool IsMemberOperator(Tok token) {
+  return token == Tok::DOT || token == Tok::POINTER;
+}
+
+Operand RealValue(const EXPR_NODE* node) {
+  Operand operand;
+  operand.kind = Operand::Kind::kReal;
+  operand.real = std::strtod(node->Literal, nullptr);
+  operand.type = ValueType::Basic(Tok::double_);
+  return operand;
+}
+
+Operand TextValue(const EXPR_NODE* node) {
+  Operand operand;
+  operand.kind = Operand::Kind::kText;
+  operand.text = node->Text();
+  operand.type = ValueType::Basic(Tok::char_).Pointer();
+  return operand;
+}
+
+Operand ThisValue(Walk& walk) {
+  const STRUCT_REC* owner = walk.procedure.proto->OwnerClass;
+  if (owner == nullptr) {
+    WalkError(walk, 0, "'this' is pointing to invalid object");
+    return NumberValue(0);
+  }
+  const int32_t address = walk.procedure.NewTemp();
+  CaptureAddressInFrame(walk, address, -walk.procedure.total_arg_size, "address of 'this'");
+  const int32_t pointer = walk.procedure.NewTemp();
+  CaptureLoad(walk, pointer, address, {walk.mnemonics.address_bytes, true});
+  ValueType type;
+  type.basic = Tok::struct_;
+  type.record = owner;
+  type.depth = 1;
+  return TempValue(pointer, type);
+}
+
+/// One chain: operands first, then their operator.
+class ChainWalk {
+ public:
+  ChainWalk(Walk& walk, bool value_wanted) : walk_(walk), value_wanted_(value_wanted) {}
+
+  Operand Run(const EXPR_NODE* head);
+
+ private:
+  const EXPR_NODE* Step(const EXPR_NODE* node);
+  void Push(Operand operand) { stack_.push_back(std::move(operand)); }
+  Operand Pop();
+  const EXPR_NODE* Name(const EXPR_NODE* node);
+  const EXPR_NODE* Member(const EXPR_NODE* node);
+  void Operator(const EXPR_NODE* node);
+  Operand QuestionMark(const EXPR_NODE* node);
+
+  Walk& walk_;
+  bool value_wanted_;
+  std::vector<Operand> stack_;
+};
+
+Operand ChainWalk::Pop() {
+  if (stack_.empty()) {
+    WalkError(walk_, 0, "Stack Underflow Error.");
+    return NumberValue(0);
+  }
+  Operand operand = std::move(stack_.back());
+  stack_.pop_back();
+  return operand;
+}
+
+Operand ChainWalk::Run(const EXPR_NODE* head) {
+  for (const EXPR_NODE* node = head; node != nullptr;) node = Step(node);
+  return stack_.empty() ? Operand() : Pop();
+}
+
+// Lowers a node and answers the next one.
+const EXPR_NODE* ChainWalk::Step(const EXPR_NODE* node) {
+  switch (node->Token) {
+    case Tok::NUMBER:
+    case Tok::HEXNUMBER:
+      Push(NumberValue(node->NumberValue, node->NumberSize == 8 ? Tok::INT64 : Tok::int_));
+      if (node->NumberValue > INT32_MAX || node->NumberValue < INT32_MIN)
+        stack_.back().type = ValueType::Basic(node->Token == Tok::HEXNUMBER &&
+                                                      node->NumberValue <= UINT32_MAX && node->NumberValue > 0
+                                                  ? Tok::UINT32
+                                                  : Tok::INT64);
+      return node->Next;
+    case Tok::REAL_NUMBER: Push(RealValue(node)); return node->Next;
+    case Tok::STRING: Push(TextValue(node)); return node->Next;
+    case Tok::LPAREN: Push(EvalExpression(walk_, node->SubExpression)); return node->Next;
+    case Tok::this_: Push(ThisValue(walk_)); return node->Next;
+    case Tok::IDENTIFIER:
+    case Tok::DOLLAR_IDENTIFIER:
+    case Tok::FUNCTION_CALL: return node->IsMember ? Member(node) : Name(node);
+    case Tok::FUNCTION_ARGUMENT: {
+      const Operand target = Pop();
+      Push(ExecFuncPointer(walk_, node, node->Arguments, &target));
+      return node->Next;
+    }
+    case Tok::QUESTION_MARK: Push(QuestionMark(node)); return node->Next;
+    case Tok::new_:
+      WalkError(walk_, 0, "'new' needs a run-time library that compiled programs don't have.");
+      Push(NumberValue(0));
+      return node->Next;
+    default: Operator(node); return node->Next;
+  }
+}
+
+const EXPR_NODE* ChainWalk::Name(const EXPR_NODE* node) {
+  if (node->Token == Tok::FUNCTION_CALL) {
+    Push(ExecFuncPointer(walk_, node, node->Arguments, nullptr));
+    return node->Next;
+  }
+  const bool external = node->Symbol == nullptr || node->Symbol->ImplicitExtern;
+  if (node->HasCall && external) {
+    Push(ExecFuncPointer(walk_, node, node->Next->Arguments, nullptr));
+    return node->Next->Next;
+  }
+  Operand operand = ResolveIdentifier(walk_, node);
+  if (node->IndexExpression != nullptr) operand = ResolveIndirection(walk_, operand, node->IndexExpression);
+  Push(operand);
+  return node->Next;
+}
+
+// The object lies on the stack; the operator behind the member's name is taken with it.
+const EXPR_NODE* ChainWalk::Member(const EXPR_NODE* node) {
+  const Operand object = Pop();
+  if (node->Token == Tok::FUNCTION_CALL) {
+    Push(ExecMemberFunc(walk_, object, node));
+    return node->Next->Next;
+  }
+  Operand member = VerifyMember(walk_, object, node);
+  if (node->IndexExpression != nullptr) member = ResolveIndirection(walk_, member, node->IndexExpression);
+  Push(member);
+  return node->Next->Next;
+}
+
+void ChainWalk::Operator(const EXPR_NODE* node) {
+  const Tok op = node->Token;
+  switch (OperatorOf(op).kind) {
+    case OperatorKind::kAssign:
+    case OperatorKind::kCompound: {
+      const Operand right = Pop();
+      return Push(Assignment(walk_, op, Pop(), right));
+    }
+    case OperatorKind::kUnary: return Push(UnaryOperation(walk_, op, Pop()));
+    case OperatorKind::kPlace:
+      return Push(op == Tok::STAR_REF ? ResolveStarRef(walk_, Pop(), node->StarRefCount)
+                                      : ResolveBitAnd_Address(walk_, Pop()));
+    case OperatorKind::kStep:
+    case OperatorKind::kPostStep:
+      return Push(StepOperation(walk_, op, Pop(), value_wanted_ || node->Next != nullptr));
+    case OperatorKind::kNone: break;
+    default: {
+      const Operand right = Pop();
+      return Push(BinaryOperation(walk_, op, Pop(), right));
+    }
+  }
+  if (op == Tok::TYPE_CAST) {
+    const ValueType type = ValueType::OfCast(*node->Cast);
+    Operand value = Converted(walk_, Pop(), type);
+    if (value.IsPlace() && !type.IsStruct()) value = TempValue(CopyOf(walk_, value), type);
+    value.type = type;
+    return Push(value);
+  }
+  WalkError(walk_, 0,
+            Format("EvalExpression:  return unknown token type %s", std::string(TokenName(op)).c_str()));
+}
+
+Operand ChainWalk::QuestionMark(const EXPR_NODE* node) {
+  Procedure& procedure = walk_.procedure;
+  const int32_t false_label = procedure.context.label_counter++;
+  const int32_t end_label = procedure.context.label_counter++;
+  const Operand condition = Boolean(walk_, Pop());
+  const int32_t result = procedure.NewTemp();
+  const int32_t tested = ValueInTemp(walk_, condition);
+  CaptureCompareWithNumber(walk_, TempOperand(tested), 0);
+  CaptureJump(walk_, ASMOP_JE, LabelString(procedure, false_label),
+              "ternary: condition false, goto false branch");
+  BasicBlock* head = procedure.current_bb;
+  BasicBlock* true_block = StartBlock(walk_, "ternary true branch");
+  ThreeAddress_AddBasicBlockPredecesor(head, true_block);
+  const auto copy = [&](const EXPR_NODE* arm) {
+    const Operand value = EvalExpression(walk_, arm);
+    CapturePlain(walk_, Tok::ASSIGN, TempOperand(result), ValueOf(walk_, value), kNoTemp);
+    ValueType type = value.type.IsArray() ? value.type.Element().Pointer() : value.type;
+    return type;
+  };
+  const ValueType then_type = copy(node->ThenExpression);
+  CaptureJump(walk_, ASMOP_JMP, LabelString(procedure, end_label), "ternary: skip false branch");
+  BasicBlock* true_end = procedure.current_bb;
+  true_end->fall_through_successor_next_basic_block_not_used_for_out_var_calc_because_of_absoulte_jump = true;
+  BasicBlock* false_block = StartBlock(walk_, "ternary false branch");
+  AddJumpEdge(head, false_block);
+  CaptureLabel(walk_, false_label, "ternary: right-of-colon label");
+  const ValueType else_type = copy(node->ElseExpression);
+  BasicBlock* false_end = procedure.current_bb;
+  BasicBlock* end = StartBlock(walk_, "ternary end (merge)");
+  ThreeAddress_AddBasicBlockPredecesor(false_end, end);
+  AddJumpEdge(true_end, end);
+  CaptureLabel(walk_, end_label, "ternary end label");
+  const bool pointers = then_type.IsPointer() || then_type.IsStruct();
+  Operand value = TempValue(result, pointers                ? then_type
+                                    : else_type.IsPointer() ? else_type
+                                                            : CommonType(walk_.slot, then_type, else_type));
+  if (then_type.IsStruct()) value.kind = Operand::Kind::kPlace;
+  return value;
+}
+
+}  // namespace
+
+Operand EvalExpression(Walk& walk, const EXPR_NODE* head, bool value_wanted) {
+  return ChainWalk(walk, value_wanted).Run(head);
+}
+
+void CompareConditionWithZero(Walk& walk, const EXPR_NODE* head, std::string_view comment) {
+  Operand condition = EvalExpression(walk, head);
+  if (condition.kind == Operand::Kind::kVoid) condition = NumberValue(0);
+  if (condition.may_be_wide) condition = Boolean(walk, condition);
+  TacOperand value = ValueOf(walk, condition);
+  if (!value.IsVariable()) {
+    const int32_t temp = walk.procedure.NewTemp();
+    CaptureLoadImmediate(walk, temp, value.text);
+    value = TempOperand(temp);
+  }
+  CaptureCompareWithNumber(walk, value, 0, comment);
+}
+
+}  // namespace vorc

@@ -1,0 +1,172 @@
+#include "output/initial_values.h"
+
+#include <bit>
+#include <map>
+
+#include "base/format.h"
+#include "program/constants.h"
+#include "program/initializer_walk.h"
+#include "program/layout.h"
+#include "program/value_type.h"
+
+namespace vorc {
+
+namespace {
+
+/// A number of some bytes, or the address of a name.
+struct Cell {
+  int64_t bytes = 1;
+  uint64_t number = 0;
+  std::string name;  ///< not empty for an address
+};
+
+using Cells = std::map<int64_t, Cell>;  ///< by their distance from the variable's start
+
+void PutBytes(TextWriter& out, uint64_t number, int64_t bytes) {
+  for (int64_t i = 0; i < bytes; ++i) out.Write("0x", Hex{number >> 8 * i & 0xff, 2}, ',');
+}
+
+// One element in the form of its width.
+void PutElement(TextWriter& out, const Cell& cell) {
+  if (!cell.name.empty()) return out.Write(cell.name);
+  if (cell.bytes == 8) return out.Write(Hex{cell.number, 16});
+  const uint64_t mask = (uint64_t{1} << 8 * cell.bytes) - 1;
+  out.Write("0x", Hex{cell.number & mask, static_cast<int>(2 * cell.bytes)});
+}
+
+class ValueWriter {
+ public:
+  ValueWriter(CodegenContext& context, const SYM_REC* symbol) : context_(context), symbol_(symbol) {}
+
+  void Run();
+
+ private:
+  void Collect();
+  void PutLeaf(const InitializerLeaf& leaf);
+  void PutText(const InitializerLeaf& leaf, std::string_view text);
+  Cell CellOf(const InitializerLeaf& leaf, const ValueType& type);
+  void WriteStruct(int64_t size);
+  void WriteArray(int64_t element, int64_t count);
+
+  CodegenContext& context_;
+  const SYM_REC* symbol_;
+  Cells cells_;
+  int64_t rows_ = 0;
+};
+
+Cell ValueWriter::CellOf(const InitializerLeaf& leaf, const ValueType& type) {
+  Cell cell;
+  cell.bytes = type.Size(context_.slot);
+  ConstantValue value;
+  if (!EvalConstantExpression(context_.slot, leaf.element->Expression, &value)) return cell;
+  cell.number = static_cast<uint64_t>(value.integer);
+  const bool real_target = type.IsReal();
+  if (value.IsNumber() && (real_target || value.kind == ConstantValue::Kind::kReal)) {
+    const double real =
+        value.kind == ConstantValue::Kind::kReal ? value.real : static_cast<double>(value.integer);
+    if (!real_target)
+      cell.number = static_cast<uint64_t>(static_cast<int64_t>(real));
+    else if (cell.bytes == sizeof(float))
+      cell.number = std::bit_cast<uint32_t>(static_cast<float>(real));
+    else
+      cell.number = std::bit_cast<uint64_t>(real);
+  }
+  if (value.kind == ConstantValue::Kind::kText)
+    cell.name =
+        context_.strings.AddUnnamedStringToDataSection(leaf.element->Expression->Text(), leaf.element->Line);
+  if (value.kind == ConstantValue::Kind::kFunction) cell.name = AsmNameOf(context_, value.function);
+  if (value.symbol != nullptr) {
+    cell.name = AsmNameOf(context_, value.symbol);
+    if (value.integer != 0) cell.name += Format("+%lld", static_cast<long long>(value.integer));
+  }
+  return cell;
+}
+
+void ValueWriter::PutText(const InitializerLeaf& leaf, std::string_view text) {
+  for (size_t i = 0; i < text.size() && static_cast<int64_t>(i) < leaf.text_room; ++i) {
+    cells_[leaf.offset + static_cast<int64_t>(i)] = {1, static_cast<unsigned char>(text[i]), {}};
+  }
+}
+
+void ValueWriter::PutLeaf(const InitializerLeaf& leaf) {
+  const EXPR_NODE* head = leaf.element->Expression;
+  if (leaf.text_room > 0 && head != nullptr && head->Token == Tok::STRING) return PutText(leaf, head->Text());
+  ValueType type = ValueType::OfSymbol(*leaf.symbol);
+  while (type.IsArray()) type = type.Element();
+  Cell cell = CellOf(leaf, type);
+  if (leaf.symbol->BitFieldWidth > 0) {
+    Cell& unit = cells_[leaf.offset];
+    const uint64_t mask =
+        leaf.symbol->BitFieldWidth >= 64 ? ~uint64_t{0} : (uint64_t{1} << leaf.symbol->BitFieldWidth) - 1;
+    unit.bytes = cell.bytes;
+    unit.number |= (cell.number & mask) << leaf.symbol->BitFieldOffset;
+    return;
+  }
+  cells_[leaf.offset] = cell;
+}
+
+void ValueWriter::Collect() {
+  const auto put = [&](const InitializerLeaf& leaf) { PutLeaf(leaf); };
+  rows_ = InitializerWalk(context_.slot, put).Run(symbol_);
+}
+
+void ValueWriter::WriteStruct(int64_t size) {
+  TextWriter& out = context_.assembly;
+  out.Write("{\n");
+  int64_t at = 0;
+  for (const auto& [offset, cell] : cells_) {
+    for (; at < offset; ++at) out.Write("0x00,");
+    if (cell.name.empty())
+      PutBytes(out, cell.number, cell.bytes);
+    else
+      out.Write(cell.name, ',');
+    at = offset + cell.bytes;
+  }
+  for (; at < size; ++at) out.Write("0x00,");
+  out.Write("};\n");
+}
+
+void ValueWriter::WriteArray(int64_t element, int64_t count) {
+  TextWriter& out = context_.assembly;
+  out.Write('{');
+  for (int64_t i = 0; i < count; ++i) {
+    const auto cell = cells_.find(i * element);
+    if (i > 0) out.Write(',');
+    PutElement(out, cell == cells_.end() ? Cell{element, 0, {}} : cell->second);
+  }
+  out.Write("};\n");
+}
+
+void ValueWriter::Run() {
+  Collect();
+  ValueType type = ValueType::OfSymbol(*symbol_);
+  const int64_t count = ElementCount(context_, symbol_);
+  const bool array = type.IsArray();
+  while (type.IsArray()) type = type.Element();
+  const int64_t element = type.Size(context_.slot);
+  if (type.IsStruct()) return WriteStruct(element * count);
+  if (array) return WriteArray(element, count);
+  PutElement(context_.assembly, cells_.empty() ? Cell{element, 0, {}} : cells_.begin()->second);
+  context_.assembly.Write(";\n");
+}
+
+}  // namespace
+
+int64_t ElementCount(CodegenContext& context, const SYM_REC* symbol) {
+  int64_t count = 1;
+  for (int i = 0; i < symbol->Shape.DimensionCount; ++i) {
+    int64_t dimension = symbol->Shape.Dimensions[i];
+    if (dimension == 0 && i == 0 && symbol->Initializer.First != nullptr) {
+      const auto ignore = [](const InitializerLeaf&) {};
+      dimension = InitializerWalk(context.slot, ignore).Run(symbol);
+    }
+    count = SizeProduct(count, dimension);
+  }
+  return count;
+}
+
+void WriteInitialValue(CodegenContext& context, const SYM_REC* symbol) {
+  ValueWriter(context, symbol).Run();
+}
+
+}  // namespace vorc

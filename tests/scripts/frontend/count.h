@@ -1,0 +1,1 @@
+total = total + 1;

@@ -1,0 +1,4 @@
+int seven = 7;
+int divide(int by) {
+  return seven / by;
+}
