@@ -22,6 +22,7 @@ struct Item {
     kNumber,   ///< the integer `number`
     kDouble,   ///< the double `real`
     kText,     ///< the literal `text`
+    kTextValue,  ///< the text whose address lies at distance `place`; the number 0 where that is null
     kValue,    ///< an integer or a double at distance `place`, and no variable any more
     kFrame,    ///< a variable at distance `place`
     kData,     ///< a variable at `place` in the script's data
@@ -56,6 +57,7 @@ struct Item {
   STRUCT_REC* record = nullptr;
 
   bool IsVariable() const { return where >= Where::kFrame; }
+  bool IsText() const { return where == Where::kText || where == Where::kTextValue; }
 };
 
 /// Compiles a function body, or one statement, for the register machine.

@@ -137,7 +137,7 @@ int32_t Remainder(int32_t a, int32_t b) {
   OP(name) {                                                                  \
     const Site& site = SITE;                                                  \
     char* at = POINTER(pc->b);                                                \
-    if (!memory_.Contains(at, static_cast<size_t>(site.size))) FAIL(site);    \
+    if (!memory_.Reach(at, static_cast<size_t>(site.size))) FAIL(site);    \
     at += pc->c;                                                              \
     action;                                                                   \
     NEXT;                                                                     \
@@ -314,6 +314,11 @@ dispatch:
     SITE.symbol->CurrentType = static_cast<Tok>(pc->c);
     NEXT;
   }
+  OP(StoreTypelessText) {
+    StoreText(SITE.symbol, fp + pc->a, reinterpret_cast<const char*>(WORD(pc->b)));
+    if (*errors > 0) goto stop;
+    NEXT;
+  }
   STORE_OP(AddWord, WORD(pc->a) = static_cast<int64_t>(static_cast<uint64_t>(WORD(pc->a)) +
                                                        static_cast<uint64_t>(int64_t{pc->c})))
 
@@ -365,7 +370,7 @@ dispatch:
   OP(PointerAddress) {
     const Site& site = SITE;
     char* at = POINTER(pc->b);
-    if (!memory_.Contains(at, static_cast<size_t>(site.size))) {
+    if (!memory_.Reach(at, static_cast<size_t>(site.size))) {
       if (site.fail < 0) ReportPointer(site, at);
       FAIL(site);
     }

@@ -119,6 +119,12 @@ int32_t VmCompiler::WordPlace(const Item& item) {
 }
 
 bool VmCompiler::StoreTypeless(const Item& target, const Item& value) {
+  if (target.where == Item::Where::kFrame && value.where == Item::Where::kTextValue) {
+    int site = 0;
+    NewSite(&site).symbol = target.symbol;
+    Emit(VmOp::kStoreTypelessText, target.place, value.place, 0, site);
+    return true;
+  }
   if (target.where != Item::Where::kFrame || !Numeric(value) || value.kind == 3) return false;
   int number = 0;
   if (value.is_real) {
@@ -144,7 +150,9 @@ bool VmCompiler::Store(const Item& target, const Item& value) {
   if (target.form == Form::kNone || target.kind == 1) return false;
   int32_t from = kNoPlace;
   const bool real_target = target.form == Form::kReal || target.form == Form::kFloat;
-  if (target.form == Form::kWord) {
+  if (target.form == Form::kWord && value.where == Item::Where::kTextValue) {
+    from = value.place;
+  } else if (target.form == Form::kWord) {
     // A pointer. Texts have rules of their own.
     if (!value.IsVariable() || value.typeless || value.kind != 3 || !Numeric(value)) return false;
     from = WordPlace(value);
@@ -202,6 +210,7 @@ bool VmCompiler::Assign(const Op& op) {
   // A struct is copied as a whole, and an array's name is no number: the general road knows how.
   if (right.where == Item::Where::kNowhere || (left.kind == 2 && left.form == Form::kNone)) return false;
   const bool unused = op.last && depth_ == 1 && dropped_;
+  if (!unused && right.IsText()) return false;
   if (!unused && right.IsVariable()) {
     // What goes on from here is the value as it was.
     const Order order = order_;
