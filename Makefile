@@ -35,7 +35,12 @@ bench:
 	@scripts/install_dependencies.sh build test bench
 	@$(call configure,build-bench,-DCMAKE_BUILD_TYPE=Release -DVORC_BENCH=ON -DVORC_TESTS=OFF)
 	@python3 bench/run.py build-bench/vorc
+	@python3 bench/tensors.py build-bench/vorc
 	@build-bench/bench/micro_bench
+	@build-bench/bench/codec_bench
+	@build-bench/bench/pic_bench
+	@python3 bench/codes.py build-bench/vorc build-bench/bench/pictures/code_pictures
+	@build-bench/bench/codes_bench
 
 install: build
 	@cmake --install build --prefix $(DESTDIR)$(PREFIX)

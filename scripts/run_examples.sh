@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Runs every example with the built program and shows what it prints:
 #   scripts/run_examples.sh path/to/vorc examples-folder
-# A first line "// args: a b" in an example holds the arguments that its script gets.
+# A first line "// args: a b" in an example holds the arguments that its script gets. Those in the folder
+# compiled/ are compiled, and vorc-sim beside vorc makes the calls of their first line, "// calls: f(1); g(2)".
 set -u
 vorc=$(readlink -f "${1:?usage: run_examples.sh path/to/vorc folder}")
 folder=$(readlink -f "${2:?usage: run_examples.sh path/to/vorc folder}")
@@ -19,6 +20,18 @@ for example in "$folder"/*.c; do
   echo "== $name ${args[*]:-}"
   (cd "$work/$name" && "$vorc" -morv -morvquiet "$name" ${args[@]+"${args[@]}"} </dev/null) || {
     echo "run_examples: $name failed with exit status $?" >&2
+    failed=1
+  }
+  echo
+done
+
+for example in "$folder"/compiled/*.c; do
+  name=$(basename "$example" .c)
+  cp "$example" "$work"
+  sed -n '1s|^// calls: *||p' "$example" | sed 's/; */\n/g' >"$work/calls"
+  echo "== compiled/$name.c"
+  { "$vorc" -morvquiet "$work/$name.c" && "$(dirname "$vorc")/vorc-sim" --calls "$work/calls" "$work/$name.asm"; } || {
+    echo "run_examples: compiled/$name.c failed" >&2
     failed=1
   }
   echo

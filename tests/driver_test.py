@@ -389,6 +389,17 @@ def test_trace_variable():
     check("trace: set by the option", script(["-llmtrace", "s.c"], source).out, "[1]\n")
     check("trace: not set without it", script(["s.c"], source).out, "[]\n")
 
+    source = ('int main() { int t; t = tensor_new(3, 3); tensor_init_spread(t, 4); t = tensor_softmax(t);\n'
+              'tensor_save(t, "t"); return 0; }\n')
+    plain = script(["s.c"], source)
+    for value in ("", "0"):
+        traced = script(["s.c"], source, {"VORC_LLMTRACE": value})
+        check_true(f"trace: on with the value '{value}'", "STEP: SOFTMAX" in traced.out, traced.out)
+        check("trace: every line has its mark", [line for line in traced.out.splitlines()
+                                                 if not line.startswith("[llmtrace] ")], [])
+        check("trace: results stay", traced.files["t"], plain.files["t"])
+    check("trace: nothing without the variable", plain.out, "")
+
 
 def main():
     for name, test in sorted(globals().items()):

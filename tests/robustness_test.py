@@ -139,6 +139,17 @@ SOURCES = {
     "many_macros": "".join(f"#define M{n} {n}\n" for n in range(20_000)),
     "many_arguments": "int f();\n" + in_main("f(" + "1," * 50_000 + "1);"),
     "many_parameters": "int f(" + ",".join(f"int p{n}" for n in range(10_000)) + ") { return 0; }\n",
+    "diamonds": "class A0 {};\n"
+    + "".join(
+        f"class L{n} : public A{n} {{}};\nclass R{n} : public A{n} {{}};\nclass A{n + 1} : public L{n}, public R{n} {{}};\n"
+        for n in range(40)
+    ),
+    "long_line_of_bases": "class A0 {};\n"
+    + "".join(f"class A{n + 1} : public A{n} {{ int f(); }};\n" for n in range(5_000)),
+    "file_level_blocks": "int x;\n" + "if (x) { int y; y = 1; }\n" * 40_000,
+    "macros_of_macros": "#define A0 1\n"
+    + "".join(f"#define A{n + 1} A{n} + A{n}\n" for n in range(16))
+    + "int x;\n" + "x = A16;\n" * 200,
     "constants_of_constants": "const int a0 = 1;\n"
     + "".join(f"const int a{n} = a{n - 1} + a{n - 1};\n" for n in range(1, 5_000)),
     "many_cases": in_main("switch (1) {" + "".join(f"case {n}: break;" for n in range(10_000)) + "}"),

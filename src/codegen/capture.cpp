@@ -70,7 +70,7 @@ void AddSourceLineToFtac(Walk& walk, SourceLine line) {
   walk.line = line;
   Instruction* marker = Add_flattened_three_address_code(walk);
   marker->is_marker = true;
-  marker->text = walk.slot.Sources.LineText(line);
+  marker->text = QuotedLine(walk.slot, line);
 }
 
 Instruction& CapturePlain(Walk& walk, Tok op, const TacOperand& a, const TacOperand& b, int32_t result) {

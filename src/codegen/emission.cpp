@@ -18,24 +18,12 @@ constexpr std::array<std::string_view, 64> kRegisterNames = {
     "",      "",      "",      "",      "",      "",      "",      "",      "",      "",      "",
     "",      "",      "",      "",      "",      "",      "rr61",  "rr62",  "rr63"};
 
-bool TouchesMemory(const Instruction& instruction) {
-  if (!instruction.is_asm) return false;
-  switch (instruction.asmop) {
-    case ASMOP_CALL:
-    case ASMOP_OPCODE_LOAD_TMPVAR_TMPVAR_TMPVAR:
-    case ASMOP_OPCODE_LOAD_TMPVAR_TMPVAR_NUMBER:
-    case ASMOP_OPCODE_LOAD_TMPVAR_TMPVAR:
-    case ASMOP_OPCODE_STORE_TMPVAR_TMPVAR_TMPVAR:
-    case ASMOP_OPCODE_STORE_TMPVAR_TMPVAR_NUMBER:
-    case ASMOP_OPCODE_STORE_TMPVAR_TMPVAR: return true;
-    default: return false;
-  }
-}
-
 bool IsCompare(const Instruction& instruction) {
   return instruction.is_asm && instruction.asmop >= ASMOP_CMP_SYMVAR_WITH_SYMVAR &&
          instruction.asmop <= ASMOP_CMP_TMPVAR_WITH_TMPVAR;
 }
+
+constexpr int kResultColour = 26;
 
 constexpr std::string_view kStoreRule =
     "================================ store_bb_live_out_from_register_to_memory ";
@@ -56,7 +44,6 @@ BlockEmitter::BlockEmitter(Procedure& procedure, BasicBlock& block)
       reuse_(procedure.slot.Target.optimization_level >= 1) {
   for (const Instruction* at = block.first; at != nullptr; at = at->next_in_block) {
     has_call_ |= at->is_call;
-    has_indirect_ |= at->is_call || TouchesMemory(*at);
   }
   line_ = block.first == nullptr ? 0 : block.first->line.Line;
 }
@@ -221,12 +208,16 @@ std::string_view BlockEmitter::StoreMnemonicOf(int32_t variable) const {
   return symbol == nullptr ? mnemonics_.word_store : StoreMnemonic(AccessOfSymbol(procedure_.slot, symbol));
 }
 
+// The ranges of a variable follow each other in the block.
 LiveRange* BlockEmitter::RangeAt(int32_t variable, int32_t index) {
-  for (const int32_t number : procedure_.ranges_of[static_cast<size_t>(variable)]) {
-    LiveRange& range = block_.ranges[static_cast<size_t>(number)];
-    if (range.live_range_begin <= index && index <= range.live_range_end) return &range;
-  }
-  return nullptr;
+  const std::vector<int32_t>& numbers = procedure_.ranges_of[static_cast<size_t>(variable)];
+  const auto begins_later = [this](int32_t at, int32_t number) {
+    return at < block_.ranges[static_cast<size_t>(number)].live_range_begin;
+  };
+  const auto behind = std::upper_bound(numbers.begin(), numbers.end(), index, begins_later);
+  if (behind == numbers.begin()) return nullptr;
+  LiveRange& range = block_.ranges[static_cast<size_t>(*std::prev(behind))];
+  return index <= range.live_range_end ? &range : nullptr;
 }
 
 LiveRange* BlockEmitter::ColouredAt(int32_t variable, int32_t index) {
@@ -242,9 +233,8 @@ bool BlockEmitter::MustReload(int32_t variable, const LiveRange& range) const {
 
 bool BlockEmitter::MustStore(int32_t variable) const {
   const Variable& described = VariableOf(variable);
-  if (!reuse_ || (described.shared && has_indirect_)) return true;
-  return described.symbol != nullptr &&
-         ((described.symbol->StorageType & VOLATILE_VAR) != 0 || described.symbol->OwnerStruct != nullptr);
+  if (!reuse_ || described.shared) return true;
+  return described.symbol != nullptr && (described.symbol->StorageType & VOLATILE_VAR) != 0;
 }
 
 void BlockEmitter::ForgetAll() {
@@ -255,6 +245,12 @@ void BlockEmitter::ForgetShared() {
   for (LiveRange& range : block_.ranges) {
     if (VariableOf(range.variable).shared) range.value_loaded = false;
   }
+}
+
+// The result register is a general one as well: what a pop brings back takes the place of its value.
+void BlockEmitter::ForgetRegister(std::string_view reg) {
+  if (reg != "GPR26") return;
+  for (LiveRange& range : block_.ranges) range.value_loaded &= range.register_position != kResultColour;
 }
 
 void EmitBlock(Procedure& procedure, BasicBlock& block) {

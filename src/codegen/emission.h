@@ -17,8 +17,8 @@ std::string_view RegisterName(int number);
 /// Memory is every variable's home. Without optimization a register is loaded before each use and
 /// stored after each definition; with it, a value that a register of the block already holds is not
 /// loaded again, and a coloured variable is stored at the block's end. A variable whose memory may
-/// change without being named (a global, or one whose address is taken) is stored at once wherever the
-/// block reads or writes through addresses, and its register counts as stale after such a write.
+/// change without being named (a global, or one whose address is taken) is stored at once, and its
+/// register counts as stale behind a write through an address.
 class BlockEmitter {
  public:
   BlockEmitter(Procedure& procedure, BasicBlock& block);
@@ -47,12 +47,13 @@ class BlockEmitter {
   bool MustStore(int32_t variable) const;
   void ForgetAll();
   void ForgetShared();
+  void ForgetRegister(std::string_view reg);
 
   // --- emission_instructions.cpp
   void Emit(const Instruction& instruction);
   int Read(const Instruction& instruction, const TacOperand& operand, int scratch);
   int Target(const Instruction& instruction, const TacOperand& operand);
-  void Finish(const Instruction& instruction, const TacOperand& operand, int reg);
+  void Finish(const Instruction& instruction, const TacOperand& operand, int reg, bool store = false);
   void EmitPlain(const Instruction& instruction);
   void EmitAssign(const Instruction& instruction);
   void EmitBinary(const Instruction& instruction);
@@ -73,7 +74,6 @@ class BlockEmitter {
   TextWriter& log_;
   const bool reuse_;  ///< values in registers are used again
   bool has_call_ = false;
-  bool has_indirect_ = false;  ///< the block reads or writes through addresses, or calls
   int32_t line_ = 0;
 };
 

@@ -76,10 +76,10 @@ int BlockEmitter::Target(const Instruction& instruction, const TacOperand& opera
 }
 
 // Ends a definition: the value goes to memory where it must.
-void BlockEmitter::Finish(const Instruction& instruction, const TacOperand& operand, int reg) {
+void BlockEmitter::Finish(const Instruction& instruction, const TacOperand& operand, int reg, bool store) {
   LiveRange* range = ColouredAt(operand.variable, instruction.index);
   if (range != nullptr) range->value_loaded = true;
-  if (range != nullptr && !MustStore(operand.variable)) return;
+  if (range != nullptr && !store && !MustStore(operand.variable)) return;
   WriteAddress(operand.variable, kRr62);
   Line(StoreMnemonicOf(operand.variable), ' ', RegisterName(reg), " , [rr62]");
 }
@@ -186,12 +186,17 @@ void BlockEmitter::EmitAssembly(const Instruction& instruction) {
     case ASMOP_MOVE_REG_TO_VAR: {
       const int target = Target(instruction, instruction.result);
       Line(mnemonics_.word_move, ' ', RegisterName(target), " ,", instruction.reg);
-      return Finish(instruction, instruction.result, target);
+      // What is popped next may go to the very register.
+      return Finish(instruction, instruction.result, target, true);
     }
     case ASMOP_MOVE_VAR_TO_REG: {
       const int source = Read(instruction, instruction.operand1, kRr61);
       return Line(mnemonics_.word_move, "  ", instruction.reg, source == kRr61 ? " ," : ", ",
                   RegisterName(source));
+    }
+    case ASMOP_POP_REG: {
+      EmitText(instruction);
+      return ForgetRegister(instruction.reg);
     }
     case ASMOP_CALL: {
       EmitText(instruction);

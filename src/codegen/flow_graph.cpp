@@ -5,7 +5,6 @@
 #include "codegen/passes.h"
 #include "codegen/rendering.h"
 #include "codegen/walk.h"
-#include "program/symtab.h"
 
 namespace vorc {
 
@@ -56,7 +55,7 @@ void CopyStructParameters(Walk& walk) {
 }
 
 bool IsEntry(const Procedure& procedure) {
-  return FindProgramEntryLabel(procedure.slot) == procedure.proto;
+  return procedure.context.entry == procedure.proto;
 }
 
 void WalkStatements(Walk& walk) {

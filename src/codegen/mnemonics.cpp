@@ -80,7 +80,8 @@ AccessWidth AccessOfType(const C_SLOT& slot, Tok type, int depth, bool is_unsign
 }
 
 AccessWidth AccessOfSymbol(const C_SLOT& slot, const SYM_REC* symbol) {
-  const int depth = symbol->TotalDepth > 0 || symbol->IsFunctionPointer ? 1 : 0;
+  const bool array_parameter = symbol->IsParameter && symbol->Shape.DimensionCount > 0;
+  const int depth = symbol->TotalDepth > 0 || symbol->IsFunctionPointer || array_parameter ? 1 : 0;
   const Tok type = symbol->Enum != nullptr ? Tok::int_ : symbol->ValueType;
   return AccessOfType(slot, type, depth, (symbol->StorageType & UNSIGNED_VAR) != 0);
 }

@@ -76,21 +76,32 @@ class BlockHook;
 
 /// What the procedures of a compilation share.
 struct CodegenContext {
+  CodegenContext(C_SLOT& the_slot, const Mnemonics& the_mnemonics, TextWriter& the_assembly,
+                 TextWriter& the_analysis, TextWriter& the_tac, TextWriter& the_ai_input, BlockHook* the_hook)
+      : slot(the_slot),
+        mnemonics(the_mnemonics),
+        assembly(the_assembly),
+        analysis(the_analysis),
+        tac(the_tac),
+        ai_input(the_ai_input),
+        hook(the_hook) {}
+
   C_SLOT& slot;
   const Mnemonics& mnemonics;
   TextWriter& assembly;
   TextWriter& analysis;  ///< code_gen_analysis.txt
   TextWriter& tac;       ///< datafile_tac.txt
   TextWriter& ai_input;  ///< ai_tac_analysis_input.txt
-  BlockHook* hook = nullptr;
+  BlockHook* hook;
+  const FUNCPROTO_REC* entry = nullptr;  ///< the program's first function
   UnnamedStrings strings;
   int32_t label_counter = 1;
   int32_t indirect_calls = 0;
   int32_t tac_samples = 0;
   int32_t procedures = 0;
-  std::string label_stem;  ///< name of the source as it stands in labels
-  std::unordered_map<const void*, std::string> asm_names;
-  std::unordered_set<std::string> taken_names;
+  std::string label_stem{};  ///< name of the source as it stands in labels
+  std::unordered_map<const void*, std::string> asm_names{};
+  std::unordered_set<std::string> taken_names{};
 };
 
 /// A label of the source and the block that it begins. Labels in a row share one group.
@@ -160,6 +171,9 @@ struct Procedure {
   std::string_view Keep(std::string_view text) { return {memory.Copy(text), text.size()}; }
 };
 
+/// A source line as the outputs quote it: a very long one is cut, since each of its statements quotes it
+/// again.
+std::string_view QuotedLine(const C_SLOT& slot, SourceLine line);
 /// Writes a variable's name: "tmpreg_N" or the symbol's own.
 void WriteVariable(TextWriter& out, const Procedure& procedure, int32_t variable);
 /// The name that the assembler sees for a symbol or function.

@@ -72,6 +72,8 @@ AccessWidth AccessOf(const Walk& walk, const ValueType& type);
 
 // --- walk_operators.cpp
 
+/// The type in which two arithmetic operands are worked on: at least an int, unsigned where the wider one is.
+ValueType WorkType(const Walk& walk, const ValueType& left, const ValueType& right);
 Operand BinaryOperation(Walk& walk, Tok op, const Operand& left, const Operand& right);
 Operand UnaryOperation(Walk& walk, Tok op, const Operand& operand);
 Operand Assignment(Walk& walk, Tok op, const Operand& left, const Operand& right);

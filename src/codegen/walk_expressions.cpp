@@ -3,14 +3,11 @@
 #include "base/format.h"
 #include "codegen/walk.h"
 #include "program/operators.h"
+#include "program/static_size.h"
 
 namespace vorc {
 
 namespace {
-
-bool IsMemberOperator(Tok token) {
-  return token == Tok::DOT || token == Tok::POINTER;
-}
 
 Operand RealValue(const EXPR_NODE* node) {
   Operand operand;
@@ -26,6 +23,17 @@ Operand TextValue(const EXPR_NODE* node) {
   operand.text = node->Text();
   operand.type = ValueType::Basic(Tok::char_).Pointer();
   return operand;
+}
+
+// What `?:` gives: the arithmetic type of both arms, or the pointer or struct that one of them is.
+ValueType TypeOfArms(const Walk& walk, const EXPR_NODE* node) {
+  ValueType then_type = StaticType(walk.slot, node->ThenExpression);
+  ValueType else_type = StaticType(walk.slot, node->ElseExpression);
+  if (then_type.IsArray()) then_type = then_type.Element().Pointer();
+  if (else_type.IsArray()) else_type = else_type.Element().Pointer();
+  if (then_type.IsPointer() || then_type.IsStruct() || then_type.IsReal()) return then_type;
+  if (else_type.IsPointer() || else_type.IsReal()) return else_type;
+  return WorkType(walk, then_type, else_type);
 }
 
 Operand ThisValue(Walk& walk) {
@@ -188,30 +196,26 @@ Operand ChainWalk::QuestionMark(const EXPR_NODE* node) {
   BasicBlock* head = procedure.current_bb;
   BasicBlock* true_block = StartBlock(walk_, "ternary true branch");
   ThreeAddress_AddBasicBlockPredecesor(head, true_block);
+  const ValueType type = TypeOfArms(walk_, node);
   const auto copy = [&](const EXPR_NODE* arm) {
-    const Operand value = EvalExpression(walk_, arm);
+    const Operand value = Converted(walk_, EvalExpression(walk_, arm), type);
     CapturePlain(walk_, Tok::ASSIGN, TempOperand(result), ValueOf(walk_, value), kNoTemp);
-    ValueType type = value.type.IsArray() ? value.type.Element().Pointer() : value.type;
-    return type;
   };
-  const ValueType then_type = copy(node->ThenExpression);
+  copy(node->ThenExpression);
   CaptureJump(walk_, ASMOP_JMP, LabelString(procedure, end_label), "ternary: skip false branch");
   BasicBlock* true_end = procedure.current_bb;
   true_end->fall_through_successor_next_basic_block_not_used_for_out_var_calc_because_of_absoulte_jump = true;
   BasicBlock* false_block = StartBlock(walk_, "ternary false branch");
   AddJumpEdge(head, false_block);
   CaptureLabel(walk_, false_label, "ternary: right-of-colon label");
-  const ValueType else_type = copy(node->ElseExpression);
+  copy(node->ElseExpression);
   BasicBlock* false_end = procedure.current_bb;
   BasicBlock* end = StartBlock(walk_, "ternary end (merge)");
   ThreeAddress_AddBasicBlockPredecesor(false_end, end);
   AddJumpEdge(true_end, end);
   CaptureLabel(walk_, end_label, "ternary end label");
-  const bool pointers = then_type.IsPointer() || then_type.IsStruct();
-  Operand value = TempValue(result, pointers                ? then_type
-                                    : else_type.IsPointer() ? else_type
-                                                            : CommonType(walk_.slot, then_type, else_type));
-  if (then_type.IsStruct()) value.kind = Operand::Kind::kPlace;
+  Operand value = TempValue(result, type);
+  if (type.IsStruct()) value.kind = Operand::Kind::kPlace;
   return value;
 }
 

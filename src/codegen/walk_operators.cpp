@@ -41,23 +41,8 @@ void RefuseReals(Walk& walk, Tok op, const Operand& left, const Operand& right) 
   }
 }
 
-/// Bits and sign in which two operands are worked on.
-struct WorkType {
-  ValueType type;
-  bool is_unsigned;
-  bool wide;  ///< more than 32 bits
-};
-
-WorkType WorkTypeOf(const Walk& walk, const Operand& left, const Operand& right) {
-  const AccessWidth a = AccessOf(walk, left.type);
-  const AccessWidth b = AccessOf(walk, right.type);
-  const bool wide = a.bytes > 4 || b.bytes > 4;
-  const int rank = wide ? 8 : 4;
-  const bool is_unsigned = (a.is_unsigned && a.bytes == rank) || (b.is_unsigned && b.bytes == rank);
-  ValueType type = ValueType::Basic(wide ? (is_unsigned ? Tok::UINT64 : Tok::INT64)
-                                         : (is_unsigned ? Tok::UINT32 : Tok::int_));
-  type.is_unsigned = is_unsigned;
-  return {type, is_unsigned, wide};
+bool IsWide(const Walk& walk, const ValueType& type) {
+  return AccessOf(walk, type).bytes > 4;
 }
 
 bool NeedsExactOperands(Tok op) {
@@ -141,18 +126,20 @@ Operand Logical(Walk& walk, Tok op, const Operand& left, const Operand& right) {
 }
 
 // What an operation on unsigned or shifted 32 bits leaves above them is cut off.
-Operand Finished(Walk& walk, Tok op, int32_t result, const WorkType& work) {
-  Operand value = TempValue(result, work.type);
+Operand Finished(Walk& walk, Tok op, int32_t result, const ValueType& work, bool wide_operand) {
+  Operand value = TempValue(result, work);
+  value.may_be_wide = wide_operand && !IsWide(walk, work) && !NeedsExactOperands(op);
   const bool grows = OperatorOf(op).kind == OperatorKind::kSum || op == Tok::STAR || op == Tok::LEFTSHIFT ||
                      op == Tok::UNARYMINUS || op == Tok::TILDA || op == Tok::XOR || op == Tok::BITOR;
-  if (!grows || work.wide || walk.mnemonics.cpu_bytes == 4) return value;
+  if (!grows || IsWide(walk, work) || walk.mnemonics.cpu_bytes == 4) return value;
   if (!work.is_unsigned) {
-    value.may_be_wide = op == Tok::LEFTSHIFT;
+    value.may_be_wide |= op == Tok::LEFTSHIFT;
     return value;
   }
   const int32_t cut = walk.procedure.NewTemp();
   CapturePlain(walk, Tok::BITAND, TempOperand(result), NumberOperand(walk.procedure, 0xffffffff), cut);
   value.temp = cut;
+  value.may_be_wide = false;
   return value;
 }
 
@@ -215,6 +202,18 @@ void CheckAssignmentTypeCompatibility(Walk& walk, const Operand& left, const Ope
 
 }  // namespace
 
+ValueType WorkType(const Walk& walk, const ValueType& left, const ValueType& right) {
+  const AccessWidth a = AccessOf(walk, left);
+  const AccessWidth b = AccessOf(walk, right);
+  const bool wide = a.bytes > 4 || b.bytes > 4;
+  const int rank = wide ? 8 : 4;
+  const bool is_unsigned = (a.is_unsigned && a.bytes == rank) || (b.is_unsigned && b.bytes == rank);
+  ValueType type = ValueType::Basic(wide ? (is_unsigned ? Tok::UINT64 : Tok::INT64)
+                                         : (is_unsigned ? Tok::UINT32 : Tok::int_));
+  type.is_unsigned = is_unsigned;
+  return type;
+}
+
 Operand BinaryOperation(Walk& walk, Tok op, const Operand& left, const Operand& right) {
   if (op == Tok::AND || op == Tok::OR) return Logical(walk, op, left, right);
   const bool is_sum = OperatorOf(op).kind == OperatorKind::kSum;
@@ -222,33 +221,33 @@ Operand BinaryOperation(Walk& walk, Tok op, const Operand& left, const Operand& 
   if (is_sum && IsPointerLike(left)) return PointerSum(walk, op, left, right);
   if (is_sum && IsPointerLike(right)) return PointerSum(walk, op, right, left);
   RefuseReals(walk, op, left, right);
-  WorkType work = WorkTypeOf(walk, left, right);
   const bool shift = OperatorOf(op).kind == OperatorKind::kShift;
-  if (shift) work = WorkTypeOf(walk, left, NumberValue(0));
+  const ValueType work = WorkType(walk, left.type, shift ? ValueType::Basic(Tok::int_) : right.type);
+  const bool wide = IsWide(walk, work);
   const bool compare = OperatorOf(op).kind == OperatorKind::kCompare;
   Operand a = left;
   Operand b = right;
   const bool plain = !IsPointerLike(left) && !IsPointerLike(right);
-  if (plain && (NeedsExactOperands(op) || work.wide)) {
-    a = Converted(walk, left, work.type);
-    if (!shift) b = Converted(walk, right, work.type);
+  if (plain && (NeedsExactOperands(op) || wide)) {
+    a = Converted(walk, left, work);
+    if (!shift) b = Converted(walk, right, work);
   }
   if (a.IsNumber() && b.IsNumber()) {
     int64_t number = 0;
-    if (!Fold(op, a.number, b.number, work.is_unsigned, work.wide, &number)) {
+    if (!Fold(op, a.number, b.number, work.is_unsigned, wide, &number)) {
       WalkError(walk, 0, "Division by zero");
       return NumberValue(0);
     }
-    return compare ? NumberValue(number) : Converted(walk, NumberValue(number, Tok::INT64), work.type);
+    return compare ? NumberValue(number) : Converted(walk, NumberValue(number, Tok::INT64), work);
   }
   const int32_t result = walk.procedure.NewTemp();
   const TacOperand first = ValueOf(walk, a);
   const TacOperand second = ValueOf(walk, b);
   Instruction& instruction = CapturePlain(walk, op, first, second, result);
   // Zero-extended 32 bits compare and divide alike in either way; a full register does not.
-  const bool full = work.wide || walk.mnemonics.cpu_bytes == 4;
+  const bool full = wide || walk.mnemonics.cpu_bytes == 4;
   instruction.is_unsigned = (work.is_unsigned && full) || (work.is_unsigned && !compare) || !plain;
-  if (!compare) return Finished(walk, op, result, work);
+  if (!compare) return Finished(walk, op, result, work, a.may_be_wide || (b.may_be_wide && !shift));
   Operand boolean = TempValue(result, ValueType::Basic(Tok::int_));
   boolean.is_boolean = true;
   return boolean;
@@ -269,12 +268,12 @@ Operand UnaryOperation(Walk& walk, Tok op, const Operand& operand) {
                      NumberValue(static_cast<int64_t>(op == Tok::UNARYMINUS ? 0 - bits : ~bits), Tok::INT64),
                      operand.type);
   }
-  const WorkType work = WorkTypeOf(walk, operand, NumberValue(0));
+  const ValueType work = WorkType(walk, operand.type, ValueType::Basic(Tok::int_));
   const Operand exact = op == Tok::NOT && operand.may_be_wide ? Boolean(walk, operand) : operand;
   const TacOperand value = ValueOf(walk, exact);
   const int32_t result = walk.procedure.NewTemp();
   CapturePlain(walk, op, value, {}, result);
-  if (op != Tok::NOT) return Finished(walk, op, result, work);
+  if (op != Tok::NOT) return Finished(walk, op, result, work, operand.may_be_wide);
   Operand boolean = TempValue(result, ValueType::Basic(Tok::int_));
   boolean.is_boolean = true;
   return boolean;

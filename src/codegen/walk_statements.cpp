@@ -128,7 +128,7 @@ void ExecIf(Walk& walk, const STATEMENT_BLOCK* statement) {
   const bool then_valid = has_valid_statements(parts.then_arm);
   const bool else_valid = has_valid_statements(parts.else_arm);
   if (!then_valid && !else_valid) {
-    const std::string text(walk.slot.Sources.LineText(statement->Line));
+    const std::string text(QuotedLine(walk.slot, statement->Line));
     CaptureComment(walk,
                    procedure.Keep(Format("//Source line:%08d :%s", statement->Line.Line, text.c_str())));
     CaptureComment(
@@ -383,7 +383,7 @@ void ExecLabel(Walk& walk, const STATEMENT_BLOCK* statement) {
   Procedure& procedure = walk.procedure;
   const Name* name = statement->Symbol->name;
   if (!IsLabelWanted(procedure, name)) {
-    const std::string text(walk.slot.Sources.LineText(statement->Line));
+    const std::string text(QuotedLine(walk.slot, statement->Line));
     CaptureComment(walk,
                    procedure.Keep(Format("//Source line:%08d :%s", statement->Line.Line, text.c_str())));
     CaptureComment(walk,

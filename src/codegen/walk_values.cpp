@@ -287,7 +287,8 @@ Operand StoreInto(Walk& walk, const Operand& place, const Operand& value) {
   const bool real_target = IsFloatingScalar(place.type);
   // Memory cuts a value by itself; a register that is used again must hold the cut value.
   const bool cut = walk.slot.Target.optimization_level >= 1 || real_target ||
-                   value.kind == Operand::Kind::kReal || value.IsNumber() || place.type.basic == Tok::bool_;
+                   value.kind == Operand::Kind::kReal || value.IsNumber() || value.may_be_wide ||
+                   place.type.basic == Tok::bool_;
   const Operand converted = cut ? Converted(walk, value, place.type) : value;
   if (place.kind == Operand::Kind::kSymbol && place.bit_field == nullptr) {
     CapturePlain(walk, Tok::ASSIGN, SymbolOperand(place.symbol), ValueOf(walk, converted), kNoTemp);

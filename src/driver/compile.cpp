@@ -12,20 +12,23 @@
 #include "base/descriptor.h"
 #include "base/file.h"
 #include "base/format.h"
+#include "base/text_search.h"
 #include "base/trace.h"
 #include "frontend/parser.h"
 #include "frontend/scanner.h"
 #include "interp/interpreter.h"
 #include "lib/sandbox.h"
+#include "output/assembly.h"
+#include "output/pic_rewrite.h"
 
 namespace vorc {
 
 namespace {
 
-// Written beside the source, whatever the mode; the first is the error log.
-constexpr const char* kOutputExtensions[] = {"error", "asm", "code_gen_analysis.txt", "datafile_tac.txt",
+constexpr const char* kErrorLog = "error";
+// All that a run writes beside its source, whatever the mode.
+constexpr const char* kOutputExtensions[] = {kErrorLog, "asm", "code_gen_analysis.txt", "datafile_tac.txt",
                                              "ai_tac_analysis_input.txt"};
-constexpr const char* kRemovedExtension = "ai_tac_analysis_output.txt";
 
 std::string FullPath(const std::string& path) {
   const std::unique_ptr<char, decltype(&std::free)> real(realpath(path.c_str(), nullptr), &std::free);
@@ -55,6 +58,8 @@ class Compilation {
   bool CompileDiskFile();
   bool CompileWithDefines();
   bool ParseDiskFile(const std::string& name);
+  void GenerateCode();
+  bool MakePositionIndependent();
   int Finish();
   int FinishRtl();
 
@@ -63,6 +68,7 @@ class Compilation {
   std::unique_ptr<C_SLOT> slot_;
   Scanner scanner_;
   Interpreter interpreter_;
+  OutputFiles outputs_;
   bool defines_failed_ = false;
 };
 
@@ -103,15 +109,9 @@ bool Compilation::OpenRelatedFiles() {
   for (const char* extension : kOutputExtensions) {
     if (SetFileExt(options_.source, extension) == options_.source) return false;
   }
-  std::remove(SetFileExt(options_.source, kRemovedExtension).c_str());
-  for (const char* extension : kOutputExtensions) std::remove(SetFileExt(options_.source, extension).c_str());
-  if (!slot_->Display.OpenLog(SetFileExt(options_.source, kOutputExtensions[0]))) return false;
-  for (const char* extension : kOutputExtensions) {
-    if (extension == kOutputExtensions[0]) continue;
-    const File file(std::fopen(SetFileExt(options_.source, extension).c_str(), "w+e"));
-    if (file == nullptr) return false;
-  }
-  return true;
+  const std::string error_log = SetFileExt(options_.source, kErrorLog);
+  std::remove(error_log.c_str());
+  return slot_->Display.OpenLog(error_log) && outputs_.Open(options_.source);
 }
 
 bool Compilation::ParseDiskFile(const std::string& name) {
@@ -154,8 +154,35 @@ int Compilation::FinishRtl() {
   return kExitFailure;
 }
 
+// A source without errors becomes code. What can't be written whole is an error of the run.
+void Compilation::GenerateCode() {
+  if (slot_->Display.ErrorCount == 0 && !slot_->IsScript())
+    EmitAssembly(*slot_, outputs_, options_.source, nullptr);
+  if (!outputs_.Close()) {
+    slot_->ErrorAt(SourceLine(), 0, "The output files could not be written.");
+    for (const char* extension : kOutputExtensions) {
+      if (extension != kErrorLog) std::remove(SetFileExt(options_.source, extension).c_str());
+    }
+  }
+  slot_->Display.FlushLog();
+}
+
+bool Compilation::MakePositionIndependent() {
+  const std::string assembly = SetFileExt(options_.source, "asm");
+  PicCounts counts;
+  if (!PicRewriteAsmFile(assembly, options_.target.AddressBytes(), counts)) {
+    WriteErrors(Format("vorc: error: -pic: could not rewrite '%s' for position-independent addressing\n",
+                       assembly.c_str()));
+    return false;
+  }
+  if (!options_.target.quiet) SendOutput(WithoutLineEnd(PicSummary(counts)));
+  return true;
+}
+
 int Compilation::Finish() {
   const Diagnostics& display = slot_->Display;
+  GenerateCode();
+  if (options_.target.pic && display.ErrorCount == 0 && !MakePositionIndependent()) return kExitFailure;
   if (display.ErrorCount == 0 && options_.rtl) return FinishRtl();
   if (display.ErrorCount == 0 && options_.target.script && FindProgramEntryLabel(*slot_) != nullptr) {
     if (!options_.target.quiet) SendOutput("vorc: executing main() ....");
@@ -170,14 +197,6 @@ int Compilation::Finish() {
 }
 
 }  // namespace
-
-std::string SetFileExt(const std::string& path, const std::string& extension) {
-  const size_t slash = path.find_last_of('/');
-  const size_t dot = path.find_last_of('.');
-  const bool has_extension =
-      dot != std::string::npos && (slash == std::string::npos || dot > slash + 1) && dot > 0;
-  return (has_extension ? path.substr(0, dot) : path) + "." + extension;
-}
 
 int RunCompilation(const Options& options) {
   return Compilation(options).Run();

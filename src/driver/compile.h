@@ -1,7 +1,5 @@
 #pragma once
 
-#include <string>
-
 #include "driver/options.h"
 
 namespace vorc {
@@ -12,8 +10,5 @@ inline constexpr int kExitFailure = 1;
 
 /// Compiles, or interprets, the source that the options name. Answers the exit status.
 int RunCompilation(const Options& options);
-
-/// A path with its extension replaced: "a/b.c" and "asm" give "a/b.asm".
-std::string SetFileExt(const std::string& path, const std::string& extension);
 
 }  // namespace vorc

@@ -7,22 +7,20 @@ namespace vorc {
 
 namespace {
 
-constexpr TokenList kTags = {Tok::struct_, Tok::class_, Tok::union_};
 constexpr TokenList kNoOperand = {Tok::RPAREN, Tok::COMMA, Tok::RBRACKET, Tok::SEMICOLON,
                                   Tok::SLASH,  Tok::MOD,   Tok::PLUS,     Tok::ASSIGN};
 
 }  // namespace
 
 bool Parser::AtCastType(const ExprContext& context) const {
-  if (scan_.TokenIn(BasicTypeList) || scan_.TokenIn(kTags)) return true;
+  if (scan_.TokenIn(BasicTypeList) || scan_.TokenIn(TagList)) return true;
   switch (Token()) {
     case Tok::void_:
     case Tok::enum_:
     case Tok::const_:
     case Tok::volatile_: return true;
     case Tok::IDENTIFIER:
-      return FindFactorIdentifier(slot_, context.proc, context.statement, context.block, scan_.WordName())
-          .IsType();
+      return FindVisible(slot_, context.proc, context.statement, context.block, scan_.WordName()).IsType();
     default: return false;
   }
 }
@@ -30,12 +28,11 @@ bool Parser::AtCastType(const ExprContext& context) const {
 // Reads a type and its stars, up to the `)` or to a function pointer's `(`.
 bool Parser::ParseCastType(const ExprContext& context, CAST* cast) {
   TypeSpec type;
-  if (scan_.TokenIn(kTags)) {
+  if (scan_.TokenIn(TagList)) {
     Next();
     if (!AtName()) return Fail(0, "Missing: struct/class/union name");
     type.Struct =
-        FindFactorIdentifier(slot_, context.proc, context.statement, context.block, scan_.WordName())
-            .Struct();
+        FindVisible(slot_, context.proc, context.statement, context.block, scan_.WordName()).Struct();
     if (type.Struct == nullptr) {
       return Fail(54, Format("'%s' is not a struct/class/union", scan_.ClipTok().c_str()));
     }
@@ -49,7 +46,7 @@ bool Parser::ParseCastType(const ExprContext& context, CAST* cast) {
     scope.block = context.block;
     if (!ParseSpecifiers(scope, &type)) return false;
   }
-  for (; At(Tok::STAR); Next()) ++cast->PointerDepth;
+  ParseStars(&cast->PointerDepth);
   cast->TypeToken =
       type.BasicType == Tok::int_ && (type.StorageType & UNSIGNED_VAR) != 0 ? Tok::UINT32 : type.BasicType;
   cast->Typedef = type.Typedef;
@@ -91,20 +88,15 @@ bool Parser::ParseTypeCastNew(const ExprContext& context, ExprChain* chain) {
 bool Parser::ParseSizeof(const ExprContext& context, int64_t* size) {
   Next();
   if (!At(Tok::LPAREN)) return Fail(53, "Missing '('  ");
-  const auto saved = scan_.SaveToken();
   Next();
   if (At(Tok::IDENTIFIER)) {
-    const ConflictResult found =
-        FindFactorIdentifier(slot_, context.proc, context.statement, context.block, scan_.WordName());
+    const FoundName found =
+        FindVisible(slot_, context.proc, context.statement, context.block, scan_.WordName());
     if (!found && !slot_.Services->IsBuiltin(scan_.WordName())) {
       return Fail(55, Format("'%s' is not a data type or a variable name", scan_.ClipTok().c_str()));
     }
   }
-  if (!AtCastType(context)) {
-    scan_.RestoreToken(saved);
-    Next();
-    return SizeofExpression(context, size);
-  }
+  if (!AtCastType(context)) return SizeofExpression(context, size);
   CAST cast;
   if (!ParseCastType(context, &cast)) return false;
   std::vector<int64_t> dimensions;

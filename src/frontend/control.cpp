@@ -12,6 +12,10 @@ bool InBody(const STATEMENT_BLOCK* statement) {
   return statement->ParentCodeBlock == nullptr && statement->ParentStatement == nullptr;
 }
 
+void SetForScope(STATEMENT_BLOCK* part, STATEMENT_BLOCK* first) {
+  part->ForScope = part->EnclosingFor = first;
+}
+
 constexpr TokenList kNoValue = {Tok::SEMICOLON, Tok::RSECONDBRACKET, Tok::END_OF_FILE};
 
 }  // namespace
@@ -70,7 +74,7 @@ bool Parser::ParseFOR(STATEMENT_BLOCK* statement) {
   if (!Expect(Tok::RPAREN, 0, "Missing ')' in 'for' statement.")) return false;
   STATEMENT_BLOCK* body =
       NewDerivedStatementBlock(slot_, statement, "derived as all statements for  the for loop");
-  body->ForScope = first;
+  SetForScope(body, first);
   return ParseArm(body, "Misuse of '%s' in 'for' statement.", 69);
 }
 
@@ -100,10 +104,10 @@ bool Parser::ParseFirstForClause(STATEMENT_BLOCK* clause) {
 
 // Comma-separated expressions up to `end`, each in a statement of its own.
 bool Parser::ParseForClauses(STATEMENT_BLOCK* group, STATEMENT_BLOCK* scope, const char* name, Tok end) {
-  group->ForScope = scope;
+  SetForScope(group, scope);
   while (!At(end)) {
     STATEMENT_BLOCK* part = NewDerivedStatementBlock(slot_, group, name);
-    part->ForScope = scope;
+    SetForScope(part, scope);
     if (!ParseFullExpression(ContextOf(part), &part->Expression)) return false;
     if (!Accept(Tok::COMMA)) break;
   }
@@ -117,11 +121,11 @@ bool Parser::ParseSWITCH(STATEMENT_BLOCK* statement) {
   CODE_BLOCK* block = NewCodeBlock(slot_, statement->OwnerFunction, statement);
   Next();
   const SourceLine line = scan_.Place();
-  if (!ParseCodeBlock(statement->OwnerFunction, block)) return Fail(0, "Missing '}'");
+  if (!ParseCodeBlock(statement->OwnerFunction, block)) return FailBrace(block->Line, 0, "Missing '}'");
   if (block->Statements.First == nullptr) {
     slot_.ErrorAt(line, 0, "Empty 'switch' statement body not allowed.");
   }
-  return Expect(Tok::RSECONDBRACKET, 0, "Missing '}'");
+  return ExpectBrace(block->Line, 0, "Missing '}'");
 }
 
 bool Parser::ParseCase(const Scope& scope) {

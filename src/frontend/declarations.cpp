@@ -7,7 +7,9 @@ namespace vorc {
 
 namespace {
 
-constexpr int kMostDimensions = 128;
+constexpr int16_t kMostPointerLevels = 255;
+constexpr size_t kMostDimensions = 128;
+constexpr const char* kTooManyDimensions = "Error in array declaration. More than 128 dimensions.";
 constexpr int64_t kLargestDimension = INT32_MAX;  // what is too large to hold is told later
 
 struct StorageWord {
@@ -21,7 +23,6 @@ constexpr StorageWord kStorageWords[] = {
 
 constexpr TokenList kUnsignedTypes = {Tok::UINT16, Tok::UINT32, Tok::UINT64,  Tok::UINT128,
                                       Tok::UINT8,  Tok::UINT4,  Tok::UINT256, Tok::UCHAR};
-constexpr TokenList kTags = {Tok::struct_, Tok::class_, Tok::union_};
 
 struct UnsignedForm {
   Tok word;
@@ -46,14 +47,14 @@ bool Reads(const EXPR_NODE* node, const SYM_REC* symbol) {
 }  // namespace
 
 bool Parser::AtTypeStart(const Scope& scope) const {
-  if (scan_.TokenIn(BasicTypeList) || scan_.TokenIn(StorageList) || scan_.TokenIn(kTags)) return true;
+  if (scan_.TokenIn(BasicTypeList) || scan_.TokenIn(StorageList) || scan_.TokenIn(TagList)) return true;
   if (Token() == Tok::void_ || Token() == Tok::enum_) return true;
   if (Token() != Tok::IDENTIFIER) return false;
   if (scope.proc != nullptr) {
     if (auto hit = FindLocalIdentifier(slot_, scope.proc, nullptr, scope.block, scan_.WordName()))
       return hit.IsType();
   }
-  return FindBasicTypeConflictGlobal(slot_, &slot_.Globals, scan_.WordName()).IsType();
+  return FindInScope(slot_, &slot_.Globals, scan_.WordName()).IsType();
 }
 
 bool Parser::ParseSpecifiers(const Scope& scope, TypeSpec* type) {
@@ -78,7 +79,7 @@ bool Parser::ParseSpecifiers(const Scope& scope, TypeSpec* type) {
       type->BasicType = Tok::void_;
       settled = true;
       Next();
-    } else if (scan_.TokenIn(kTags)) {
+    } else if (scan_.TokenIn(TagList)) {
       if (!ParseStructDecl(scope, type)) return false;
       settled = true;
     } else if (At(Tok::enum_)) {
@@ -98,7 +99,7 @@ bool Parser::ParseSpecifiers(const Scope& scope, TypeSpec* type) {
   }
 }
 
-bool Parser::ParseStorageWord(const Scope& scope, TypeSpec* type) {
+void Parser::ParseStorageWord(const Scope& scope, TypeSpec* type) {
   for (const StorageWord& word : kStorageWords) {
     if (!At(word.token)) continue;
     const bool misplaced =
@@ -110,12 +111,13 @@ bool Parser::ParseStorageWord(const Scope& scope, TypeSpec* type) {
     }
   }
   Next();
-  return true;
 }
 
 bool Parser::ParseBasicTypeWord(TypeSpec* type) {
-  const Tok word = Token();
+  Tok word = Token();
   Next();
+  // `long long` is one type.
+  if (word == Tok::long_ && Accept(Tok::long_)) word = Tok::INT64;
   switch (word) {
     case Tok::unsigned_: ParseUnsignedWord(type); return true;
     case Tok::short_:
@@ -139,22 +141,23 @@ void Parser::ParseUnsignedWord(TypeSpec* type) {
     if (!At(form.word)) continue;
     type->BasicType = form.type;
     Next();
+    if (form.word == Tok::long_) Accept(Tok::long_);
     if (form.word == Tok::short_ || form.word == Tok::long_ || form.word == Tok::INT64) Accept(Tok::int_);
     return;
   }
 }
 
 bool Parser::ParseUserTypeName(const Scope& scope, TypeSpec* type) {
-  ConflictResult found;
+  FoundName found;
   if (scope.proc != nullptr)
     found = FindLocalIdentifier(slot_, scope.proc, nullptr, scope.block, scan_.WordName());
-  if (!found) found = FindBasicTypeConflictGlobal(slot_, &slot_.Globals, scan_.WordName());
+  if (!found) found = FindInScope(slot_, &slot_.Globals, scan_.WordName());
   UseNamedType(found, type);
   Next();
   return true;
 }
 
-bool Parser::UseNamedType(const ConflictResult& found, TypeSpec* type) {
+bool Parser::UseNamedType(const FoundName& found, TypeSpec* type) {
   if (found.Typedef() != nullptr) {
     type->BasicType = Tok::IDENTIFIER;
     type->Typedef = found.Typedef();
@@ -187,15 +190,15 @@ bool Parser::ParseDeclaration(const Scope& scope, const FunctionTraits& traits) 
   } else {
     good = good && ParseDeclarators(scope, type, traits);
   }
-  if (!good && scope.kind == Scope::Kind::kMain) Synchronize(BeginList, EofList, DollarListAndFunctionList);
+  if (!good && scope.kind == Scope::Kind::kMain) Synchronize(Begin(), EofList, DollarListAndFunctionList);
   return good;
 }
 
 bool Parser::ParseDeclarators(const Scope& scope, const TypeSpec& type, const FunctionTraits& traits) {
-  while (true) {
+  for (bool first = true;; first = false) {
     const bool starts =
         scan_.TokenIn(ValidVarList) || At(Tok::BITAND) || At(Tok::operator_) || AtDeclaredName();
-    if (!starts) return FailMissingName(scope, type);
+    if (!starts) return FailMissingName(scope, type, first);
     bool function_body = false;
     if (!ParseBasicTypeDecl(scope, type, traits, &function_body)) return false;
     if (function_body) return true;
@@ -204,12 +207,25 @@ bool Parser::ParseDeclarators(const Scope& scope, const TypeSpec& type, const Fu
   }
 }
 
-bool Parser::FailMissingName(const Scope& scope, const TypeSpec& type) {
+// The stars of a declarator; a reference counts like a pointer.
+void Parser::ParseStars(int16_t* depth) {
+  bool told = false;
+  for (; At(Tok::STAR) || At(Tok::BITAND) || At(Tok::const_); Next()) {
+    if (At(Tok::const_)) continue;
+    if (*depth < kMostPointerLevels)
+      ++*depth;
+    else if (!told)
+      told = !Fail(0, Format("More than %d pointer levels.", kMostPointerLevels));
+  }
+}
+
+bool Parser::FailMissingName(const Scope& scope, const TypeSpec& type, bool first) {
   if (scope.by_name) return Fail(45, Format("Invalid variable name: '%s'", scan_.ClipTok().c_str()));
   if (type.BasicType == Tok::enum_) return Fail(29, "Unexpected end in declaration of type 'enum'.");
-  if (kTags.Has(type.BasicType)) {
-    return struct_defined_ ? Fail(14, "Unexpected end of declaration of type 'struct/class'.")
-                           : Fail(20, "Unexpected end in declaration of type 'class/struct'.");
+  if (TagList.Has(type.BasicType)) {
+    if (struct_defined_) return Fail(14, "Unexpected end of declaration of type 'struct/class'.");
+    return first ? Fail(17, "Syntax error in declaration of type 'class/struct'.")
+                 : Fail(20, "Unexpected end in declaration of type 'class/struct'.");
   }
   return Fail(48, Format("Unexpected end of declaration of type '%s'", TypeText(type).c_str()));
 }
@@ -220,7 +236,7 @@ bool Parser::FailMissingSemicolon(const Scope& scope, const TypeSpec& type) {
     return Fail(0, "Missing ';'.");
   }
   if (type.BasicType == Tok::enum_) return Fail(30, "Missing ';' in declaration of type 'enum'.");
-  if (kTags.Has(type.BasicType)) return Fail(19, "Missing ';' in declaration of type 'class/struct'.");
+  if (TagList.Has(type.BasicType)) return Fail(19, "Missing ';' in declaration of type 'class/struct'.");
   if (scope.kind == Scope::Kind::kForClause) {
     return Fail(0, Format("Unexpected expression in for clause: '%s'", scan_.ClipTok().c_str()));
   }
@@ -233,10 +249,7 @@ bool Parser::ParseBasicTypeDecl(const Scope& scope, const TypeSpec& type, const 
                                 bool* function_body) {
   Declarator declarator;
   declarator.type = type;
-  while (At(Tok::STAR) || At(Tok::BITAND) || At(Tok::const_)) {
-    if (!At(Tok::const_)) ++declarator.type.PointerDepth;
-    Next();
-  }
+  ParseStars(&declarator.type.PointerDepth);
   if (At(Tok::LPAREN)) {
     if (!ParseFunctionPointer(scope, &declarator)) return false;
     return true;
@@ -251,6 +264,7 @@ bool Parser::ParseBasicTypeDecl(const Scope& scope, const TypeSpec& type, const 
   if (!AtDeclaredName() && function_only) {
     return Fail(0, Format("Missing function name for the declaration of type '%s'", TypeText(type).c_str()));
   }
+  if (!AtDeclaredName() && TagList.Has(type.BasicType)) return Fail(0, "Missing struct variable name");
   if (!AtDeclaredName()) {
     return Fail(0, Format("Missing variable name for the declaration of type '%s'", TypeText(type).c_str()));
   }
@@ -273,7 +287,7 @@ bool Parser::ParseNamedDeclarator(const Scope& scope, Declarator* declarator, co
 
 bool Parser::DeclareTypedef(const Scope& scope, const Declarator& declarator, FUNCPROTO_REC* function) {
   if (At(Tok::ASSIGN)) return Fail(0, "Can't initialize a typedef");
-  if (auto hit = FindBasicTypeConflictGlobal(slot_, scope.header, declarator.name)) {
+  if (auto hit = FindInScope(slot_, scope.header, declarator.name)) {
     if (!(hit.Symbol() != nullptr && hit.Symbol()->ImplicitExtern)) ShowConflict(hit, declarator.name, false);
   }
   TYPEDEF_REC* record = CreateTypeDef(slot_, scope.header, declarator.name, declarator.type);
@@ -285,9 +299,23 @@ bool Parser::DeclareTypedef(const Scope& scope, const Declarator& declarator, FU
   static_cast<TypeSpec&>(shaped) = declarator.type;
   shaped.name = declarator.name;
   SettleType(slot_, &shaped);
-  SetShape(slot_, &shaped, declarator.dimensions.data(), static_cast<int>(declarator.dimensions.size()));
+  if (shaped.TotalDepth > kMostPointerLevels) {
+    record->PointerDepth = 0;
+    return Fail(0, Format("More than %d pointer levels.", kMostPointerLevels));
+  }
+  if (!ShapeSymbol(&shaped, declarator.dimensions)) return false;
   record->Shape = shaped.Shape;
   return function != nullptr || CheckTypeSize(&shaped);
+}
+
+// Gives a symbol the dimensions of its declarator in front of those of its type.
+bool Parser::ShapeSymbol(SYM_REC* symbol, const std::vector<int64_t>& dimensions) {
+  if (dimensions.empty()) return true;
+  const bool behind = symbol->Typedef != nullptr && symbol->PointerDepth == 0;
+  const size_t more = behind ? static_cast<size_t>(symbol->Typedef->Shape.DimensionCount) : 0;
+  if (dimensions.size() + more > kMostDimensions) return Fail(23, kTooManyDimensions);
+  SetShape(slot_, symbol, dimensions.data(), static_cast<int>(dimensions.size()));
+  return true;
 }
 
 // False after an error if a variable is too large; it goes on as one element then.
@@ -307,6 +335,7 @@ bool Parser::ParseVariable(const Scope& scope, Declarator* declarator, FUNCPROTO
   SYM_REC* existing = nullptr;
   const bool dropped = CheckVariableConflict(scope, *declarator, &existing);
   SYM_REC* symbol = existing;
+  declarator->room = existing == nullptr ? kLargestType : DataRoom(existing);
   if (symbol == nullptr) {
     // A dropped declaration is still read to its end, into a symbol that no scope knows.
     SYMBOLS_HEADER aside;
@@ -320,11 +349,7 @@ bool Parser::ParseVariable(const Scope& scope, Declarator* declarator, FUNCPROTO
     symbol->IsFunctionPointer = true;
     symbol->FunctionPointer = function_pointer;
   }
-  if (!declarator->dimensions.empty()) {
-    // An array that was `extern` so far may not have had its size.
-    symbol->InterpreterData = nullptr;
-    SetShape(slot_, symbol, declarator->dimensions.data(), static_cast<int>(declarator->dimensions.size()));
-  }
+  if (!ShapeSymbol(symbol, declarator->dimensions)) return false;
   symbol->MemberType = scope.owner != nullptr ? scope.owner->CurrentMemberAccess : MEMBER_TYPE_NONE;
   const bool is_void =
       symbol->ValueType == Tok::void_ && symbol->TotalDepth == 0 && !symbol->IsFunctionPointer;
@@ -336,8 +361,9 @@ bool Parser::ParseVariable(const Scope& scope, Declarator* declarator, FUNCPROTO
   }
   if (!CheckTypeSize(symbol)) return false;
   if (At(Tok::COLON)) return ParseBitField(*declarator, symbol);
-  if (At(Tok::ASSIGN)) return ParseInitialValue(scope, symbol);
+  if (At(Tok::ASSIGN)) return ParseInitialValue(scope, *declarator, symbol);
   if (symbol->Shape.UnsizedFirstDimension && scope.InFunction()) return Fail(0, "Unknown array size.");
+  if (!CheckRoom(*declarator, symbol)) return false;
   FinishVariable(scope, symbol);
   return true;
 }
@@ -350,18 +376,20 @@ void Parser::KeepStatic(SYM_REC* symbol) {
 }
 
 void Parser::FinishVariable(const Scope& scope, SYM_REC* symbol) {
+  // An `extern` gets its storage where it is defined or used.
+  if ((symbol->StorageType & EXTERN_VAR) != 0) return;
   const bool lives_on = scope.kind == Scope::Kind::kMain || (symbol->StorageType & STATIC_VAR) != 0;
   if (lives_on && scope.kind != Scope::Kind::kStruct) slot_.Services->AllocateData(symbol);
 }
 
 // True if the new declaration is to be dropped; `existing` is set where it completes an older one.
 bool Parser::CheckVariableConflict(const Scope& scope, const Declarator& declarator, SYM_REC** existing) {
-  ConflictResult hit;
+  FoundName hit;
   if (scope.InFunction()) {
-    hit = FindBasicTypeConflictGlobal(slot_, &scope.proc->ParametersHeader, declarator.name);
+    hit = FindInScope(slot_, &scope.proc->ParametersHeader, declarator.name);
     hit.IsParameter = static_cast<bool>(hit);
   }
-  if (!hit) hit = FindBasicTypeConflictGlobal(slot_, scope.header, declarator.name);
+  if (!hit) hit = FindInScope(slot_, scope.header, declarator.name);
   SYM_REC* old = hit.Symbol();
   if (!hit || (old != nullptr && old->ImplicitExtern)) return false;
   const bool is_extern = (declarator.type.StorageType & EXTERN_VAR) != 0;
@@ -369,7 +397,7 @@ bool Parser::CheckVariableConflict(const Scope& scope, const Declarator& declara
     ShowConflict(hit, declarator.name, true);
     return true;
   }
-  if (old != nullptr && ExternVarConflict(hit) && !hit.IsParameter) {
+  if (old != nullptr && IsExternVariable(hit) && !hit.IsParameter) {
     ShowConflict(hit, declarator.name, true);
     old->StorageType &= static_cast<uint16_t>(~EXTERN_VAR);
     *existing = old;
@@ -387,7 +415,7 @@ bool Parser::CheckVariableConflict(const Scope& scope, const Declarator& declara
   return false;
 }
 
-void Parser::ShowConflict(const ConflictResult& conflict, const Name* name, bool warning) {
+void Parser::ShowConflict(const FoundName& conflict, const Name* name, bool warning) {
   const char* text = name->c_str();
   const SYM_REC* symbol = conflict.Symbol();
   if (warning) return slot_.Warning(Format("Duplicate declaration '%s'", text));
@@ -404,19 +432,30 @@ void Parser::ShowConflict(const ConflictResult& conflict, const Name* name, bool
   }
 }
 
-bool Parser::ParseInitialValue(const Scope& scope, SYM_REC* symbol) {
+// Bytes that an `extern` variable has been given by its uses, which must go on to see the same place.
+int64_t Parser::DataRoom(const SYM_REC* symbol) const {
+  if (symbol->InterpreterData == nullptr) return kLargestType;
+  return symbol->Shape.UnsizedFirstDimension ? kOpenArrayRoom : GetDeclaredDataSize(slot_, symbol);
+}
+
+bool Parser::CheckRoom(const Declarator& declarator, const SYM_REC* symbol) {
+  return GetDeclaredDataSize(slot_, symbol) <= declarator.room ||
+         Fail(0, Format("Array '%s' was used before its size was known.", symbol->name->c_str()));
+}
+
+bool Parser::ParseInitialValue(const Scope& scope, const Declarator& declarator, SYM_REC* symbol) {
   if (scope.kind == Scope::Kind::kStruct) return Fail(81, "Invalid initializer.");
   Next();
   const bool is_static = (symbol->StorageType & STATIC_VAR) != 0;
   if (scope.InFunction() && !is_static) return ParseLocalValue(scope, symbol);
   if (slot_.IsScript() && scope.kind == Scope::Kind::kMain && symbol->Typedef != nullptr) {
-    return ParseScriptValue(symbol);
+    return ParseScriptValue(declarator, symbol);
   }
   ExprContext context;
   context.proc = scope.proc;
   context.block = scope.block;
   context.constant = true;
-  if (!InitializeBasicType(symbol, context)) return false;
+  if (!InitializeBasicType(symbol, context) || !CheckRoom(declarator, symbol)) return false;
   symbol->HasInitializer = true;
   slot_.Services->AllocateData(symbol);
   slot_.Services->InitializeData(symbol);
@@ -449,17 +488,18 @@ bool Parser::ParseLocalValue(const Scope& scope, SYM_REC* symbol) {
 
 // A script's declaration that starts with a type's name runs like its statements, so its initial
 // value may be anything.
-bool Parser::ParseScriptValue(SYM_REC* symbol) {
-  slot_.Services->AllocateData(symbol);
+bool Parser::ParseScriptValue(const Declarator& declarator, SYM_REC* symbol) {
   const Scope scope = MorvScope();
-  return ParseLocalValue(scope, symbol) && RunMorvStatement(scope.statements->Last);
+  const bool good = ParseLocalValue(scope, symbol) && CheckRoom(declarator, symbol);
+  // Not before the values have settled how large it is.
+  slot_.Services->AllocateData(symbol);
+  return good && RunMorvStatement(scope.statements->Last);
 }
 
 bool Parser::ParseArrayDimension(const Scope& scope, std::vector<int64_t>* dimensions) {
   while (At(Tok::LBRACKET)) {
     Next();
-    if (dimensions->size() == kMostDimensions)
-      return Fail(23, "Error in array declaration. More than 128 dimensions.");
+    if (dimensions->size() == kMostDimensions) return Fail(23, kTooManyDimensions);
     if (At(Tok::RBRACKET))
       dimensions->push_back(0);
     else
@@ -490,7 +530,7 @@ bool Parser::ParseTypeDef(const Scope& outer) {
   Next();
   const bool starts = scan_.TokenIn(ValidTypeDefList) || scan_.TokenIn(BasicTypeList);
   const bool good = starts ? ParseDeclaration(scope) : Fail(0, "Syntax error in declaration of 'typedef'.");
-  if (!good && outer.kind == Scope::Kind::kMain) Synchronize(BeginList, EofList);
+  if (!good && outer.kind == Scope::Kind::kMain) Synchronize(Begin(), EofList);
   return good;
 }
 
@@ -540,7 +580,7 @@ bool Parser::ParseEnum(const Scope& scope, TypeSpec* type) {
   ENUM_REC* known = nullptr;
   if (AtName()) {
     tag = scan_.WordName();
-    ConflictResult found = FindFactorIdentifier(slot_, scope.proc, nullptr, scope.block, tag);
+    FoundName found = FindVisible(slot_, scope.proc, nullptr, scope.block, tag);
     known = found.Enum();
     Next();
   }
@@ -551,15 +591,16 @@ bool Parser::ParseEnum(const Scope& scope, TypeSpec* type) {
   }
   if (known != nullptr) slot_.Error(31, "Duplicate enum type '%' declaration.");
   type->Enum = CreateEnumRecord(slot_, scope.TagHeader(), tag);
+  const SourceLine opened = scan_.Place();
   Next();
-  return ParseEnumBody(scope, type->Enum);
+  return ParseEnumBody(scope, type->Enum, opened);
 }
 
-bool Parser::ParseEnumBody(const Scope& scope, ENUM_REC* record) {
+bool Parser::ParseEnumBody(const Scope& scope, ENUM_REC* record, SourceLine opened) {
   int64_t value = 0;
   while (AtDeclaredName()) {
     Name* name = scan_.WordName();
-    const ConflictResult clash = FindBasicTypeConflictGlobal(slot_, scope.TagHeader(), name);
+    const FoundName clash = FindInScope(slot_, scope.TagHeader(), name);
     if (clash) slot_.Error(31, Format("Duplicate declaration of '%s' .", name->c_str()));
     Next();
     if (Accept(Tok::ASSIGN)) {
@@ -574,7 +615,7 @@ bool Parser::ParseEnumBody(const Scope& scope, ENUM_REC* record) {
     InsertEnumItem(slot_, scope.TagHeader(), record, name, value++);
     if (!Accept(Tok::COMMA)) break;
   }
-  return Expect(Tok::RSECONDBRACKET, 28, "Missing '}' in enum declaration.");
+  return ExpectBrace(opened, 28, "Missing '}' in enum declaration.");
 }
 
 }  // namespace vorc

@@ -1,3 +1,4 @@
+#include <cctype>
 #include <cstdlib>
 
 #include "base/format.h"
@@ -10,6 +11,10 @@ namespace {
 // Conditionals that are nested deeper than this in one file count as true.
 constexpr size_t kMostOpenIfs = 1000;
 
+bool IsWordCharacter(char c) {
+  return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_';
+}
+
 constexpr TokenList kOpensConditional = {Tok::PREPROCESS_if, Tok::PREPROCESS_ifdef, Tok::PREPROCESS_ifndef};
 constexpr TokenList kHasBranches = kOpensConditional.With({Tok::PREPROCESS_elif});
 
@@ -17,12 +22,7 @@ constexpr TokenList kHasBranches = kOpensConditional.With({Tok::PREPROCESS_elif}
 
 void Scanner::SkipToEndOfLine() {
   now_.Cursor = now_.LineEnd;
-  now_.Macro = nullptr;
-  now_.MacroItem = nullptr;
-}
-
-void Scanner::NextAfterDirective() {
-  GetComboTokenSkipEol();
+  now_.Macros.Depth = 0;
 }
 
 void Scanner::ParsePound() {
@@ -42,7 +42,7 @@ void Scanner::ParsePound() {
     default: slot_.Error(0, "Syntax error followed by '#'");
   }
   SkipToEndOfLine();
-  NextAfterDirective();
+  GetComboTokenSkipEol();
 }
 
 void Scanner::ParsePreProcessIfs(Tok directive) {
@@ -53,10 +53,10 @@ void Scanner::ParsePreProcessIfs(Tok directive) {
   if (!has_operand) slot_.Error(0, "Syntax error followed by preprocessor statement.");
   std::vector<IfEntry>& ifs = now_.Frame->Ifs;
   const bool value = ifs.size() >= kMostOpenIfs || (has_operand && EvaluateCondition(directive));
-  ifs.push_back({directive, value});
+  ifs.push_back({directive, value, Place()});
   SkipToEndOfLine();
   if (!value) SkipGroup(false);
-  NextAfterDirective();
+  GetComboTokenSkipEol();
 }
 
 // The condition is one token; what stands behind it on the line is not looked at.
@@ -95,11 +95,11 @@ void Scanner::ParsePreProcessElif() {
     SkipGroup(true);
   } else {
     const bool value = has_operand && EvaluateCondition(Tok::PREPROCESS_elif);
-    now_.Frame->Ifs.push_back({Tok::PREPROCESS_elif, value});
+    now_.Frame->Ifs.push_back({Tok::PREPROCESS_elif, value, Place()});
     SkipToEndOfLine();
     if (!value) SkipGroup(false);
   }
-  NextAfterDirective();
+  GetComboTokenSkipEol();
 }
 
 void Scanner::ParsePreProcessElse() {
@@ -109,9 +109,9 @@ void Scanner::ParsePreProcessElse() {
   } else if (now_.Frame->Ifs.back().Value) {
     SkipGroup(true);
   } else {
-    now_.Frame->Ifs.push_back({Tok::PREPROCESS_else, false});
+    now_.Frame->Ifs.push_back({Tok::PREPROCESS_else, false, Place()});
   }
-  NextAfterDirective();
+  GetComboTokenSkipEol();
 }
 
 void Scanner::ParsePreProcessEndif() {
@@ -123,7 +123,7 @@ void Scanner::ParsePreProcessEndif() {
     ifs.pop_back();
     if (opener) break;
   }
-  NextAfterDirective();
+  GetComboTokenSkipEol();
 }
 
 // Passes over lines up to the directive that ends the group; its `#` is what comes next.
@@ -147,13 +147,24 @@ void Scanner::SkipGroup(bool to_endif_only) {
 
 // The directive that the current line holds, or NOTOKEN.
 Tok Scanner::DirectiveOfLine() {
-  ScanBlanks();
-  // Only a comment can stand in front of a directive; other text is not even scanned.
-  if (*now_.Cursor != '#' && *now_.Cursor != '/') return Tok::NOTOKEN;
-  GetTokenSkipComments();
-  if (now_.Token != Tok::POUND) return Tok::NOTOKEN;
-  GetToken();
-  return now_.WordName == nullptr ? Tok::NOTOKEN : PreProcessReserveWord(now_.Word);
+  // Only comments can stand in front of a directive; other text is not even scanned.
+  SkipBlanksAndComments();
+  if (now_.Cursor >= now_.LineEnd || *now_.Cursor != '#') return Tok::NOTOKEN;
+  ++now_.Cursor;
+  SkipBlanksAndComments();
+  const char* start = now_.Cursor;
+  while (now_.Cursor < now_.LineEnd && IsWordCharacter(*now_.Cursor)) ++now_.Cursor;
+  return PreProcessReserveWord({start, static_cast<size_t>(now_.Cursor - start)});
+}
+
+void Scanner::SkipBlanksAndComments() {
+  while (true) {
+    ScanBlanks();
+    if (!std::string_view(now_.Cursor, static_cast<size_t>(now_.LineEnd - now_.Cursor)).starts_with("/*"))
+      return;
+    now_.Cursor += 2;
+    ParseBlockCommentBegin();
+  }
 }
 
 bool Scanner::ReadRtlBlock() {

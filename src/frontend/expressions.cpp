@@ -17,6 +17,11 @@ void SetName(EXPR_NODE* node, Name* name) {
   node->LiteralLength = static_cast<uint32_t>(name->Text.size());
 }
 
+// Where an argument ends, and where its call has ended without a parenthesis.
+constexpr TokenList kEndsArgument = {Tok::COMMA, Tok::RPAREN};
+constexpr TokenList kEndsStatement = {Tok::SEMICOLON, Tok::LSECONDBRACKET, Tok::RSECONDBRACKET,
+                                      Tok::END_OF_FILE};
+
 struct ImmediateForm {
   uint8_t immediate_class;
   uint8_t size;
@@ -165,7 +170,7 @@ bool Parser::CTerm(const ExprContext& context, ExprChain* chain) {
 }
 
 bool Parser::BitAnd_Star(const ExprContext& context, ExprChain* chain) {
-  int16_t stars = 0;
+  int stars = 0;
   bool address = false;
   if (At(Tok::BITAND)) {
     address = true;
@@ -190,12 +195,7 @@ bool Parser::CFactor(const ExprContext& context, ExprChain* chain) {
     case Tok::IDENTIFIER:
     case Tok::this_: return ParseComplexIdentifier(context, chain);
     case Tok::NUMBER:
-      AddNumber(context, chain, Tok::NUMBER,
-                scan_.Word() == "true"    ? "1"
-                : scan_.Word() == "false" ? "0"
-                                          : scan_.Word());
-      break;
-    case Tok::HEXNUMBER: AddNumber(context, chain, Tok::HEXNUMBER, scan_.Word()); break;
+    case Tok::HEXNUMBER: AddNumber(context, chain, Token(), scan_.Word()); break;
     case Tok::REAL_NUMBER: AddRealNumber(context, chain); break;
     case Tok::STRING: AddString(context, chain); break;
     case Tok::SINGLEQUOTE: AddNumberValue(context, chain, scan_.ParseSingleQuote()); break;
@@ -227,17 +227,16 @@ bool Parser::CFactor(const ExprContext& context, ExprChain* chain) {
 }
 
 bool Parser::ParseGroupOrCast(const ExprContext& context, ExprChain* chain) {
-  const auto saved = scan_.SaveToken();
   Next();
   if (AtCastType(context)) return ParseTypeCastNew(context, chain);
-  if (At(Tok::STRING)) {
-    const std::string word = scan_.ClipTok();
-    Next();
-    if (At(Tok::RPAREN)) return Fail(4, Format("Syntax error. '%s'", word.c_str()));
-    scan_.RestoreToken(saved);
-    Next();
-  }
-  return ParseGroup(context, chain);
+  const bool text_alone = At(Tok::STRING) && LookAhead([&] {
+                            Peek();
+                            return At(Tok::RPAREN);
+                          });
+  if (!text_alone) return ParseGroup(context, chain);
+  const std::string word = scan_.ClipTok();
+  Next();
+  return Fail(4, Format("Syntax error. '%s'", word.c_str()));
 }
 
 bool Parser::ParseGroup(const ExprContext& context, ExprChain* chain) {
@@ -275,8 +274,7 @@ bool Parser::ParseComplexIdentifier(const ExprContext& context, ExprChain* chain
     return At(Tok::DOT) || At(Tok::POINTER) ? ParseMemberChain(context, chain, node) : true;
   }
   Name* name = scan_.WordName();
-  const ConflictResult found =
-      FindFactorIdentifier(slot_, context.proc, context.statement, context.block, name);
+  const FoundName found = FindVisible(slot_, context.proc, context.statement, context.block, name);
   Next();
   if (At(Tok::LPAREN)) return ParseCallBehindName(context, chain, name, found);
   if (found.Kind == BindingKind::kEnumElement) {
@@ -309,7 +307,7 @@ bool Parser::ParseIdentifierTail(const ExprContext& context, ExprChain* chain, E
 }
 
 bool Parser::ParseCallBehindName(const ExprContext& context, ExprChain* chain, Name* name,
-                                 const ConflictResult& found) {
+                                 const FoundName& found) {
   FUNCPROTO_REC* function = found.Function();
   SYM_REC* symbol = found.Symbol();
   if (function == nullptr && (symbol == nullptr || symbol->ImplicitExtern)) {
@@ -387,6 +385,7 @@ bool Parser::ParseFunctionCall(const ExprContext& context, EXPR_NODE* call) {
     if (head == nullptr) break;
     *link = head;
     link = &head->NextArgument;
+    if (!kEndsStatement.Has(Token()) && !Synchronize(kEndsArgument, kEndsStatement)) return false;
     if (!At(Tok::COMMA)) break;
     Next();
   }
@@ -396,7 +395,7 @@ bool Parser::ParseFunctionCall(const ExprContext& context, EXPR_NODE* call) {
 bool Parser::ParseCppNewCall(const ExprContext& context, ExprChain* chain) {
   Next();
   if (!AtName()) return Fail(0, "Missing class/struct/union name after 'new'");
-  STRUCT_REC* record = FindBasicTypeConflictGlobal(slot_, &slot_.Globals, scan_.WordName()).Struct();
+  STRUCT_REC* record = FindInScope(slot_, &slot_.Globals, scan_.WordName()).Struct();
   if (record == nullptr) return Fail(0, Format("'%s' is not a class/struct/union", scan_.ClipTok().c_str()));
   EXPR_NODE* node = Append(context, chain, Tok::new_);
   node->NewObject = true;

@@ -35,8 +35,8 @@ bool Parser::ParseFunctionDeclarator(const Scope& scope, const Declarator& decla
   }
   const bool as_friend = traits.is_friend && scope.owner != nullptr;
   SYMBOLS_HEADER* header = as_friend ? &slot_.Globals : scope.header;
-  const ConflictResult clash = FindBasicTypeConflictGlobal(slot_, header, declarator.name);
-  if (NonProcNameConflict(clash)) ShowConflict(clash, declarator.name, false);
+  const FoundName clash = FindInScope(slot_, header, declarator.name);
+  if (IsNoFunction(clash)) ShowConflict(clash, declarator.name, false);
   FUNCPROTO_REC* proto = InsertFuncName(slot_, header, declarator.name, declarator.type);
   proto->Line = declarator.line;
   proto->IsInline = traits.is_inline;
@@ -47,7 +47,7 @@ bool Parser::ParseFunctionDeclarator(const Scope& scope, const Declarator& decla
 
 bool Parser::ParseBasicProcedure(const Scope& scope, FUNCPROTO_REC* proto, bool* function_body) {
   if (!ParseProcedureArgs(proto, scope)) {
-    DeleteFuncPrototype(proto);
+    SupersedePrototype(proto);
     return false;
   }
   if (Accept(Tok::const_)) proto->IsConst = true;
@@ -55,7 +55,7 @@ bool Parser::ParseBasicProcedure(const Scope& scope, FUNCPROTO_REC* proto, bool*
   const bool defining = At(Tok::LSECONDBRACKET);
   if (defining && scope.InFunction()) {
     slot_.Error(0, "Defining procedure within a procedure body is not allowed.");
-    DeleteFuncPrototype(proto);
+    SupersedePrototype(proto);
     SkipToMatchingBrace();
     *function_body = true;
     return true;
@@ -66,12 +66,11 @@ bool Parser::ParseBasicProcedure(const Scope& scope, FUNCPROTO_REC* proto, bool*
     return ParseProcedureBody(proto);
   }
   if (At(Tok::SEMICOLON)) {
-    const auto saved = scan_.SaveToken();
     const int depth = scan_.IncludeDepth();
-    Peek();
-    const bool body =
-        At(Tok::LSECONDBRACKET) && scan_.IncludeDepth() == depth && scope.kind == Scope::Kind::kMain;
-    scan_.RestoreToken(saved);
+    const bool body = scope.kind == Scope::Kind::kMain && LookAhead([&] {
+                        Peek();
+                        return At(Tok::LSECONDBRACKET) && scan_.IncludeDepth() == depth;
+                      });
     if (body) slot_.Error(22, Format("Definition of '%s' ends with ';'", proto->name->c_str()));
   }
   return true;
@@ -93,7 +92,7 @@ FUNCPROTO_REC* Parser::SettleOverload(SYMBOLS_HEADER* header, FUNCPROTO_REC* pro
       continue;
     }
     if (!defining) {
-      DeleteFuncPrototype(proto);
+      SupersedePrototype(proto);
       return other;
     }
     if (other->ProcBody != nullptr) {
@@ -102,7 +101,7 @@ FUNCPROTO_REC* Parser::SettleOverload(SYMBOLS_HEADER* header, FUNCPROTO_REC* pro
     }
     proto->FirstOverload = other->FirstOverload == other ? nullptr : other->FirstOverload;
     for (const FRIEND_NODE* node : other->FriendOf) InsertFriendOf(proto, node->Struct);
-    DeleteFuncPrototype(other);
+    SupersedePrototype(other);
   }
   if (last != nullptr) {
     proto->IsOverload = true;
@@ -122,7 +121,7 @@ bool Parser::ParseProcedureBody(FUNCPROTO_REC* proto) {
   Next();
   ParseProcBody(proto);
   proto->ProcBody->EndLine = scan_.Place();
-  return Expect(Tok::RSECONDBRACKET, 0, "Missing '}'");
+  return ExpectBrace(proto->ProcBody->Line, 0, "Missing '}'");
 }
 
 void Parser::InsertVoidArgument(FUNCPROTO_REC* proto, bool counted) {
@@ -172,9 +171,7 @@ bool Parser::ParseArgumentType(const Scope& scope, TypeSpec* type) {
       return Fail(0, "Missing parameter name for the declaration of type 'unsigned'");
     }
   }
-  for (; At(Tok::STAR) || At(Tok::BITAND) || At(Tok::const_); Next()) {
-    if (!At(Tok::const_)) ++type->PointerDepth;
-  }
+  ParseStars(&type->PointerDepth);
   return true;
 }
 
@@ -219,8 +216,7 @@ bool Parser::InsertArgument(FUNCPROTO_REC* proto, const Scope& scope) {
 
 void Parser::DeclareArgument(FUNCPROTO_REC* proto, const Declarator& declarator,
                              FUNCPROTO_REC* function_pointer) {
-  if (!declarator.name->Text.empty() &&
-      FindBasicTypeConflictGlobal(slot_, &proto->ParametersHeader, declarator.name)) {
+  if (!declarator.name->Text.empty() && FindInScope(slot_, &proto->ParametersHeader, declarator.name)) {
     slot_.Error(0, Format("Duplicate parameter declaration '%s'", declarator.name->c_str()));
   }
   const STRUCT_REC* record = declarator.type.Struct;
@@ -234,10 +230,7 @@ void Parser::DeclareArgument(FUNCPROTO_REC* proto, const Declarator& declarator,
     symbol->IsFunctionPointer = true;
     symbol->FunctionPointer = function_pointer;
   }
-  if (!declarator.dimensions.empty()) {
-    SetShape(slot_, symbol, declarator.dimensions.data(), static_cast<int>(declarator.dimensions.size()));
-  }
-  CheckTypeSize(symbol);
+  if (ShapeSymbol(symbol, declarator.dimensions)) CheckTypeSize(symbol);
   ++proto->ParameterCount;
 }
 
@@ -260,8 +253,8 @@ bool Parser::ParseFunctionSubroutineNamed(SYMBOLS_HEADER* header) {
     SkipToSemicolon();
     return false;
   }
-  const ConflictResult clash = FindBasicTypeConflictGlobal(slot_, header, declarator.name);
-  if (NonProcNameConflict(clash)) ShowConflict(clash, declarator.name, false);
+  const FoundName clash = FindInScope(slot_, header, declarator.name);
+  if (IsNoFunction(clash)) ShowConflict(clash, declarator.name, false);
   FUNCPROTO_REC* proto = InsertFuncName(slot_, header, declarator.name, declarator.type);
   proto->Line = declarator.line;
   proto->DefinedBy = word;

@@ -45,15 +45,11 @@ bool Parser::IsAggregate(const SYM_REC* symbol) const {
   return symbol->Shape.DimensionCount > 0 || (is_struct && At(Tok::LSECONDBRACKET));
 }
 
-INITIALIZER* Parser::InsertNewIntilizerElement(InitializerList* list, InitializerKind kind) {
+INITIALIZER* Parser::InsertNewInitializerElement(InitializerList* list, InitializerKind kind) {
   INITIALIZER* element = slot_.New(slot_.InitializerElements, "initial values");
   element->InitializerType = kind;
   element->Line = scan_.Place();
-  if (list->Last == nullptr)
-    list->First = element;
-  else
-    list->Last->Next = element;
-  list->Last = element;
+  list->Append(element);
   ++list->Count;
   return element;
 }
@@ -71,25 +67,26 @@ bool Parser::InitializeBasicType(SYM_REC* symbol, const ExprContext& context) {
   }
   if (list) {
     INITIALIZER* element =
-        InsertNewIntilizerElement(&symbol->Initializer, INITIALIZER_TYPE_ANOTHER_INTIALIZER_LIST);
-    Next();
-    if (!ParseInitilizerList(&element->List, context)) return false;
+        InsertNewInitializerElement(&symbol->Initializer, INITIALIZER_TYPE_ANOTHER_INTIALIZER_LIST);
+    if (!ParseInitializerList(element, context)) return false;
   } else {
-    if (!scan_.TokenIn(ValidInitlializerList) && !At(Tok::dollar)) return Fail(81, "Invalid initializer.");
-    if (!ParseExpressionIntializer(&symbol->Initializer, context)) return false;
+    if (!scan_.TokenIn(ValidInitializerList) && !At(Tok::dollar)) return Fail(81, "Invalid initializer.");
+    if (!ParseExpressionInitializer(&symbol->Initializer, context)) return false;
   }
-  return VerifyInitilizers(symbol, context);
+  return VerifyInitializers(symbol, context);
 }
 
-bool Parser::ParseExpressionIntializer(InitializerList* list, const ExprContext& context) {
-  INITIALIZER* element = InsertNewIntilizerElement(list, KindOf(Token()));
+bool Parser::ParseExpressionInitializer(InitializerList* list, const ExprContext& context) {
+  INITIALIZER* element = InsertNewInitializerElement(list, KindOf(Token()));
   return ParseFullExpression(context, &element->Expression);
 }
 
-// Elements up to the `}`, which is passed.
-bool Parser::ParseInitilizerList(InitializerList* list, const ExprContext& context) {
+// A `{`, elements, and the `}`, which is passed.
+bool Parser::ParseInitializerList(INITIALIZER* element, const ExprContext& context) {
   const Nesting nesting(*this);
   if (!nesting) return false;
+  InitializerList* list = &element->List;
+  Next();
   bool value_due = true;
   while (!At(Tok::RSECONDBRACKET)) {
     if (At(Tok::COMMA)) {
@@ -97,18 +94,17 @@ bool Parser::ParseInitilizerList(InitializerList* list, const ExprContext& conte
       value_due = true;
       Next();
     } else if (!value_due) {
-      return Fail(79, "Missing '}' in the initializer list.");
+      return FailBrace(element->Line, 79, "Missing '}' in the initializer list.");
     } else if (At(Tok::LSECONDBRACKET)) {
-      INITIALIZER* element = InsertNewIntilizerElement(list, INITIALIZER_TYPE_ANOTHER_INTIALIZER_LIST);
-      Next();
-      if (!ParseInitilizerList(&element->List, context)) return false;
+      INITIALIZER* inner = InsertNewInitializerElement(list, INITIALIZER_TYPE_ANOTHER_INTIALIZER_LIST);
+      if (!ParseInitializerList(inner, context)) return false;
       value_due = false;
-    } else if (scan_.TokenIn(ValidInitlializerList) || At(Tok::dollar)) {
-      if (!ParseExpressionIntializer(list, context)) return false;
+    } else if (scan_.TokenIn(ValidInitializerList) || At(Tok::dollar)) {
+      if (!ParseExpressionInitializer(list, context)) return false;
       value_due = false;
     } else {
-      return Fail(At(Tok::END_OF_FILE) ? 79 : 81,
-                  At(Tok::END_OF_FILE) ? "Missing '}' in the initializer list." : "Invalid initializer.");
+      return At(Tok::END_OF_FILE) ? FailBrace(element->Line, 79, "Missing '}' in the initializer list.")
+                                  : Fail(81, "Invalid initializer.");
     }
   }
   Next();
@@ -116,7 +112,7 @@ bool Parser::ParseInitilizerList(InitializerList* list, const ExprContext& conte
 }
 
 // Checks the values against the variable's shape and settles an open first dimension.
-bool Parser::VerifyInitilizers(SYM_REC* symbol, const ExprContext& context) {
+bool Parser::VerifyInitializers(SYM_REC* symbol, const ExprContext& context) {
   ArrayShape& shape = symbol->Shape;
   int open = 0;
   bool misplaced = false;

@@ -1,5 +1,3 @@
-#include <new>
-
 #include "base/format.h"
 #include "frontend/scanner.h"
 
@@ -7,7 +5,6 @@ namespace vorc {
 
 namespace {
 
-constexpr int kDeepestExpansion = 32;
 // No sane macro comes near this; one that doubles itself at every level would never end.
 constexpr size_t kMostExpandedTokens = 100'000;
 constexpr size_t kMostTokensOfAllMacros = 10'000'000;
@@ -16,25 +13,23 @@ constexpr size_t kMostTokensOfAllMacros = 10'000'000;
 
 // Delivers the next token of an open expansion. False when none is open.
 bool Scanner::GetDefineToken() {
-  while (now_.Macro != nullptr) {
-    const DEFINE_ITEM* item = now_.MacroItem;
+  while (!now_.Macros.empty()) {
+    MacroFrame& frame = now_.Macros.Frames[now_.Macros.Depth - 1];
+    const DEFINE_ITEM* item = frame.Item;
     if (item == nullptr) {
-      now_.MacroItem = now_.Macro->ParentItem;
-      now_.Macro = now_.Macro->Parent;
+      --now_.Macros.Depth;
       continue;
     }
-    now_.MacroItem = item->Next;
-    const MacroFrame& frame = *now_.Macro;
+    frame.Item = item->Next;
     if (frame.Define != nullptr && item->name != nullptr) {
       int parameter = 0;
       for (const DEFINE_ITEM* formal : frame.Define->Parameters) {
         if (formal->name == item->name) break;
         ++parameter;
       }
-      if (parameter < frame.Define->ParameterCount) {
-        const DEFINE_ITEM* actual = frame.Arguments[parameter];
-        if (PushMacroFrame(nullptr, const_cast<DEFINE_ITEM*>(actual), nullptr)) continue;
-      }
+      if (parameter < frame.Define->ParameterCount &&
+          PushMacroFrame({frame.Arguments[parameter], nullptr, nullptr}))
+        continue;
     }
     DeliverItem(item);
     return true;
@@ -56,19 +51,12 @@ void Scanner::DeliverItem(const DEFINE_ITEM* item) {
   if (++all_macro_tokens_ == kMostTokensOfAllMacros) {
     slot_.Fatal(Format("The macros of a source expand to more than %zu tokens.", kMostTokensOfAllMacros));
   }
-  if (slot_.Stopped) {
-    now_.Macro = nullptr;
-    now_.MacroItem = nullptr;
-  }
+  if (slot_.Stopped) now_.Macros.Depth = 0;
 }
 
-bool Scanner::PushMacroFrame(const DEFINE_REC* define, DEFINE_ITEM* first,
-                             const DEFINE_ITEM* const* arguments) {
-  const int depth = now_.Macro == nullptr ? 0 : now_.Macro->Depth + 1;
-  if (depth > kDeepestExpansion) return false;
-  void* memory = slot_.Texts.Allocate(sizeof(MacroFrame), alignof(MacroFrame));
-  now_.Macro = new (memory) MacroFrame{now_.Macro, now_.MacroItem, define, arguments, depth};
-  now_.MacroItem = first;
+bool Scanner::PushMacroFrame(const MacroFrame& frame) {
+  if (now_.Macros.full()) return false;
+  now_.Macros.Frames[now_.Macros.Depth++] = frame;
   return true;
 }
 
@@ -84,7 +72,7 @@ void Scanner::RawTokenSkipEol() {
   while (true) {
     RawToken();
     if (now_.Token != Tok::ENDOFSTRING) return;
-    if (now_.Macro == nullptr) ReadLine();
+    if (now_.Macros.empty()) ReadLine();
   }
 }
 
@@ -104,14 +92,14 @@ void Scanner::GetComboTokenSkipEol() {
 
 // Opens the expansion of the macro whose name is current. False leaves the name as it is.
 bool Scanner::ExpandMacro(const DEFINE_REC* define) {
-  const int depth = now_.Macro == nullptr ? 0 : now_.Macro->Depth + 1;
-  if (depth > kDeepestExpansion) return false;
+  if (now_.Macros.full()) return false;
   const DEFINE_ITEM** arguments = nullptr;
   if (define->Type == DEFINE_TYPE_MACRO && !ParseMacroCall(define, &arguments)) return true;
-  return PushMacroFrame(define, define->Items.First, arguments);
+  return PushMacroFrame({define->Items.First, define, arguments});
 }
 
 bool Scanner::ParseMacroCall(const DEFINE_REC* define, const DEFINE_ITEM*** arguments) {
+  const SourceLine began = Place();
   RawTokenSkipEol();
   if (now_.Token != Tok::LPAREN) {
     slot_.Error(62, "Missing '(' in macro call.");
@@ -126,12 +114,14 @@ bool Scanner::ParseMacroCall(const DEFINE_REC* define, const DEFINE_ITEM*** argu
       RawTokenSkipEol();
     } else if (i + 1 < count) {
       slot_.Error(63, "Argument count mismatch in macro call.");
+      if (now_.Token == Tok::END_OF_FILE) slot_.NoteOpening(began, "The macro call");
       return false;
     }
   }
   if (now_.Token == Tok::RPAREN) return true;
   slot_.Error(63, now_.Token == Tok::COMMA || count == 0 ? "Argument count mismatch in macro call."
                                                          : "Missing ')' in macro call.");
+  if (now_.Token == Tok::END_OF_FILE) slot_.NoteOpening(began, "The macro call");
   return false;
 }
 
@@ -168,7 +158,7 @@ void Scanner::ParseDefine() {
   if (now_.Token != Tok::IDENTIFIER) {
     slot_.Error(0, now_.WordName != nullptr ? "Misuse of reserved words." : "identifier expected");
     SkipToEndOfLine();
-    NextAfterDirective();
+    GetComboTokenSkipEol();
     return;
   }
   Name* name = now_.WordName;
@@ -181,7 +171,7 @@ void Scanner::ParseDefine() {
   if (slot_.DefineRecords.full()) {
     slot_.Error(0, "Not enough memory. define entry failed");
     SkipToEndOfLine();
-    NextAfterDirective();
+    GetComboTokenSkipEol();
     return;
   }
   DEFINE_REC* define = slot_.New(slot_.DefineRecords, "macros");
@@ -194,7 +184,7 @@ void Scanner::ParseDefine() {
   }
   ParseReplacement(define);
   name->Define = define;
-  NextAfterDirective();
+  GetComboTokenSkipEol();
 }
 
 bool Scanner::ParseFormalParameters(DEFINE_REC* define) {
@@ -245,7 +235,7 @@ void Scanner::ParseUndef() {
   else
     now_.WordName->Define = nullptr;
   SkipToEndOfLine();
-  NextAfterDirective();
+  GetComboTokenSkipEol();
 }
 
 }  // namespace vorc

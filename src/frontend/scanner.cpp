@@ -41,6 +41,9 @@ bool IsBlank(char c) {
 bool IsHexDigit(char c) {
   return IsDigit(c) || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
 }
+bool IsAbove127(char c) {
+  return static_cast<unsigned char>(c) > kEndOfFileMark;
+}
 bool EndsLine(char c) {
   return c == '\n' || c == '\0' || c == '\r';
 }
@@ -184,7 +187,7 @@ void Scanner::ScanWord() {
   now_.WordName = slot_.Names.Intern(now_.Word);
   if (now_.BehindDollar) return;
   now_.Token = ReserveWord(now_.WordName);
-  if (now_.Token == Tok::long_ && !joining_long_) JoinDoubleLong();
+  if (now_.Token == Tok::NUMBER) now_.Word = now_.WordName->Reserved == Tok::true_ ? "1" : "0";
   if (now_.Token == Tok::cin_ || now_.Token == Tok::cout_) {
     slot_.Error(0, "cin/cout not supported: use printf/scanf.");
   }
@@ -201,18 +204,6 @@ Tok Scanner::ReserveWord(Name* name) const {
     case Tok::rtlend: return slot_.IsScript() ? token : Tok::IDENTIFIER;
     default: return SizeNamedTypeList.Has(token) && name->IsTypedef ? Tok::IDENTIFIER : token;
   }
-}
-
-// `long long` is one type word.
-void Scanner::JoinDoubleLong() {
-  const State saved = now_;
-  joining_long_ = true;
-  do GetTokenSkipComments();
-  while (now_.Token == Tok::ENDOFSTRING && ReadLine());
-  joining_long_ = false;
-  if (now_.Token != Tok::long_) return RestoreToken(saved);
-  now_.Token = Tok::INT64;
-  now_.Blanks = saved.Blanks;
 }
 
 void Scanner::ScanNumber() {
@@ -251,7 +242,10 @@ void Scanner::ScanOthers() {
     return SetEndOfString();
   }
   if (const Operator* op = FindOperator(start)) return SetToken(op->token, start, start + op->text.size());
-  SetToken(Tok::NOTOKEN, start, start + 1);
+  // Bytes above 127 are pieces of characters that mean nothing by themselves.
+  const char* end = start + 1;
+  while (IsAbove127(*start) && end < now_.LineEnd && IsAbove127(*end)) ++end;
+  SetToken(Tok::NOTOKEN, start, end);
 }
 
 void Scanner::ScanString() {
@@ -271,6 +265,7 @@ void Scanner::ScanString() {
     text += c;
   }
   const bool closed = at < now_.LineEnd;
+  if (!closed) slot_.NoteOpening(Place(), "The text");
   now_.Token = closed ? Tok::STRING : Tok::NOTOKEN;
   now_.Word = {slot_.Texts.Copy(text), text.size()};
   now_.Cursor = closed ? at + 1 : at;
@@ -284,6 +279,7 @@ void Scanner::ScanString() {
 }
 
 void Scanner::ParseBlockCommentBegin() {
+  const SourceLine opened = Place();
   while (true) {
     const std::string_view rest(now_.Cursor, static_cast<size_t>(now_.LineEnd - now_.Cursor));
     const size_t end = rest.find("*/");
@@ -294,6 +290,7 @@ void Scanner::ParseBlockCommentBegin() {
     now_.Cursor = now_.LineEnd;
     if (!ReadLine()) {
       slot_.Error(0, "Unexpected end of file.");
+      slot_.NoteOpening(opened, "The comment");
       return;
     }
   }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <deque>
@@ -21,7 +22,30 @@ using ScanPosition = uint64_t;
 class Scanner {
  private:
   struct FileFrame;
-  struct MacroFrame;
+
+  /// A macro's replacement, or an actual argument's tokens, that is being delivered.
+  struct MacroFrame {
+    const DEFINE_ITEM* Item;   ///< the next one
+    const DEFINE_REC* Define;  ///< null for an argument's tokens
+    const DEFINE_ITEM* const* Arguments;
+  };
+  /// The macros that are open, the innermost last. A copy takes only those.
+  struct MacroStack {
+    static constexpr int kDeepest = 33;
+
+    MacroStack() {}
+    MacroStack(const MacroStack& other) { *this = other; }
+    MacroStack& operator=(const MacroStack& other) {
+      Depth = other.Depth;
+      std::copy_n(other.Frames, Depth, Frames);
+      return *this;
+    }
+    bool empty() const { return Depth == 0; }
+    bool full() const { return Depth == kDeepest; }
+
+    int Depth = 0;
+    MacroFrame Frames[kDeepest];
+  };
 
   // Everything that SaveToken keeps. Frames are never changed once something stands on them, so a
   // state stays good whatever is read after it.
@@ -38,8 +62,7 @@ class Scanner {
     const char* LineEnd = nullptr;
     bool EndOfFile = false;
     long LineNumber = 0;
-    MacroFrame* Macro = nullptr;
-    DEFINE_ITEM* MacroItem = nullptr;
+    MacroStack Macros;
   };
 
  public:
@@ -100,6 +123,7 @@ class Scanner {
   struct IfEntry {
     Tok Token;
     bool Value;
+    SourceLine Line;
   };
   struct FileFrame {
     const SourceText* Source = nullptr;
@@ -111,14 +135,6 @@ class Scanner {
     const char* Cursor = nullptr;
     const char* LineEnd = nullptr;
     long LineNumber = 0;
-  };
-  /// A macro's replacement, or an actual argument's tokens, that is being delivered.
-  struct MacroFrame {
-    MacroFrame* Parent = nullptr;
-    DEFINE_ITEM* ParentItem = nullptr;
-    const DEFINE_REC* Define = nullptr;  ///< null for an argument's tokens
-    const DEFINE_ITEM* const* Arguments = nullptr;
-    int Depth = 0;
   };
 
   // scanner.cpp
@@ -133,7 +149,6 @@ class Scanner {
   void SetToken(Tok token, const char* start, const char* end);
   void SetEndOfString();
   Tok ReserveWord(Name* name) const;
-  void JoinDoubleLong();
   bool SkipComment();
   void ParseBlockCommentBegin();
   void GetTokenSkipComments();
@@ -156,7 +171,7 @@ class Scanner {
   // macros.cpp
   bool GetDefineToken();
   void DeliverItem(const DEFINE_ITEM* item);
-  bool PushMacroFrame(const DEFINE_REC* define, DEFINE_ITEM* first, const DEFINE_ITEM* const* arguments);
+  bool PushMacroFrame(const MacroFrame& frame);
   void RawToken();
   void RawTokenSkipEol();
   bool ExpandMacro(const DEFINE_REC* define);
@@ -179,7 +194,7 @@ class Scanner {
   bool BranchIsOpen() const;
   void SkipGroup(bool to_endif_only);
   Tok DirectiveOfLine();
-  void NextAfterDirective();
+  void SkipBlanksAndComments();
 
   C_SLOT& slot_;
   State now_;
@@ -189,7 +204,6 @@ class Scanner {
   size_t macro_tokens_ = 0;  ///< tokens delivered by macros since the last one from a file
   size_t all_macro_tokens_ = 0;
   int opened_files_ = 0;
-  bool joining_long_ = false;
 };
 
 }  // namespace vorc

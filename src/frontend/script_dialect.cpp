@@ -52,9 +52,9 @@ bool Parser::MorvPROC_ParseStatement(StatementKind kind) {
   const Scope scope = MorvScope();
   STATEMENT_BLOCK* statement = NewStatementBlock(slot_, scope.proc, scope.statements, nullptr);
   statement->StatementType = kind;
-  const bool good = kind == STATEMENT_TYPE_PLAIN ? ParseExpressionStatement(statement, scope)
-                                                 : ParseStatementOfType(statement);
-  if (!good) return Synchronize(BeginList, EofList);
+  const bool good =
+      kind == STATEMENT_TYPE_PLAIN ? ParseExpressionStatement(statement) : ParseStatementOfType(statement);
+  if (!good) return Synchronize(Begin(), EofList);
   return RunMorvStatement(statement);
 }
 
@@ -67,8 +67,8 @@ bool Parser::MorvPROC_ParseIdentifier() {
   return Expect(Tok::SEMICOLON, 0, "Missing ';'");
 }
 
-ConflictResult Parser::FindDollarFactorIdentifier(const ExprContext& context, const Name* name) const {
-  return FindFactorIdentifier(slot_, context.proc, context.statement, context.block, name);
+FoundName Parser::FindDollarFactorIdentifier(const ExprContext& context, const Name* name) const {
+  return FindVisible(slot_, context.proc, context.statement, context.block, name);
 }
 
 // The name under which `$word` is kept: with its sign where a typed variable has taken the word.
@@ -99,11 +99,11 @@ SYM_REC* Parser::FindOrCreateDollar(const ExprContext& context, Name* word) {
 
 // A statement that starts with `$name`.
 bool Parser::ParseDollarVar(const Scope& scope) {
-  const auto saved = scan_.SaveToken();
-  const long line = scan_.LineNumber();
-  Peek();
-  const bool named = scan_.WordName() != nullptr && scan_.LineNumber() == line;
-  scan_.RestoreToken(saved);
+  const bool named = LookAhead([&] {
+    const long line = scan_.LineNumber();
+    Peek();
+    return scan_.WordName() != nullptr && scan_.LineNumber() == line;
+  });
   if (!named) {
     Next();
     return Fail(0, "Missing variable name after '$'.");
@@ -143,7 +143,7 @@ bool Parser::PROC_ParseIObjectDecl(const Scope& scope) {
   if (!SettleLayout(slot_, record)) FailTypeSize(record->name);
   if (!good) return false;
 
-  const ConflictResult clash = FindBasicTypeConflictGlobal(slot_, scope.header, name);
+  const FoundName clash = FindInScope(slot_, scope.header, name);
   if (clash.Symbol() != nullptr && !clash.Symbol()->ImplicitExtern) ShowConflict(clash, name, false);
   TypeSpec type;
   type.BasicType = Tok::struct_;

@@ -12,6 +12,7 @@ namespace vorc {
 namespace {
 
 constexpr int kDeepestInclude = 1000;
+constexpr std::string_view kByteOrderMark = "\xef\xbb\xbf";
 constexpr size_t kLargestSource = size_t{64} << 20;
 // A loaded buffer is kept in lines of this size; longer ones flow on as further lines.
 constexpr size_t kBufferLineLength = 299;
@@ -66,12 +67,14 @@ const Scanner::SourceText* Scanner::LoadFile(const std::string& path) {
 }
 
 void Scanner::AddSource(const std::string& path, std::string text) {
+  if (text.starts_with(kByteOrderMark)) text.erase(0, kByteOrderMark.size());
   StripCarriageReturns(text);
   files_by_path_.emplace(path, slot_.Sources.Add(path, std::move(text)));
 }
 
 void Scanner::LoadSrcFromBuffer(const std::string& name, std::string_view text) {
   if (FindBufferFile(name) != nullptr) return;
+  if (text.starts_with(kByteOrderMark)) text.remove_prefix(kByteOrderMark.size());
   std::string lines;
   size_t length = 0;
   for (size_t i = 0; i < text.size(); ++i) {
@@ -170,10 +173,11 @@ int Scanner::IncludeDepth() const {
 }
 
 void Scanner::ReportOpenIfs(FileFrame* frame) {
-  if (frame->Ifs.empty() || frame->Reported) return;
+  if (frame->Ifs.empty() || frame->Reported || slot_.Muted > 0) return;
   frame->Reported = true;
   slot_.Error(0, "Missing '#endif' or preprocessor statement mismatch.");
   slot_.Error(0, "Unexpected End-of-File...");
+  slot_.NoteOpening(frame->Ifs.back().Line, "The conditional");
 }
 
 void Scanner::ExaminePreProcessorStack() {
@@ -184,12 +188,12 @@ void Scanner::ParseInclude() {
   std::string name;
   if (!ReadIncludeName(&name)) {
     SkipToEndOfLine();
-    NextAfterDirective();
+    GetComboTokenSkipEol();
     return;
   }
   CheckAfterInclude();
   if (!OpenIncludeFile(name)) slot_.Error(0, Format("Can't open: '%s'", name.c_str()));
-  NextAfterDirective();
+  GetComboTokenSkipEol();
 }
 
 bool Scanner::ReadIncludeName(std::string* name) {

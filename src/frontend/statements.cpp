@@ -74,7 +74,8 @@ bool Parser::ParseBodyItem(const Scope& scope) {
     case Tok::LSECONDBRACKET: return ParseNested(scope, STATEMENT_TYPE_NEWBLOCK);
     case Tok::SEMICOLON: Next(); return true;
     case Tok::typedef_: return ParseTypeDef(scope);
-    case Tok::delete_: return ParseDeleteStatement(scope);
+    case Tok::delete_:
+      return ParseDeleteStatement(NewStatementBlock(slot_, scope.proc, scope.statements, scope.block));
     case Tok::case_: return ParseCase(scope);
     case Tok::default_: return ParseDefaultType(scope);
     case Tok::dollar: return ParseDollarVar(scope);
@@ -95,29 +96,31 @@ bool Parser::ParseBodyItem(const Scope& scope) {
 
 bool Parser::ParseBodyIdentifier(const Scope& scope) {
   if (AtTypeStart(scope)) {
-    const auto saved = scan_.SaveToken();
-    Peek();
-    const bool declares =
-        scan_.TokenIn(ValidVarList) || At(Tok::BITAND) || scan_.TokenIn(StorageList) || AtDeclaredName();
-    if (!declares) return Fail(45, Format("Invalid variable name: '%s'", scan_.ClipTok().c_str()));
-    scan_.RestoreToken(saved);
-    return ParseDeclaration(scope);
+    const bool declares = LookAhead([&] {
+      Peek();
+      return scan_.TokenIn(ValidVarList) || At(Tok::BITAND) || scan_.TokenIn(StorageList) || AtDeclaredName();
+    });
+    if (declares) return ParseDeclaration(scope);
+    Next();
+    return Fail(45, Format("Invalid variable name: '%s'", scan_.ClipTok().c_str()));
   }
-  const auto saved = scan_.SaveToken();
-  Peek();
-  const bool label = At(Tok::COLON);
-  scan_.RestoreToken(saved);
+  if (AtMisspeltType(scope)) return SkipMisspeltType(57, kUndeclaredVariable);
+  const bool label = LookAhead([&] {
+    Peek();
+    return At(Tok::COLON);
+  });
   return label ? ParseLabel(scope) : ParsePlainStatement(scope);
 }
 
 bool Parser::ParseLabel(const Scope& scope) {
   Name* name = scan_.WordName();
-  if (FindBasicTypeConflictGlobal(slot_, scope.header, name)) {
+  SYMBOLS_HEADER* labels = &scope.proc->ProcBody->LocalsHeader;
+  if (FindInScope(slot_, scope.header, name) || FindInScope(slot_, labels, name)) {
     slot_.Error(0, Format("Label name conflicts with other symbol names: '%s'", name->c_str()));
   }
   TypeSpec type;
   type.StorageType = LABEL_VAR;
-  SYM_REC* symbol = InsertVarName(slot_, &scope.proc->ProcBody->LocalsHeader, name, type, false);
+  SYM_REC* symbol = InsertVarName(slot_, labels, name, type, false);
   symbol->IsLabel = true;
   STATEMENT_BLOCK* statement = NewStatementBlock(slot_, scope.proc, scope.statements, scope.block);
   statement->StatementType = STATEMENT_TYPE_LABEL;
@@ -127,7 +130,7 @@ bool Parser::ParseLabel(const Scope& scope) {
   return true;
 }
 
-bool Parser::ParseExpressionStatement(STATEMENT_BLOCK* statement, const Scope&) {
+bool Parser::ParseExpressionStatement(STATEMENT_BLOCK* statement) {
   if (!ParseFullExpression(ContextOf(statement), &statement->Expression)) return false;
   if (!At(Tok::SEMICOLON)) return Fail(3, Format("Missing ';' before %s", scan_.ClipTok().c_str()));
   Next();
@@ -135,7 +138,7 @@ bool Parser::ParseExpressionStatement(STATEMENT_BLOCK* statement, const Scope&) 
 }
 
 bool Parser::ParsePlainStatement(const Scope& scope) {
-  return ParseExpressionStatement(NewStatementBlock(slot_, scope.proc, scope.statements, scope.block), scope);
+  return ParseExpressionStatement(NewStatementBlock(slot_, scope.proc, scope.statements, scope.block));
 }
 
 bool Parser::ParseNested(const Scope& scope, StatementKind kind) {
@@ -169,8 +172,8 @@ bool Parser::ParseArmBlock(STATEMENT_BLOCK* arm) {
   arm->StatementType = STATEMENT_TYPE_NEWBLOCK;
   CODE_BLOCK* block = NewCodeBlock(slot_, arm->OwnerFunction, arm);
   Next();
-  if (!ParseCodeBlock(arm->OwnerFunction, block)) return Fail(0, "Missing '}'");
-  return Expect(Tok::RSECONDBRACKET, 0, "Missing '}'");
+  if (!ParseCodeBlock(arm->OwnerFunction, block)) return FailBrace(block->Line, 0, "Missing '}'");
+  return ExpectBrace(block->Line, 0, "Missing '}'");
 }
 
 // The statement behind a condition or a loop's head. A declaration is none.
@@ -186,19 +189,13 @@ bool Parser::ParseArm(STATEMENT_BLOCK* arm, const char* misuse, long code) {
     if (checked && slot_.Display.ErrorCount == 0) CheckSwitchStatementDuplicateCaseValues(slot_, arm);
     return true;
   }
-  Scope scope;
-  scope.kind = Scope::Kind::kBlock;
   switch (Token()) {
     case Tok::SEMICOLON: Next(); return true;
     case Tok::LSECONDBRACKET: return ParseArmBlock(arm);
     case Tok::try_: return SkipTryBlock();
     case Tok::IDENTIFIER:
-    case Tok::dollar: return ParseExpressionStatement(arm, scope);
-    case Tok::delete_:
-      arm->IsDelete = true;
-      Next();
-      if (Accept(Tok::LBRACKET) && !Expect(Tok::RBRACKET, 0, "Missing ']' after 'delete['")) return false;
-      return ParseExpressionStatement(arm, scope);
+    case Tok::dollar: return ParseExpressionStatement(arm);
+    case Tok::delete_: return ParseDeleteStatement(arm);
     default: break;
   }
   if (scan_.TokenIn(kExpressionStart)) {
@@ -208,15 +205,14 @@ bool Parser::ParseArm(STATEMENT_BLOCK* arm, const char* misuse, long code) {
   return Fail(code, Format(misuse, scan_.ClipTok().c_str()));  // NOLINT(clang-diagnostic-format-nonliteral)
 }
 
-bool Parser::ParseDeleteStatement(const Scope& scope) {
-  STATEMENT_BLOCK* statement = NewStatementBlock(slot_, scope.proc, scope.statements, scope.block);
+bool Parser::ParseDeleteStatement(STATEMENT_BLOCK* statement) {
   statement->IsDelete = true;
   Next();
   if (Accept(Tok::LBRACKET)) {
     statement->IsDeleteArray = true;
     if (!Expect(Tok::RBRACKET, 0, "Missing ']' after 'delete['")) return false;
   }
-  return ParseExpressionStatement(statement, scope);
+  return ParseExpressionStatement(statement);
 }
 
 // `try { }` and every `catch ( ) { }` behind it are passed over unread.

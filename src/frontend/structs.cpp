@@ -1,5 +1,3 @@
-#include <new>
-
 #include "base/format.h"
 #include "frontend/parser.h"
 #include "program/layout.h"
@@ -8,6 +6,8 @@
 namespace vorc {
 
 namespace {
+
+constexpr int32_t kMostBases = 1000;
 
 constexpr TokenList kAccessWords = {Tok::public_, Tok::private_, Tok::protected_};
 
@@ -34,10 +34,10 @@ bool Parser::ParseStructDecl(const Scope& scope, TypeSpec* type) {
     tag = scan_.WordName();
     Next();
     if (!At(Tok::LSECONDBRACKET) && !At(Tok::COLON)) {
-      const ConflictResult found = FindFactorIdentifier(slot_, scope.proc, nullptr, scope.block, tag);
+      const FoundName found = FindVisible(slot_, scope.proc, nullptr, scope.block, tag);
       type->Struct = found.Struct();
       if (found.Typedef() != nullptr) type->Struct = found.Typedef()->Struct;
-      if (type->Struct == nullptr && At(Tok::SEMICOLON) && NonProcNameConflict(found)) {
+      if (type->Struct == nullptr && At(Tok::SEMICOLON) && IsNoFunction(found)) {
         return Fail(0, Format("Duplicate definition of symbol '%s'", tag->c_str()));
       }
       if (type->Struct == nullptr)
@@ -59,11 +59,12 @@ bool Parser::ParseStructDecl(const Scope& scope, TypeSpec* type) {
   record->StartLine = scan_.Place();
   if (Accept(Tok::COLON) && !ParseBases(scope, record)) return false;
   if (!At(Tok::LSECONDBRACKET)) return Fail(18, "Syntax error in declaration of type 'class/struct'.");
+  const SourceLine opened = scan_.Place();
   Next();
   ParseStructMembers(scope, record);
   record->EndLine = scan_.Place();
   record->IsForwardDeclared = false;
-  if (!Expect(Tok::RSECONDBRACKET, 15, "Missing '}' in declaration of type 'class/struct'.")) return false;
+  if (!ExpectBrace(opened, 15, "Missing '}' in declaration of type 'class/struct'.")) return false;
   ResolveVirtualReference(record);
   if (!SettleLayout(slot_, record)) FailTypeSize(record->name);
   struct_defined_ = true;
@@ -72,14 +73,13 @@ bool Parser::ParseStructDecl(const Scope& scope, TypeSpec* type) {
 
 STRUCT_REC* Parser::StructForDefinition(const Scope& scope, Name* tag, Tok kind) {
   SYMBOLS_HEADER* header = scope.TagHeader();
-  const ConflictResult found =
-      tag->Text.empty() ? ConflictResult() : FindBasicTypeConflictGlobal(slot_, header, tag);
+  const FoundName found = tag->Text.empty() ? FoundName() : FindInScope(slot_, header, tag);
   if (STRUCT_REC* known = found.Struct()) {
     if (known->IsForwardDeclared && known->This == nullptr) return known;
     slot_.Error(0, Format("Duplicate definition of class/struct/union '%s'", tag->c_str()));
     return nullptr;
   }
-  if (NonProcNameConflict(found)) {
+  if (IsNoFunction(found)) {
     slot_.Error(0, Format("Duplicate definition of symbol '%s'", tag->c_str()));
     return nullptr;
   }
@@ -95,7 +95,7 @@ bool Parser::ParseBases(const Scope& scope, STRUCT_REC* record) {
     }
     if (!AtName()) return Fail(0, Format("'%s' is not a base class/struct type", scan_.ClipTok().c_str()));
     Name* name = scan_.WordName();
-    const ConflictResult found = FindFactorIdentifier(slot_, scope.proc, nullptr, scope.block, name);
+    const FoundName found = FindVisible(slot_, scope.proc, nullptr, scope.block, name);
     STRUCT_REC* base = found.Struct();
     if (found.Typedef() != nullptr) base = found.Typedef()->Struct;
     Next();
@@ -112,6 +112,18 @@ bool Parser::ParseBases(const Scope& scope, STRUCT_REC* record) {
 }
 
 void Parser::Inherit(STRUCT_REC* base, STRUCT_REC* derived, InheritanceKind access) {
+  for (const PARENT_NODE* other : derived->Parents) {
+    if (other->Struct != base) continue;
+    slot_.Error(0, Format("'%s' is a base class/struct of '%s' already", base->name->c_str(),
+                          derived->name->c_str()));
+    return;
+  }
+  // Bases that share a base double with each level; this bounds every walk over them.
+  if (derived->BaseCount + 1 + base->BaseCount > kMostBases) {
+    slot_.Error(0, Format("class/struct '%s' has more than %d bases", derived->name->c_str(), kMostBases));
+    return;
+  }
+  derived->BaseCount += 1 + base->BaseCount;
   const auto check = [&](const Name* name) {
     for (const PARENT_NODE* other : derived->Parents) {
       const MemberResult clash = FindStructMember(slot_, other->Struct, name);
@@ -132,8 +144,7 @@ void Parser::Inherit(STRUCT_REC* base, STRUCT_REC* derived, InheritanceKind acce
     for (const PARENT_NODE* parent : record->Parents) self(self, parent->Struct);
   };
   if (!derived->Parents.empty()) check_all(check_all, base);
-  void* memory = slot_.Texts.Allocate(sizeof(PARENT_NODE), alignof(PARENT_NODE));
-  derived->Parents.Append(new (memory) PARENT_NODE{access, base, nullptr});
+  derived->Parents.Append(slot_.Texts.New<PARENT_NODE>(access, base));
   if (base->DerivedFrom == nullptr) base->DerivedFrom = derived;
 }
 

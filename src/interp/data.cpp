@@ -18,14 +18,15 @@ void Interpreter::AllocateData(SYM_REC* symbol) {
   if (!slot_.IsScript() || symbol->InterpreterData != nullptr || symbol->IsParameter) return;
   if ((symbol->StorageType & EXTERN_VAR) != 0) {
     // An `extern` inside a function is the file's variable of that name.
-    SYM_REC* global = FindBasicTypeConflictGlobal(slot_, &slot_.Globals, symbol->name).Symbol();
+    SYM_REC* global = FindInScope(slot_, &slot_.Globals, symbol->name).Symbol();
     if (global != nullptr && global != symbol && !global->ImplicitExtern) {
       AllocateData(global);
       symbol->InterpreterData = global->InterpreterData;
       return;
     }
   }
-  const auto size = static_cast<size_t>(GetDeclaredDataSize(slot_, symbol));
+  const bool open = symbol->Shape.UnsizedFirstDimension;
+  const auto size = static_cast<size_t>(open ? kOpenArrayRoom : GetDeclaredDataSize(slot_, symbol));
   symbol->InterpreterData = memory_.Allocate(size + kSlack);
   if (symbol->InterpreterData != nullptr) return;
   slot_.ErrorAt(symbol->Line, 0, Format("Variable '%s' does not fit into memory.", symbol->name->c_str()));

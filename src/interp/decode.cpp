@@ -162,8 +162,8 @@ void Decoder::DecodeVariable(SYM_REC* symbol, EXPR_NODE* node, Op* op) {
   op->symbol = symbol;
   op->record = symbol->Struct;
   op->type = symbol->ValueType;
-  op->depth = static_cast<int8_t>(symbol->IsFunctionPointer ? 1 : symbol->TotalDepth);
-  op->dimensions = static_cast<int8_t>(symbol->Shape.DimensionCount);
+  op->depth = static_cast<int16_t>(symbol->IsFunctionPointer ? 1 : symbol->TotalDepth);
+  op->dimensions = symbol->Shape.DimensionCount;
   op->kind = op->dimensions > 0 ? kAddressKind : op->depth > 0 ? kPointerKind : kValueKind;
   if (symbol->OwnerStruct != nullptr) {
     op->storage = Storage::kMember;

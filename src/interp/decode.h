@@ -58,8 +58,8 @@ struct Op {
   bool indexed = false;    ///< its node has an index list
   bool plain_int = false;  ///< an `int` scalar without indices
   uint8_t kind = 0;        ///< 1 address, 2 value, 3 pointer, before indices
-  int8_t depth = 0;        ///< pointer levels
-  int8_t dimensions = 0;
+  int16_t depth = 0;       ///< pointer levels
+  int16_t dimensions = 0;
   Tok type = Tok::NOTOKEN;  ///< basic type of the variable
   int16_t argument_count = 0;
   int16_t index_count = 0;

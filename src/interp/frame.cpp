@@ -23,8 +23,8 @@ int32_t ParameterSize(const C_SLOT& slot, const SYM_REC* parameter) {
   return GetDeclaredDataSize(slot, parameter);
 }
 
-void PlaceScope(const C_SLOT& slot, const SYMBOLS_HEADER& header, int64_t* offset) {
-  for (SYM_REC* symbol : header.Symbols) {
+void PlaceFrom(const C_SLOT& slot, SYM_REC* first, int64_t* offset) {
+  for (SYM_REC* symbol = first; symbol != nullptr; symbol = symbol->Next) {
     if ((symbol->StorageType & kFrameless) != 0) continue;
     *offset += GetDeclaredDataSize(slot, symbol);
     symbol->IsLocal = true;
@@ -46,11 +46,20 @@ void PlaceParameters(const C_SLOT& slot, FUNCPROTO_REC* proto) {
 }
 
 int32_t PlaceLocals(const C_SLOT& slot, FUNCPROTO_REC* proto) {
+  PlacedLocals placed;
+  return PlaceNewLocals(slot, proto, &placed);
+}
+
+int32_t PlaceNewLocals(const C_SLOT& slot, FUNCPROTO_REC* proto, PlacedLocals* placed) {
   PROC_TABLE* body = proto->ProcBody;
-  int64_t offset = 0;
-  PlaceScope(slot, body->LocalsHeader, &offset);
-  for (const CODE_BLOCK* block : body->Blocks) PlaceScope(slot, block->LocalsHeader, &offset);
-  body->LocalSize = Capped(offset);
+  const List<SYM_REC>& locals = body->LocalsHeader.Symbols;
+  PlaceFrom(slot, placed->last == nullptr ? locals.First : placed->last->Next, &placed->bytes);
+  placed->last = locals.Last;
+  CODE_BLOCK* block = placed->last_block == nullptr ? body->Blocks.First : placed->last_block->Next;
+  for (; block != nullptr; block = block->Next)
+    PlaceFrom(slot, block->LocalsHeader.Symbols.First, &placed->bytes);
+  placed->last_block = body->Blocks.Last;
+  body->LocalSize = Capped(placed->bytes);
   return body->LocalSize;
 }
 

@@ -9,12 +9,13 @@
 
 #include "interp/decode.h"
 #include "interp/exec_state.h"
+#include "interp/frame.h"
 #include "interp/memory.h"
 #include "interp/vm_code.h"
 #include "interp/vm_states.h"
 #include "program/initializer_walk.h"
-#include "program/slot.h"
 #include "program/members.h"
+#include "program/slot.h"
 #include "program/symtab.h"
 
 namespace vorc {
@@ -25,8 +26,8 @@ struct Entry {
   Tok number_type = Tok::NOTOKEN;  ///< type of the number
   Tok type = Tok::NOTOKEN;         ///< basic type of the variable
   uint8_t kind = 0;                ///< 1 an address, 2 a value, 3 a pointer
-  int8_t depth = 0;                ///< pointer levels that are left
-  int8_t dimensions = 0;           ///< array dimensions that are left
+  int16_t depth = 0;               ///< pointer levels that are left
+  int16_t dimensions = 0;          ///< array dimensions that are left
   bool is_unsigned = false;
   bool indexed = false;        ///< came straight from an index list
   bool assigned = false;       ///< result of an assignment that ends the expression
@@ -295,6 +296,7 @@ class Interpreter final : public ParseServices {
   uint8_t* exec_states_;  ///< of each statement, by its index: how it ended
 
   Frame frame_;
+  PlacedLocals file_level_locals_;
   const void* host_stack_top_ = nullptr;  ///< where the run began on the host's stack
   SourceLine current_line_;               ///< of the statement that runs
   double return_reg_double_ = 0.0;

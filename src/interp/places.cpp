@@ -175,7 +175,7 @@ bool Interpreter::AddressOf(const EXPR_NODE* node, Entry* entry) {
 void Interpreter::Cast(const EXPR_NODE* node, Entry* entry) {
   const CAST* cast = node->Cast;
   if (!entry->IsVariable() || entry->dimensions > 0 || entry->kind != 3 || cast->PointerDepth == 0) return;
-  entry->depth = static_cast<int8_t>(cast->PointerDepth);
+  entry->depth = cast->PointerDepth;
   entry->record = cast->Struct;
   // Only what reads through the pointer sees the other type.
   const bool read_through = node->Next != nullptr && node->Next->Token == Tok::STAR_REF;
@@ -262,8 +262,8 @@ bool Interpreter::Member(const Op& op, Entry* object) {
   object->symbol = symbol;
   object->record = symbol->Struct;
   object->type = symbol->ValueType;
-  object->depth = static_cast<int8_t>(symbol->IsFunctionPointer ? 1 : symbol->TotalDepth);
-  object->dimensions = static_cast<int8_t>(symbol->Shape.DimensionCount);
+  object->depth = static_cast<int16_t>(symbol->IsFunctionPointer ? 1 : symbol->TotalDepth);
+  object->dimensions = symbol->Shape.DimensionCount;
   object->address = Displaced(base, MemberDataOffset(member));
   Classify(object);
   if (op.index_count == 0) return true;

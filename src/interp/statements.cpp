@@ -57,7 +57,7 @@ bool Interpreter::InterpretScript() {
 // A statement of the file level runs as soon as it has been read, in a frame at the stack's top.
 void Interpreter::RunStatement(STATEMENT_BLOCK* statement) {
   const int64_t top = static_cast<int64_t>(ScriptMemory::kStackWords) - 1;
-  const int64_t locals = PlaceLocals(slot_, statement->OwnerFunction);
+  const int64_t locals = PlaceNewLocals(slot_, statement->OwnerFunction, &file_level_locals_);
   if (locals + 1 > top) {
     slot_.ErrorAt(statement->Line, 0,
                   Format("The script's stack of %d words is used up at file level.",

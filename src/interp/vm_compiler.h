@@ -34,8 +34,8 @@ struct Item {
   Where where = Where::kNowhere;
   Form form = Form::kNone;
   uint8_t kind = 2;  ///< 1 an address, 2 a value, 3 a pointer
-  int8_t depth = 0;
-  int8_t dimensions = 0;
+  int16_t depth = 0;
+  int16_t dimensions = 0;
   Tok type = Tok::NOTOKEN;
   bool is_real = false;
   bool exact = false;        ///< an `int` in every respect, and not just in its low 32 bits

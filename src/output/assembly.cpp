@@ -8,6 +8,7 @@
 #include "codegen/mnemonics.h"
 #include "codegen/passes.h"
 #include "output/data_sections.h"
+#include "program/symtab.h"
 
 namespace vorc {
 
@@ -61,8 +62,8 @@ void ReserveNames(CodegenContext& context) {
 
 void EmitAssembly(C_SLOT& slot, OutputFiles& files, const std::string& source, BlockHook* hook) {
   const Mnemonics mnemonics(slot.Target);
-  CodegenContext context{slot, mnemonics, files.assembly, files.analysis, files.tac, files.ai_input};
-  context.hook = hook;
+  CodegenContext context(slot, mnemonics, files.assembly, files.analysis, files.tac, files.ai_input, hook);
+  context.entry = FindProgramEntryLabel(slot);
   context.label_stem = LabelStem(source);
   ReserveNames(context);
   RenameProcStatics(context);

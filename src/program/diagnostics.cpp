@@ -62,6 +62,12 @@ void Diagnostics::DisplayWarning(std::string_view file, long line, int code, std
   Show(std::move(message));
 }
 
+void Diagnostics::DisplayInfo(std::string_view file, long line, std::string_view text) {
+  std::string message = MessageLine("Info", file, line, 0, text);
+  Log(message);
+  Show(std::move(message));
+}
+
 void Diagnostics::DisplayPrintf(std::string_view file, long line, std::string_view text) {
   std::string message = Format("(lineno=%d) '", static_cast<int>(line));
   message.append(file).append("', ").append(text);

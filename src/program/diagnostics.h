@@ -21,6 +21,8 @@ class Diagnostics {
 
   void DisplayError(std::string_view file, long line, long code, std::string_view text);
   void DisplayWarning(std::string_view file, long line, int code, std::string_view text);
+  /// Adds to an error; not counted.
+  void DisplayInfo(std::string_view file, long line, std::string_view text);
   /// Logged with its place; shown bare, unless quiet.
   void DisplayPrintf(std::string_view file, long line, std::string_view text);
   void DisplayCompilerErrorWarningCount();

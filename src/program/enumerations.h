@@ -8,17 +8,18 @@
 
 namespace vorc {
 
-#define VORC_STATEMENT_TYPES(V)                                                                           \
-  V(STATEMENT_TYPE_PLAIN)                                                                                 \
-  V(STATEMENT_TYPE_RETURN)                                                                                \
-  V(STATEMENT_TYPE_GOTO)                                                                                  \
-  V(STATEMENT_TYPE_IF)                                                                                    \
-  V(STATEMENT_TYPE_NEWBLOCK)                                                                              \
-  V(STATEMENT_TYPE_LABEL)                                                                                 \
-  V(STATEMENT_TYPE_WHILE)                                                                                 \
-  V(STATEMENT_TYPE_DO) V(STATEMENT_TYPE_FOR) V(STATEMENT_TYPE_SWITCH) V(STATEMENT_TYPE_CASE)              \
-      V(STATEMENT_TYPE_DEFAULT) V(STATEMENT_TYPE_BREAK) V(STATEMENT_TYPE_CONTINUE) V(STATEMENT_TYPE_THEN) \
-          V(STATEMENT_TYPE_ELSE)
+#define VORC_STATEMENT_TYPES(V)                                                                     \
+  V(STATEMENT_TYPE_PLAIN)                                                                           \
+  V(STATEMENT_TYPE_RETURN)                                                                          \
+  V(STATEMENT_TYPE_GOTO)                                                                            \
+  V(STATEMENT_TYPE_IF)                                                                              \
+  V(STATEMENT_TYPE_NEWBLOCK)                                                                        \
+  V(STATEMENT_TYPE_LABEL)                                                                           \
+  V(STATEMENT_TYPE_WHILE)                                                                           \
+  V(STATEMENT_TYPE_DO)                                                                              \
+  V(STATEMENT_TYPE_FOR)                                                                             \
+  V(STATEMENT_TYPE_SWITCH) V(STATEMENT_TYPE_CASE) V(STATEMENT_TYPE_DEFAULT) V(STATEMENT_TYPE_BREAK) \
+      V(STATEMENT_TYPE_CONTINUE) V(STATEMENT_TYPE_THEN) V(STATEMENT_TYPE_ELSE)
 
 #define VORC_PARENT_DATA_STRUCTURES(V) \
   V(PARENT_DATA_STRUCTURE_NULL)        \
@@ -50,17 +51,18 @@ namespace vorc {
 #define VORC_CAST_TYPES(V) \
   V(CAST_NONE) V(CAST_BASIC_TYPE) V(CAST_FUNC_PTR_TYPE) V(CAST_TYPEDEF_TYPE) V(CAST_TYPE_STRUCT)
 
-#define VORC_INITIALIZER_TYPES(V)                                                       \
-  V(INITIALIZER_TYPE_NULL)                                                              \
-  V(INITIALIZER_TYPE_NUMBER)                                                            \
-  V(INITIALIZER_TYPE_HEXNUMBER)                                                         \
-  V(INITIALIZER_TYPE_REALNUMBER)                                                        \
-  V(INITIALIZER_TYPE_STRING)                                                            \
-  V(INITIALIZER_TYPE_SYMBOL_ADDRESS)                                                    \
-  V(INITIALIZER_TYPE_ADDRESS)                                                           \
-  V(INITIALIZER_TYPE_BITAND) V(INITIALIZER_TYPE_SINGLEQUOTE) V(INITIALIZER_TYPE_SIZEOF) \
-      V(INITIALIZER_TYPE_LPAREN) V(INITIALIZER_TYPE_PLUS) V(INITIALIZER_TYPE_MINUS)     \
-          V(INITIALIZER_TYPE_ANOTHER_INTIALIZER_LIST)
+#define VORC_INITIALIZER_TYPES(V)                                                                          \
+  V(INITIALIZER_TYPE_NULL)                                                                                 \
+  V(INITIALIZER_TYPE_NUMBER)                                                                               \
+  V(INITIALIZER_TYPE_HEXNUMBER)                                                                            \
+  V(INITIALIZER_TYPE_REALNUMBER)                                                                           \
+  V(INITIALIZER_TYPE_STRING)                                                                               \
+  V(INITIALIZER_TYPE_SYMBOL_ADDRESS)                                                                       \
+  V(INITIALIZER_TYPE_ADDRESS)                                                                              \
+  V(INITIALIZER_TYPE_BITAND)                                                                               \
+  V(INITIALIZER_TYPE_SINGLEQUOTE)                                                                          \
+  V(INITIALIZER_TYPE_SIZEOF) V(INITIALIZER_TYPE_LPAREN) V(INITIALIZER_TYPE_PLUS) V(INITIALIZER_TYPE_MINUS) \
+      V(INITIALIZER_TYPE_ANOTHER_INTIALIZER_LIST)
 
 #define VORC_ENUMERATOR(name) name,
 #define VORC_NAME(name) #name,

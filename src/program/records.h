@@ -79,10 +79,8 @@ struct ArrayShape {
 };
 
 /// Values of a `{ }` list, or the one value of a scalar.
-struct InitializerList {
+struct InitializerList : List<INITIALIZER> {
   int32_t Count = 0;
-  INITIALIZER* First = nullptr;
-  INITIALIZER* Last = nullptr;
 };
 
 struct INITIALIZER {
@@ -159,6 +157,7 @@ struct STRUCT_REC {
   SourceLine EndLine;
   MemberKind CurrentMemberAccess = MEMBER_TYPE_PUBLIC;
   List<PARENT_NODE> Parents;
+  int32_t BaseCount = 0;  ///< of all base objects, those of the bases included
   List<FRIEND_NODE> FriendClasses;
   SYMBOLS_HEADER MembersHeader;
   SYM_REC* This = nullptr;
@@ -211,10 +210,7 @@ struct FUNCPROTO_REC {
   FUNCPROTO_REC* Next = nullptr;
 };
 
-struct StatementList {
-  STATEMENT_BLOCK* First = nullptr;
-  STATEMENT_BLOCK* Last = nullptr;
-};
+using StatementList = List<STATEMENT_BLOCK>;
 
 struct PROC_TABLE {
   int64_t Index = -1;
@@ -256,7 +252,8 @@ struct STATEMENT_BLOCK {
   CODE_BLOCK* ParentCodeBlock = nullptr;
   STATEMENT_BLOCK* ParentStatement = nullptr;  ///< of a derived statement
   FUNCPROTO_REC* OwnerFunction = nullptr;
-  STATEMENT_BLOCK* ForScope = nullptr;  ///< first clause whose names are visible here
+  STATEMENT_BLOCK* ForScope = nullptr;      ///< first clause of a `for` that this is a part of
+  STATEMENT_BLOCK* EnclosingFor = nullptr;  ///< nearest first clause whose names are visible here
   SourceLine Line;
   SourceLine EndLine;
   STATEMENT_BLOCK* Next = nullptr;
@@ -287,7 +284,7 @@ struct EXPR_NODE {
   bool IsMember = false;  ///< a name behind `.` or `->`
   bool IsObject = false;  ///< stands in front of `.` or `->`
   bool HasCall = false;   ///< a call behind this name
-  int16_t StarRefCount = 0;
+  int32_t StarRefCount = 0;
   uint32_t LiteralLength = 0;  ///< a text may hold zeros
   const char* Literal = nullptr;
   Name* name = nullptr;

@@ -5,7 +5,7 @@
 namespace vorc {
 
 void C_SLOT::ErrorAt(SourceLine line, long code, std::string_view text) {
-  if (!Stopped) Display.DisplayError(Sources.FileName(line), line.Line, code, text);
+  if (!Stopped && Muted == 0) Display.DisplayError(Sources.FileName(line), line.Line, code, text);
 }
 
 void C_SLOT::Warning(std::string_view text) {
@@ -13,10 +13,17 @@ void C_SLOT::Warning(std::string_view text) {
 }
 
 void C_SLOT::WarningAt(SourceLine line, std::string_view text) {
-  if (!Stopped) Display.DisplayWarning(Sources.FileName(line), line.Line, 0, text);
+  if (!Stopped && Muted == 0) Display.DisplayWarning(Sources.FileName(line), line.Line, 0, text);
+}
+
+void C_SLOT::NoteOpening(SourceLine line, std::string_view what) {
+  if (Stopped || Muted > 0) return;
+  Display.DisplayInfo(Sources.FileName(line), line.Line,
+                      std::string(what) + " that begins here is never closed.");
 }
 
 void C_SLOT::Fatal(std::string_view text) {
+  Muted = 0;
   Error(0, text);
   Stopped = true;
 }

@@ -37,13 +37,17 @@ inline constexpr size_t kExpressions = 800'000;
 inline constexpr size_t kDeclSequence = 400'000;
 }  // namespace capacity
 
+/// Room for an `extern` array that is used before its definition tells its size.
+inline constexpr int32_t kOpenArrayRoom = 64 * 1024;
+
 /// What the parser asks of the stage behind it: storage for what a script declares, and the
 /// execution of a file-level statement while the file is still being read.
 class ParseServices {
  public:
   virtual ~ParseServices() = default;
 
-  /// Gives a global or static its zeroed storage, once.
+  /// Gives a global or static its zeroed storage, once; an array whose size isn't known yet gets
+  /// `kOpenArrayRoom` bytes.
   virtual void AllocateData(SYM_REC* symbol) = 0;
   /// Fills a global's or static's storage from its initializer.
   virtual void InitializeData(SYM_REC* symbol) = 0;
@@ -92,6 +96,7 @@ struct C_SLOT {
   /// Lines of embedded hardware blocks, without their ends; an empty one closes each block.
   std::vector<std::string_view> RtlLines;
   int RtlBlocks = 0;
+  int Muted = 0;         ///< above 0 while the scanner looks ahead: what it finds is told later
   bool Stopped = false;  ///< an error ended the compilation: nothing more is read
 
   /// A new record. A full table stops the compilation with one error; the record is then a spare.
@@ -108,6 +113,8 @@ struct C_SLOT {
   void ErrorAt(SourceLine line, long code, std::string_view text);
   void Warning(std::string_view text);
   void WarningAt(SourceLine line, std::string_view text);
+  /// Says where something begins that is never closed; counts as nothing.
+  void NoteOpening(SourceLine line, std::string_view what);
   /// One last error; the scanner then delivers nothing but the end of the file.
   void Fatal(std::string_view text);
 

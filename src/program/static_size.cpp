@@ -84,7 +84,7 @@ void TypeWalk::Binary(OperatorKind kind) {
   if (kind == OperatorKind::kCompare || kind == OperatorKind::kLogic)
     left = ValueType::Basic(Tok::int_);
   else
-    left = CommonType(slot_, left, right);
+    left = CommonType(slot_, left, kind == OperatorKind::kShift ? left : right);
 }
 
 void TypeWalk::Choose(const EXPR_NODE* node) {

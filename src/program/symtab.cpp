@@ -21,10 +21,13 @@ bool SkippedFunction(const Binding* binding) {
          static_cast<FUNCPROTO_REC*>(binding->Record)->PrototypeOnly;
 }
 
+constexpr int kMadeUp = 9;
+constexpr int kNothing = 10;
+
 // The order in which kinds hide each other. A name that a call made up gives way to anything real.
 int Rank(const Binding* binding) {
   switch (binding->Kind) {
-    case BindingKind::kSymbol: return static_cast<SYM_REC*>(binding->Record)->ImplicitExtern ? 9 : 0;
+    case BindingKind::kSymbol: return static_cast<SYM_REC*>(binding->Record)->ImplicitExtern ? kMadeUp : 0;
     case BindingKind::kFunction: return 1;
     case BindingKind::kTypedef: return 2;
     case BindingKind::kStruct: return 3;
@@ -32,7 +35,7 @@ int Rank(const Binding* binding) {
     case BindingKind::kEnumElement: return 5;
     case BindingKind::kNone: break;
   }
-  return 10;
+  return kNothing;
 }
 
 FuncRetKind GetRetType(const TypeSpec& type) {
@@ -178,11 +181,7 @@ STATEMENT_BLOCK* NewStatementBlock(C_SLOT& slot, FUNCPROTO_REC* proto, Statement
   statement->OwnerFunction = proto;
   statement->ParentCodeBlock = block;
   statement->Line = slot.Place;
-  if (list->Last == nullptr)
-    list->First = statement;
-  else
-    list->Last->Next = statement;
-  list->Last = statement;
+  list->Append(statement);
   return statement;
 }
 
@@ -191,6 +190,7 @@ STATEMENT_BLOCK* NewDerivedStatementBlock(C_SLOT& slot, STATEMENT_BLOCK* parent,
       NewStatementBlock(slot, parent->OwnerFunction, &parent->ChildStatements, parent->ParentCodeBlock);
   statement->DerivedName = name;
   statement->ParentStatement = parent;
+  statement->EnclosingFor = parent->EnclosingFor;
   return statement;
 }
 
@@ -226,55 +226,52 @@ void SetShape(C_SLOT& slot, SYM_REC* symbol, const int64_t* dimensions, int coun
   symbol->Shape.UnsizedFirstDimension = all[0] == 0;
 }
 
-void DeleteFuncPrototype(FUNCPROTO_REC* proto) {
+void SupersedePrototype(FUNCPROTO_REC* proto) {
   proto->PrototypeOnly = true;
 }
 
-ConflictResult FindBasicTypeConflictGlobal(const C_SLOT& slot, const SYMBOLS_HEADER* header,
-                                           const Name* name) {
+FoundName FindInScope(const C_SLOT& slot, const SYMBOLS_HEADER* header, const Name* name) {
   const Binding* best = nullptr;
   for (const Binding* at = slot.Index.Find(header, name); at != nullptr; at = at->Next) {
     if (SkippedFunction(at)) continue;
     if (best == nullptr || Rank(at) < Rank(best)) best = at;
   }
   if (best == nullptr) return {};
-  ConflictResult result;
+  FoundName result;
   result.Kind = best->Kind;
   result.Record = best->Record;
   return result;
 }
 
-ConflictResult FindLocalIdentifier(const C_SLOT& slot, const FUNCPROTO_REC* proto,
-                                   const STATEMENT_BLOCK* statement, const CODE_BLOCK* block,
-                                   const Name* name) {
+FoundName FindLocalIdentifier(const C_SLOT& slot, const FUNCPROTO_REC* proto,
+                              const STATEMENT_BLOCK* statement, const CODE_BLOCK* block, const Name* name) {
   if (block == nullptr && statement != nullptr) block = statement->ParentCodeBlock;
   while (statement != nullptr || block != nullptr) {
-    for (; statement != nullptr; statement = statement->ParentStatement) {
-      const STATEMENT_BLOCK* clause = statement->ForScope;
-      if (clause == nullptr || clause->Block == nullptr) continue;
-      if (auto hit = FindBasicTypeConflictGlobal(slot, &clause->Block->LocalsHeader, name)) return hit;
+    const STATEMENT_BLOCK* clause = statement == nullptr ? nullptr : statement->EnclosingFor;
+    for (; clause != nullptr; clause = clause->ParentStatement->EnclosingFor) {
+      if (clause->Block == nullptr) continue;
+      if (auto hit = FindInScope(slot, &clause->Block->LocalsHeader, name)) return hit;
     }
     if (block == nullptr) break;
-    if (auto hit = FindBasicTypeConflictGlobal(slot, &block->LocalsHeader, name)) return hit;
+    if (auto hit = FindInScope(slot, &block->LocalsHeader, name)) return hit;
     statement = block->ParentStatement;
     block = statement == nullptr ? nullptr : statement->ParentCodeBlock;
   }
   if (proto == nullptr) return {};
-  if (auto hit = FindBasicTypeConflictGlobal(slot, &proto->ParametersHeader, name)) {
+  if (auto hit = FindInScope(slot, &proto->ParametersHeader, name)) {
     hit.IsParameter = true;
     return hit;
   }
   if (proto->ProcBody == nullptr) return {};
-  return FindBasicTypeConflictGlobal(slot, &proto->ProcBody->LocalsHeader, name);
+  return FindInScope(slot, &proto->ProcBody->LocalsHeader, name);
 }
 
-ConflictResult FindFactorIdentifier(const C_SLOT& slot, const FUNCPROTO_REC* proto,
-                                    const STATEMENT_BLOCK* statement, const CODE_BLOCK* block,
-                                    const Name* name) {
+FoundName FindVisible(const C_SLOT& slot, const FUNCPROTO_REC* proto, const STATEMENT_BLOCK* statement,
+                      const CODE_BLOCK* block, const Name* name) {
   if (auto hit = FindLocalIdentifier(slot, proto, statement, block, name)) return hit;
   if (proto != nullptr && proto->OwnerClass != nullptr) {
     const MemberResult member = FindStructMember(slot, proto->OwnerClass, name);
-    ConflictResult hit;
+    FoundName hit;
     if (member.Symbol != nullptr) {
       hit.Kind = BindingKind::kSymbol;
       hit.Record = member.Symbol;
@@ -286,7 +283,7 @@ ConflictResult FindFactorIdentifier(const C_SLOT& slot, const FUNCPROTO_REC* pro
       return hit;
     }
   }
-  return FindBasicTypeConflictGlobal(slot, &slot.Globals, name);
+  return FindInScope(slot, &slot.Globals, name);
 }
 
 FUNCPROTO_REC* FindFunction(const C_SLOT& slot, const SYMBOLS_HEADER* header, const Name* name) {
@@ -304,11 +301,11 @@ FUNCPROTO_REC* FindProgramEntryLabel(const C_SLOT& slot) {
   return nullptr;
 }
 
-bool ExternVarConflict(const ConflictResult& result) {
+bool IsExternVariable(const FoundName& result) {
   return result.Symbol() != nullptr && (result.Symbol()->StorageType & EXTERN_VAR) != 0;
 }
 
-bool NonProcNameConflict(const ConflictResult& result) {
+bool IsNoFunction(const FoundName& result) {
   if (result.Symbol() != nullptr && result.Symbol()->ImplicitExtern) return false;
   return result.Kind != BindingKind::kNone && result.Kind != BindingKind::kFunction;
 }

@@ -10,7 +10,7 @@
 namespace vorc {
 
 /// What a lookup found: the kind of declaration and its record.
-struct ConflictResult {
+struct FoundName {
   BindingKind Kind = BindingKind::kNone;
   void* Record = nullptr;
   bool IsParameter = false;
@@ -55,26 +55,23 @@ void SettleType(C_SLOT& slot, SYM_REC* symbol);
 /// Gives a symbol an array shape; the dimensions of its typedef come behind its own.
 void SetShape(C_SLOT& slot, SYM_REC* symbol, const int64_t* dimensions, int count);
 /// Marks a prototype as one that lookups pass over.
-void DeleteFuncPrototype(FUNCPROTO_REC* proto);
+void SupersedePrototype(FUNCPROTO_REC* proto);
 
 // --- lookups --------------------------------------------------------------------------------
 
 /// The first declaration of a name in one scope: symbols, functions, typedefs, structs, enums.
-ConflictResult FindBasicTypeConflictGlobal(const C_SLOT& slot, const SYMBOLS_HEADER* header,
-                                           const Name* name);
+FoundName FindInScope(const C_SLOT& slot, const SYMBOLS_HEADER* header, const Name* name);
 /// A variable by its name, from a place in a function outward to the file level.
-ConflictResult FindFactorIdentifier(const C_SLOT& slot, const FUNCPROTO_REC* proto,
-                                    const STATEMENT_BLOCK* statement, const CODE_BLOCK* block,
-                                    const Name* name);
+FoundName FindVisible(const C_SLOT& slot, const FUNCPROTO_REC* proto, const STATEMENT_BLOCK* statement,
+                      const CODE_BLOCK* block, const Name* name);
 /// The same walk, from blocks to parameters and locals only.
-ConflictResult FindLocalIdentifier(const C_SLOT& slot, const FUNCPROTO_REC* proto,
-                                   const STATEMENT_BLOCK* statement, const CODE_BLOCK* block,
-                                   const Name* name);
+FoundName FindLocalIdentifier(const C_SLOT& slot, const FUNCPROTO_REC* proto,
+                              const STATEMENT_BLOCK* statement, const CODE_BLOCK* block, const Name* name);
 /// The function of a name, superseded prototypes passed over.
 FUNCPROTO_REC* FindFunction(const C_SLOT& slot, const SYMBOLS_HEADER* header, const Name* name);
 FUNCPROTO_REC* FindProgramEntryLabel(const C_SLOT& slot);
 /// True if the record is a variable declared `extern`.
-bool ExternVarConflict(const ConflictResult& result);
-bool NonProcNameConflict(const ConflictResult& result);
+bool IsExternVariable(const FoundName& result);
+bool IsNoFunction(const FoundName& result);
 
 }  // namespace vorc

@@ -15,13 +15,14 @@ const TokenList BasicTypeList = SizeNamedTypeList.With(
     {Tok::float_, Tok::double_, Tok::longdouble, Tok::char_, Tok::unsigned_, Tok::long_, Tok::int_,
      Tok::short_, Tok::BIT, Tok::UCHAR, Tok::bool_, Tok::wchar_t_});
 
+const TokenList TagList = {Tok::struct_, Tok::class_, Tok::union_};
+
 const TokenList StorageList = {Tok::const_,    Tok::volatile_, Tok::static_,
                                Tok::register_, Tok::auto_,     Tok::extern_};
 
 namespace {
 
-const TokenList kTagList = {Tok::struct_, Tok::class_, Tok::union_};
-const TokenList kTypeStart = BasicTypeList.With(kTagList).With({Tok::void_, Tok::enum_, Tok::IDENTIFIER});
+const TokenList kTypeStart = BasicTypeList.With(TagList).With({Tok::void_, Tok::enum_, Tok::IDENTIFIER});
 const TokenList kUnsupported = {Tok::try_, Tok::throw_, Tok::template_, Tok::using_, Tok::namespace_};
 const TokenList kExpressionStart = {Tok::LPAREN, Tok::STAR, Tok::PLUS_PLUS, Tok::MINUS_MINUS, Tok::this_};
 const TokenList kControl = {Tok::for_, Tok::while_, Tok::switch_, Tok::do_, Tok::goto_, Tok::if_};
@@ -33,7 +34,7 @@ const TokenList EofProcList = {Tok::RSECONDBRACKET};
 const TokenList DollarListAndFunctionList = {Tok::dollar, Tok::function_, Tok::subroutine_};
 const TokenList ValidVarList = {Tok::STAR, Tok::IDENTIFIER, Tok::LPAREN};
 const TokenList ValidBitFieldType = {Tok::int_, Tok::long_, Tok::INT32};
-const TokenList ValidInitlializerList = {
+const TokenList ValidInitializerList = {
     Tok::BITAND,  Tok::IDENTIFIER, Tok::SINGLEQUOTE, Tok::NUMBER, Tok::HEXNUMBER, Tok::REAL_NUMBER,
     Tok::sizeof_, Tok::LPAREN,     Tok::PLUS,        Tok::MINUS,  Tok::STRING,    Tok::LSECONDBRACKET,
     Tok::TILDA,   Tok::NOT,        Tok::STAR,        Tok::this_};

@@ -56,6 +56,8 @@ class TokenList {
 extern const TokenList BasicTypeList;
 // Types named for their size; a program may define such a name itself.
 extern const TokenList SizeNamedTypeList;
+// `struct`, `class` and `union`.
+extern const TokenList TagList;
 // Words that can stand in front of a type.
 extern const TokenList StorageList;
 
@@ -64,7 +66,7 @@ extern const TokenList EofProcList;
 extern const TokenList DollarListAndFunctionList;
 extern const TokenList ValidVarList;
 extern const TokenList ValidBitFieldType;
-extern const TokenList ValidInitlializerList;
+extern const TokenList ValidInitializerList;
 extern const TokenList ValidTypeDefList;
 extern const TokenList ArgumentTypesList;
 extern const TokenList StructBodyList;

@@ -114,7 +114,12 @@ ValueType CommonType(const C_SLOT& slot, const ValueType& left, const ValueType&
   const ValueType& wider = right.Size(slot) > left.Size(slot) && !left.IsArray() ? right : left;
   if (wider.IsArray()) return wider.Element().Pointer();
   const ValueType plain = ValueType::Basic(Tok::int_);
-  return wider.Size(slot) > plain.Size(slot) || wider.IsReal() || wider.IsPointer() ? wider : plain;
+  if (wider.IsReal() || wider.IsPointer() || wider.IsStruct()) return wider;
+  if (wider.Size(slot) < plain.Size(slot)) return plain;
+  ValueType type = wider;
+  for (const ValueType* operand : {&left, &right})
+    type.is_unsigned |= operand->is_unsigned && operand->Size(slot) == wider.Size(slot);
+  return type;
 }
 
 }  // namespace vorc

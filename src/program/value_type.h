@@ -44,7 +44,8 @@ struct ValueType {
   int64_t Size(const C_SLOT& slot) const;
 };
 
-/// The type that an arithmetic operator gives its result: the wider operand's, and at least an int.
+/// The type that an arithmetic operator gives its result: the wider operand's, and at least an int; unsigned
+/// if an operand of that width is.
 ValueType CommonType(const C_SLOT& slot, const ValueType& left, const ValueType& right);
 
 }  // namespace vorc

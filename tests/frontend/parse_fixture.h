@@ -31,10 +31,10 @@ class ParsedSource : public ParseServices {
   bool IsBuiltin(const Name*) override { return false; }
 
   SYM_REC* Variable(const std::string& name) {
-    return FindBasicTypeConflictGlobal(*slot, &slot->Globals, slot->Names.Intern(name)).Symbol();
+    return FindInScope(*slot, &slot->Globals, slot->Names.Intern(name)).Symbol();
   }
   STRUCT_REC* Struct(const std::string& name) {
-    return FindBasicTypeConflictGlobal(*slot, &slot->Globals, slot->Names.Intern(name)).Struct();
+    return FindInScope(*slot, &slot->Globals, slot->Names.Intern(name)).Struct();
   }
   FUNCPROTO_REC* Function(const std::string& name) {
     return FindFunction(*slot, &slot->Globals, slot->Names.Intern(name));

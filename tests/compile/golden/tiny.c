@@ -1,0 +1,4 @@
+int twice(int a)
+{
+  return a + a;
+}

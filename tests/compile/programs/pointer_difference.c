@@ -1,0 +1,4 @@
+// calls: ints(); bytes()
+int data[8];
+int ints() { int *p; int *q; p = &data[1]; q = &data[6]; return q - p; }
+int bytes() { char s[10]; char *p; char *q; p = s; q = &s[7]; return q - p; }

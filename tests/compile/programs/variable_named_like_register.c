@@ -1,0 +1,6 @@
+// calls: run(3); pc(4)
+int status = 5;
+int lr;
+int r5;
+int pc(int sp) { r5 = sp; lr = r5 + status; return lr; }
+int run(int r1) { int gpr2; gpr2 = r1 + status; return gpr2 * 10 + pc(r1); }

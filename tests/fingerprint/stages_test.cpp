@@ -1,0 +1,211 @@
+#include <gtest/gtest.h>
+
+#include <bit>
+#include <cmath>
+#include <set>
+
+#include "fingerprint/angles.h"
+#include "fingerprint/binarize.h"
+#include "fingerprint/equalize.h"
+#include "fingerprint/feature_extract.h"
+#include "fingerprint/histograms.h"
+#include "fingerprint/orientations.h"
+#include "fingerprint/resize.h"
+#include "fingerprint/segmentation.h"
+#include "fingerprint/smoothing.h"
+#include "fingerprint/thinning.h"
+#include "fingerprint/vote_filter.h"
+#include "prints/synthetic_print.h"
+
+namespace vorc {
+namespace {
+
+saf_boolean_matrix RandomMask(int width, int height, double share, uint64_t seed) {
+  synthetic::Random random(seed);
+  saf_boolean_matrix mask(width, height);
+  for (uint8_t& cell : mask.cells()) cell = random.Between(0, 1) < share;
+  return mask;
+}
+
+/// Waves of period 9 whose crests run along `angle`.
+saf_double_matrix Stripes(int width, int height, double angle) {
+  saf_double_matrix image(width, height);
+  for (int y = 0; y < height; ++y) {
+    for (int x = 0; x < width; ++x) {
+      image.At(x, y) = 0.5 + 0.45 * std::sin((y * std::cos(angle) - x * std::sin(angle)) * 2 * kPi / 9);
+    }
+  }
+  return image;
+}
+
+TEST(BlockMap, CoversThePictureOnce) {
+  for (const int size : {1, 14, 15, 16, 30, 31, 500}) {
+    const saf_block_map blocks = saf_block_map_create(size, 7, 15);
+    EXPECT_EQ(blocks.primary.columns(), (size + 14) / 15);
+    EXPECT_EQ(blocks.secondary.columns(), blocks.primary.columns() + 1);
+    for (const auto* grid : {&blocks.primary, &blocks.secondary}) {
+      int covered = 0;
+      for (int i = 0; i < grid->columns(); ++i) {
+        EXPECT_LE(grid->Block(i, 0).width, 15);
+        covered += grid->Block(i, 0).width;
+      }
+      EXPECT_EQ(covered, size);
+    }
+  }
+}
+
+TEST(Resize, KeepsTheMeanAndTheDarkness) {
+  const saf_double_matrix image = Stripes(60, 40, 0.3);
+  const auto mean = [](const saf_double_matrix& matrix) {
+    double sum = 0;
+    for (const double cell : matrix.cells()) sum += cell;
+    return sum / static_cast<double>(matrix.cells().size());
+  };
+  for (const auto& [dpi, width, height] : {std::tuple{1000, 30, 20}, {300, 100, 67}, {500, 60, 40}}) {
+    const auto resized = saf_image_resize(image, dpi);
+    ASSERT_TRUE(resized);
+    EXPECT_EQ(resized->width(), width);
+    EXPECT_EQ(resized->height(), height);
+    EXPECT_NEAR(mean(*resized), mean(image), 1e-12);
+  }
+  for (const double dpi : {0.0, -500.0, std::nan(""), 1e-3, 1e6})
+    EXPECT_FALSE(saf_image_resize(image, dpi)) << dpi;
+}
+
+TEST(VoteFilter, CountsWhatAWindowHolds) {
+  const saf_boolean_matrix input = RandomMask(37, 29, 0.6, 1);
+  const saf_boolean_matrix mask = RandomMask(37, 29, 0.8, 2);
+  for (const VoteRule& rule : {VoteRule{1, 4, 0.7}, {7, 4, 0.51}, {2, 17, 0.61}, {9, 0, 0.6}, {40, 0, 0.6}}) {
+    for (const saf_boolean_matrix* used : {static_cast<const saf_boolean_matrix*>(nullptr), &mask}) {
+      const saf_boolean_matrix output = saf_vote_filter(input, used, rule);
+      for (int y = 0; y < input.height(); ++y) {
+        for (int x = 0; x < input.width(); ++x) {
+          int count = 0, area = 0;
+          for (int j = y - rule.radius; j <= y + rule.radius; ++j) {
+            for (int i = x - rule.radius; i <= x + rule.radius; ++i) {
+              if (!input.Contains({i, j})) continue;
+              ++area;
+              count += input.At(i, j);
+            }
+          }
+          const bool inside = std::min({x, y, input.width() - 1 - x, input.height() - 1 - y}) >= rule.border;
+          const bool kept = inside && (used == nullptr || used->At(x, y));
+          ASSERT_EQ(output.At(x, y), kept && count >= area * rule.majority) << x << ' ' << y;
+        }
+      }
+    }
+  }
+}
+
+TEST(Orientations, FollowTheRidges) {
+  const saf_block_map blocks = saf_block_map_create(120, 90, 15);
+  const saf_boolean_matrix mask(blocks.primary.columns(), blocks.primary.rows(), 1);
+  for (double angle = 0; angle < kPi; angle += 0.1) {
+    const auto pixels = saf_pixelwise_orientations(Stripes(120, 90, angle), mask, blocks);
+    const saf_double_matrix found = saf_block_orientations(pixels, mask, blocks);
+    for (const double orientation : found.cells()) {
+      EXPECT_LT(saf_angle_distance(orientation, saf_angle_to_orientation(angle)), 0.2) << angle;
+    }
+  }
+}
+
+TEST(Orientations, SamplesAreDistinctAndWithinReach) {
+  for (const auto& set : saf_orientation_samples()) {
+    std::set<std::pair<int, int>> seen;
+    for (const saf_orientation_sample& sample : set) {
+      EXPECT_TRUE(seen.insert({sample.offset.x, sample.offset.y}).second);
+      EXPECT_NEAR(std::sqrt(static_cast<double>(SquaredLength(sample.offset))), 4, 2.8);
+      const double across = saf_angle_of(sample.offset.x, sample.offset.y);
+      EXPECT_NEAR(saf_angle_to_vector(2 * across).x, -sample.vector.x, 1e-14);
+    }
+  }
+  saf_random random;
+  EXPECT_EQ(random.Next(), ((0x2000007dULL * 0x60000005ULL & 0x3fffffff) + 0.5) / (1 << 30));
+}
+
+TEST(Cleanup, LeavesNoDiagonals) {
+  const saf_boolean_matrix mask(90, 70, 1);
+  const saf_boolean_matrix clean = saf_binarized_cleanup(RandomMask(90, 70, 0.5, 3), mask);
+  for (int y = 0; y + 1 < clean.height(); ++y) {
+    for (int x = 0; x + 1 < clean.width(); ++x) {
+      const int window =
+          clean.At(x, y) | clean.At(x + 1, y) << 1 | clean.At(x, y + 1) << 2 | clean.At(x + 1, y + 1) << 3;
+      EXPECT_NE(window, 0b1001);
+      EXPECT_NE(window, 0b0110);
+    }
+  }
+}
+
+TEST(InnerMask, LiesFourteenPixelsDeep) {
+  const saf_boolean_matrix inner = saf_segmentation_inner(saf_boolean_matrix(80, 60, 1));
+  for (int y = 0; y < 60; ++y) {
+    for (int x = 0; x < 80; ++x) {
+      EXPECT_EQ(inner.At(x, y), std::min({x, y, 79 - x, 59 - y}) >= 15) << x << ' ' << y;
+    }
+  }
+  const saf_boolean_matrix narrow = saf_segmentation_inner(saf_boolean_matrix(20, 90, 1));
+  EXPECT_EQ(std::count(narrow.cells().begin(), narrow.cells().end(), 0), 20 * 90);
+}
+
+template <typename T>
+uint64_t Checksum(const std::vector<T>& values) {
+  uint64_t sum = 0xcbf29ce484222325;
+  const auto add = [&](uint64_t bits) { sum = (sum ^ bits) * 0x100000001b3; };
+  for (const T& value : values) {
+    if constexpr (std::is_same_v<T, double>) add(std::bit_cast<uint64_t>(value));
+    if constexpr (std::is_same_v<T, uint8_t>) add(value);
+    if constexpr (std::is_same_v<T, saf_double_point>) {
+      add(std::bit_cast<uint64_t>(value.x));
+      add(std::bit_cast<uint64_t>(value.y));
+    }
+  }
+  return sum;
+}
+
+uint64_t Checksum(const std::vector<saf_minutia>& minutiae) {
+  std::vector<double> values;
+  for (const saf_minutia& m : minutiae)
+    values.insert(values.end(), {m.x * 1e5 + m.y, m.direction, static_cast<double>(m.type)});
+  return Checksum(values);
+}
+
+// To the last bit, with any compiler on any processor.
+TEST(Stages, ComeOutAsEver) {
+  const synthetic::Impression smudged{.turn = 0.2, .noise = 0.6, .cuts = 3};
+  const GrayPicture picture = synthetic::Scan(synthetic::GrowFinger(5, 210, 230), smudged, 1, 20);
+  const saf_double_matrix image = saf_image_load_grayscale(synthetic::ToPgm(picture)).value();
+  const saf_block_map blocks = saf_block_map_create(image.width(), image.height(), 15);
+  const auto histograms = saf_local_histograms_create(blocks, image);
+  const auto mask = saf_segmentation_mask(blocks, histograms);
+  const auto equalized =
+      saf_image_equalize(blocks, image, saf_local_histograms_smooth(blocks, histograms), mask);
+  const auto pixels = saf_pixelwise_orientations(equalized, mask, blocks);
+  const auto orientations = saf_block_orientations(pixels, mask, blocks);
+  const auto parallel = saf_oriented_smoothing_smooth(equalized, orientations, mask, blocks, 0,
+                                                      saf_oriented_smoothing_lines(32, 7, 1.59));
+  const auto orthogonal = saf_oriented_smoothing_smooth(parallel, orientations, mask, blocks, kPi,
+                                                        saf_oriented_smoothing_lines(11, 4, 1.11));
+  const auto binary = saf_binarize(parallel, orthogonal, mask, blocks);
+  const auto clean = saf_binarized_cleanup(binary, saf_segmentation_pixelwise(mask, blocks));
+  const struct {
+    const char* stage;
+    uint64_t sum;
+    uint64_t expected;
+  } stages[] = {
+      {"image", Checksum(image.cells()), 0xff08769410b3c8cb},
+      {"mask", Checksum(mask.cells()), 0x8622000abe5f1ddb},
+      {"equalized", Checksum(equalized.cells()), 0xe59ec98e3f4eead3},
+      {"pixels", Checksum(pixels.cells()), 0xe6469f9cfe455f96},
+      {"orientations", Checksum(orientations.cells()), 0x258f304f8088a435},
+      {"parallel", Checksum(parallel.cells()), 0x1fa7e34941583fe5},
+      {"orthogonal", Checksum(orthogonal.cells()), 0xc8ebceb1bc47f5c3},
+      {"binary", Checksum(binary.cells()), 0x7dc8a51ee166dec5},
+      {"clean", Checksum(clean.cells()), 0xf4ecefef9e3e32c2},
+      {"thinned", Checksum(saf_binary_thin(clean).cells()), 0xc14c70448e175ce0},
+      {"minutiae", Checksum(saf_feature_extract(image, 500)->minutiae), 0xcd66bf5330174237},
+  };
+  for (const auto& stage : stages) EXPECT_EQ(stage.sum, stage.expected) << stage.stage;
+}
+
+}  // namespace
+}  // namespace vorc

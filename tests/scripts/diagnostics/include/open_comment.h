@@ -1,0 +1,2 @@
+int commented; /* never
+closed
