@@ -229,7 +229,8 @@ class Interpreter final : public ParseServices {
   static int32_t CaseOf(const SwitchTable& table, int32_t value);
   char* PointedBy(const Site& site, char* pointer, int32_t index) const {
     char* at = Displaced(pointer, int64_t{index} * site.stride);
-    const bool there = (pointer != nullptr || site.length < 0) && memory_.Reach(at, static_cast<size_t>(site.size));
+    const bool there =
+        (pointer != nullptr || site.length < 0) && memory_.Reach(at, static_cast<size_t>(site.size));
     return there ? at : nullptr;
   }
   bool KeepTemps(const char* fp, int32_t count);
@@ -325,8 +326,8 @@ class Interpreter final : public ParseServices {
     return known.text == text && text != nullptr && known.texts_reached == memory_.texts_reached();
   }
   ReservedMemory known_memory_;
-  KnownText* known_texts_;  ///< of each typeless variable, by the symbol's index
-  KnownText joined_{};      ///< what was joined last, for whoever stores it
+  KnownText* known_texts_;   ///< of each typeless variable, by the symbol's index
+  KnownText joined_{};       ///< what was joined last, for whoever stores it
   KnownText joined_left_{};  ///< what it starts with
   TextRing concat_ring_;
   TextRing return_ring_;

@@ -310,9 +310,10 @@ void Interpreter::Assign(Entry* left, Entry* right, bool last) {
                                Read<const char*>(right->address) == nullptr;
     if (text != nullptr && !null_variable) {
       if (dollar)
-        StoreDollarText(left->symbol, left->address, from_dollar && right->symbol != nullptr && right->IsDollar()
-                                                         ? TypelessText(right->symbol, text)
-                                                         : LengthOf(text));
+        StoreDollarText(left->symbol, left->address,
+                        from_dollar && right->symbol != nullptr && right->IsDollar()
+                            ? TypelessText(right->symbol, text)
+                            : LengthOf(text));
       else
         Write<const char*>(left->address, text);
       right->SetText(text);
@@ -355,7 +356,8 @@ bool Interpreter::CompoundText(const Op& op, Entry* left, Entry* right, bool* do
     if (in_place) {
       std::memmove(symbol->TextBuffer + old.size(), addition.data(), addition.size());
       symbol->TextBuffer[old.size() + addition.size()] = '\0';
-      known_texts_[symbol->Index] = {symbol->TextBuffer, old.size() + addition.size(), memory_.texts_reached()};
+      known_texts_[symbol->Index] = {symbol->TextBuffer, old.size() + addition.size(),
+                                     memory_.texts_reached()};
       joined_left_ = {};
     } else {
       StoreDollarText(symbol, left->address, RingText(old, addition));

@@ -1,8 +1,8 @@
 #include <bit>
 
+#include "interp/frame.h"
 #include "interp/interpreter.h"
 #include "interp/vm_compiler.h"
-#include "interp/frame.h"
 #include "program/overloads.h"
 
 namespace vorc {
@@ -21,7 +21,8 @@ FUNCPROTO_REC* VmCompiler::Callee(const Op& op) const {
   if (op.function->PrototypeOnly) return nullptr;
   FUNCPROTO_REC* function = ChooseOverload(op.function, op.argument_count);
   if (function == nullptr || !ParameterDataTypeMatch(function, op.argument_count)) return nullptr;
-  const bool plain = function->ProcBody != nullptr && function->OwnerClass == nullptr && !function->HasVarArgs;
+  const bool plain =
+      function->ProcBody != nullptr && function->OwnerClass == nullptr && !function->HasVarArgs;
   return plain ? function : nullptr;
 }
 

@@ -69,7 +69,7 @@ struct SwitchTable {
 struct FunctionCode {
   FUNCPROTO_REC* function = nullptr;
   bool compiled = false;
-  bool walked = false;  ///< too large for the machine: its records are walked
+  bool walked = false;      ///< too large for the machine: its records are walked
   int64_t local_bytes = 0;  ///< of the stack: the locals and the word below them
   std::vector<Insn> insns;
   std::vector<Site> sites;

@@ -291,16 +291,27 @@ bool VmCompiler::Reals(Tok token, const Op& op, const Item& left, const Item& ri
   const int32_t a = RealPlace(left);
   if (a == kNoPlace) return false;
   const bool constant = is_constant(right);
-  const double number =
-      right.where == Item::Where::kDouble ? right.real : static_cast<double>(right.number);
+  const double number = right.where == Item::Where::kDouble ? right.real : static_cast<double>(right.number);
   VmOp whole = VmOp::kJump;
   VmOp with_constant = VmOp::kJump;
   switch (token) {
-    case Tok::PLUS: whole = VmOp::kAddReal; with_constant = VmOp::kAddRealConst; break;
-    case Tok::MINUS: whole = VmOp::kSubReal; with_constant = VmOp::kSubRealConst; break;
-    case Tok::STAR: whole = VmOp::kMulReal; with_constant = VmOp::kMulRealConst; break;
+    case Tok::PLUS:
+      whole = VmOp::kAddReal;
+      with_constant = VmOp::kAddRealConst;
+      break;
+    case Tok::MINUS:
+      whole = VmOp::kSubReal;
+      with_constant = VmOp::kSubRealConst;
+      break;
+    case Tok::STAR:
+      whole = VmOp::kMulReal;
+      with_constant = VmOp::kMulRealConst;
+      break;
     case Tok::SLASH:
-    case Tok::DIV: whole = VmOp::kDivReal; with_constant = VmOp::kDivRealConst; break;
+    case Tok::DIV:
+      whole = VmOp::kDivReal;
+      with_constant = VmOp::kDivRealConst;
+      break;
     default: return false;
   }
   if (constant && !(divides && number == 0.0)) {
@@ -391,7 +402,9 @@ bool VmCompiler::Unary(const Op& op) {
     items_.push_back(item);
     return true;
   }
-  VmOp operation = op.code == OpCode::kNegate ? VmOp::kNegInt : op.token == Tok::NOT ? VmOp::kNotInt : VmOp::kInvInt;
+  VmOp operation = op.code == OpCode::kNegate ? VmOp::kNegInt
+                   : op.token == Tok::NOT     ? VmOp::kNotInt
+                                              : VmOp::kInvInt;
   const bool word = item.IsVariable() && (item.kind == 3 || item.typeless);
   int32_t from = kNoPlace;
   if (item.is_real) {

@@ -3,9 +3,9 @@
 
 #include "base/format.h"
 #include "base/host_stack.h"
+#include "interp/frame.h"
 #include "interp/interpreter.h"
 #include "interp/vm_compiler.h"
-#include "interp/frame.h"
 
 // What the register machine does out of line: compiling, checks that fail, the general road.
 
