@@ -330,8 +330,8 @@ bool VmCompiler::Member(const Op& op) {
   item.symbol = symbol;
   item.record = symbol->Struct;
   item.type = symbol->ValueType;
-  item.depth = static_cast<int8_t>(symbol->TotalDepth);
-  item.dimensions = static_cast<int8_t>(symbol->Shape.DimensionCount);
+  item.depth = static_cast<int16_t>(symbol->TotalDepth);
+  item.dimensions = symbol->Shape.DimensionCount;
   item.indexed = false;
   item.parameter_array = false;
   item.typeless = false;
