@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
+#include <new>
 #include <utility>
 
 #include "base/console.h"
@@ -200,7 +201,12 @@ int Compilation::Finish() {
 }  // namespace
 
 int RunCompilation(const Options& options) {
-  return Compilation(options).Run();
+  try {
+    return Compilation(options).Run();
+  } catch (const std::bad_alloc&) {
+    WriteErrors("vorc: failed (not enough memory)\n");
+    return kExitFailure;
+  }
 }
 
 }  // namespace vorc
