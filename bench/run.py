@@ -3,8 +3,9 @@
 
     bench/run.py path/to/vorc [name ...]
 
-Each time is the best of five whole runs, start-up included. A ratio is vorc's time divided by the
-other's: below 1, vorc is faster. The programs of one row must print the same."""
+Each time is the median of whole runs, start-up included, the programs of one row run in turns. A ratio
+is vorc's time divided by the other's: below 1, vorc is faster. The programs of one row must print the
+same."""
 
 import os
 import pathlib
@@ -14,10 +15,11 @@ import sys
 import tempfile
 import time
 
-RUNS = 5
+RUNS = 9
 SCRIPTS = pathlib.Path(__file__).resolve().parent / "scripts"
-PROGRAMS = ["startup", "fib", "loop", "sieve", "map", "sort"]
-OTHERS = [("python", "python3", ".py"), ("lua", "lua5.4", ".lua"), ("perl", "perl", ".pl")]
+PROGRAMS = ["startup", "fib", "loop", "sieve", "matrix", "members", "nbody", "calls", "switch", "ackermann",
+            "dollar", "lists", "text", "joins", "lines", "map", "sort"]
+OTHERS = [("lua", "lua5.4", ".lua"), ("python", sys.executable, ".py"), ("perl", "perl", ".pl")]
 BIG_FILE_MB = 100
 
 
@@ -44,14 +46,20 @@ def peak_megabytes(command, folder):
         return int(file.read()) / 1024
 
 
-def best(command, folder, prepare=lambda: None):
-    runs = []
+def in_turns(commands, folder, prepare=lambda: None):
+    """Median times of several commands that run one after the other, again and again."""
+    runs = [[] for _ in commands]
     for _ in range(RUNS):
-        prepare()
-        runs.append(run_once(command, folder))
+        for command, times in zip(commands, runs):
+            prepare()
+            times.append(run_once(command, folder))
     prepare()
-    seconds, output = min(runs)
-    return Measured(seconds, peak_megabytes(command, folder), output)
+    return [Measured(sorted(times)[RUNS // 2][0], peak_megabytes(command, folder), times[0][1])
+            for command, times in zip(commands, runs)]
+
+
+def best(command, folder, prepare=lambda: None):
+    return in_turns([command], folder, prepare)[0]
 
 
 def row(name, ours, others):
@@ -72,16 +80,17 @@ class Bench:
 
     def program(self, name):
         shutil.copy(SCRIPTS / f"{name}.c", self.folder)
-        ours = best([*self.script, f"{name}.c"], self.folder)
-        others = []
+        labels, commands = [], [[*self.script, f"{name}.c"]]
         for label, interpreter, extension in OTHERS:
-            if shutil.which(interpreter) is None:
-                continue
-            other = best([interpreter, str(SCRIPTS / f"{name}{extension}")], self.folder)
+            program = SCRIPTS / f"{name}{extension}"
+            if shutil.which(interpreter) is not None and program.exists():
+                labels.append(label)
+                commands.append([interpreter, str(program)])
+        ours, *others = in_turns(commands, self.folder)
+        for label, other in zip(labels, others):
             if other.output != ours.output:
                 sys.exit(f"{name}: vorc and {label} print different answers")
-            others.append((label, other))
-        row(name, ours, others)
+        row(name, ours, list(zip(labels, others)))
 
     def make_big_file(self):
         if os.path.exists(self.path("big.txt")):

@@ -23,10 +23,16 @@ const char* LowestAddress() {
   return static_cast<const char*>(start) + (size - usable);
 }
 
+thread_local const char* lowest = nullptr;
+
 }  // namespace
 
+void UseHostStack(const char* start, size_t size) {
+  lowest = start + (size - std::min(size / 4 * 3, kMostUsed));
+}
+
 bool HostStackLow() {
-  static thread_local const char* const lowest = LowestAddress();
+  if (lowest == nullptr) lowest = LowestAddress();
   return static_cast<const char*>(__builtin_frame_address(0)) < lowest;
 }
 

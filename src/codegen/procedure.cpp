@@ -4,6 +4,16 @@
 
 namespace vorc {
 
+namespace {
+
+constexpr size_t kLongestQuote = 1024;
+
+}  // namespace
+
+std::string_view QuotedLine(const C_SLOT& slot, SourceLine line) {
+  return slot.Sources.LineText(line).substr(0, kLongestQuote);
+}
+
 BasicBlock* Procedure::AddBlock() {
   BasicBlock& block = blocks.emplace_back();
   block.bb_no = static_cast<int32_t>(blocks.size()) - 1;

@@ -171,6 +171,9 @@ struct Procedure {
   std::string_view Keep(std::string_view text) { return {memory.Copy(text), text.size()}; }
 };
 
+/// A source line as the outputs quote it: a very long one is cut, since each of its statements quotes it
+/// again.
+std::string_view QuotedLine(const C_SLOT& slot, SourceLine line);
 /// Writes a variable's name: "tmpreg_N" or the symbol's own.
 void WriteVariable(TextWriter& out, const Procedure& procedure, int32_t variable);
 /// The name that the assembler sees for a symbol or function.

@@ -1,5 +1,7 @@
 #include <fcntl.h>
 #include <pthread.h>
+#include <sys/mman.h>
+#include <ucontext.h>
 #include <unistd.h>
 
 #include <csignal>
@@ -9,10 +11,19 @@
 #include <vector>
 
 #include "base/console.h"
+#include "base/host_stack.h"
 #include "driver/compile.h"
 #include "driver/options.h"
 #include "lib/processes.h"
 #include "lib/sandbox.h"
+
+#if defined(__SANITIZE_ADDRESS__)
+#define VORC_SANITIZED
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define VORC_SANITIZED
+#endif
+#endif
 
 namespace {
 
@@ -20,11 +31,15 @@ constexpr const char* kVersion = "1.0.0+edf87ed-dirty";
 // Deeply nested sources and scripts that recurse need more than the host gives a first thread.
 constexpr size_t kStackSize = size_t{512} << 20;
 
+constexpr size_t kStackGuard = size_t{64} << 10;
+
 struct Run {
   const vorc::Options* options;
   int status;
 };
 
+#ifdef VORC_SANITIZED
+// The sanitizers know the stacks of threads, and only those.
 void* RunOnThread(void* argument) {
   auto* run = static_cast<Run*>(argument);
   run->status = vorc::RunCompilation(*run->options);
@@ -44,6 +59,43 @@ int RunWithLargeStack(const vorc::Options& options) {
   pthread_attr_destroy(&attributes);
   return run.status;
 }
+
+int Leave(int status) {
+  return status;
+}
+#else
+Run* current_run = nullptr;
+
+void RunOnStack() {
+  current_run->status = vorc::RunCompilation(*current_run->options);
+}
+
+// Runs on a stack that is reserved and costs nothing until it is used; a thread would cost more.
+int RunWithLargeStack(const vorc::Options& options) {
+  void* memory = mmap(nullptr, kStackSize, PROT_READ | PROT_WRITE,
+                      MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE | MAP_STACK, -1, 0);
+  if (memory == MAP_FAILED || mprotect(memory, kStackGuard, PROT_NONE) != 0)
+    return vorc::RunCompilation(options);
+  Run run{&options, vorc::kExitFailure};
+  current_run = &run;
+  vorc::UseHostStack(static_cast<const char*>(memory), kStackSize);
+  ucontext_t here;
+  ucontext_t there;
+  getcontext(&there);
+  there.uc_stack.ss_sp = memory;
+  there.uc_stack.ss_size = kStackSize;
+  there.uc_link = &here;
+  makecontext(&there, RunOnStack, 0);
+  swapcontext(&here, &there);
+  return run.status;
+}
+
+// Everything has been written and closed: what is left would only give memory back piece by piece.
+int Leave(int status) {
+  std::fflush(nullptr);
+  _exit(status);
+}
+#endif
 
 // Were one of the standard descriptors free, the next file that is opened would become standard
 // output. What stands in for it can't be written, so that lost output is told.
@@ -86,5 +138,5 @@ int main(int argc, char** argv) {
     vorc::PrintUsage();
     return vorc::kExitFailure;
   }
-  return vorc::OutputStatus(RunWithLargeStack(options));
+  return Leave(vorc::OutputStatus(RunWithLargeStack(options)));
 }

@@ -244,12 +244,24 @@ bool Interpreter::RunBody(FUNCPROTO_REC* function) {
   if (body->LocalSize < 0) PlaceLocals(slot_, function);
   frame_.stack_pointer -= int64_t{body->LocalSize} + 1;
   if (frame_.stack_pointer < 0 || HostStackLow()) return false;
-  for (STATEMENT_BLOCK* statement = body->Statements.First; statement != nullptr;
-       statement = statement->Next) {
-    if (!ExecStatement(statement)) break;
-    if (statement->ExecState == kExit || statement->ExecState == kReturn) break;
+  if (!walks_) {
+    FunctionCode* code = CodeOf(function);
+    if (!code->compiled) Compile(code);
+    if (!code->walked) {
+      RunCode(*code);
+      return true;
+    }
   }
+  WalkBody(function);
   return true;
+}
+
+void Interpreter::WalkBody(const FUNCPROTO_REC* function) {
+  for (STATEMENT_BLOCK* statement = function->ProcBody->Statements.First; statement != nullptr;
+       statement = statement->Next) {
+    if (!ExecStatement(statement)) return;
+    if (ExecState(statement) == kExit || ExecState(statement) == kReturn) return;
+  }
 }
 
 void Interpreter::BindArguments(FUNCPROTO_REC* function, const Entry* arguments, int count, int64_t base) {
@@ -316,7 +328,11 @@ void Interpreter::CopyReturnedData(const FUNCPROTO_REC* function, Entry* result)
 }
 
 bool Interpreter::ExecReturn(STATEMENT_BLOCK* statement) {
-  for (STATEMENT_BLOCK* at = statement; at != nullptr; at = Enclosing(at)) at->ExecState = kReturn;
+  for (STATEMENT_BLOCK* at = statement; at != nullptr; at = Enclosing(at)) ExecState(at) = kReturn;
+  return SetReturnValue(statement);
+}
+
+bool Interpreter::SetReturnValue(const STATEMENT_BLOCK* statement) {
   Entry value;
   if (!Evaluate(decoder_.Decode(statement->Expression), Mode::kNormal, &value)) return false;
   if (value.IsVariable()) Materialize(&value);

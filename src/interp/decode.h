@@ -48,7 +48,6 @@ enum class OpCode : uint8_t {
 enum class Storage : uint8_t { kNone, kLocal, kParameter, kGlobal, kMember };
 
 struct Code;
-struct FastProgram;
 
 /// One step of a decoded expression.
 struct Op {
@@ -85,9 +84,6 @@ struct Op {
 struct Code {
   Op* ops = nullptr;
   int count = 0;
-  bool fast_tried = false;
-  uint8_t runs = 0;
-  FastProgram* fast = nullptr;  ///< the same as an integer program, where there is one
 };
 
 /// Turns expression chains into steps, once each. What a step needs of the records is looked up

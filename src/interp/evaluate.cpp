@@ -1,3 +1,4 @@
+#include <cstdlib>
 #include <cstring>
 
 #include "base/host_stack.h"
@@ -10,6 +11,9 @@ namespace vorc {
 namespace {
 
 constexpr int kDeepestOperands = 32;
+// Every call takes at least three words of the script's stack.
+constexpr size_t kMostCalls = ScriptMemory::kStackWords / 3;
+constexpr size_t kSaveMemory = size_t{64} << 20;
 constexpr std::initializer_list<size_t> kOperandMemory = {size_t{256} << 20, size_t{16} << 20};
 
 int32_t WrappedDivide(int32_t a, int32_t b) {
@@ -31,12 +35,22 @@ bool IsTrue(const Entry& entry) {
 
 }  // namespace
 
-Interpreter::Interpreter(C_SLOT& slot)
+Interpreter::Interpreter(C_SLOT& slot, Road road)
     : slot_(slot),
       runtime_(memory_),
       operand_memory_(kOperandMemory),
       operands_(reinterpret_cast<Entry*>(operand_memory_.data())),
-      operands_end_(operands_ + operand_memory_.size() / sizeof(Entry) - 2 * kDeepestOperands) {}
+      operands_end_(operands_ + operand_memory_.size() / sizeof(Entry) - 2 * kDeepestOperands),
+      walks_(road == Road::kWalker || TraceOn() || std::getenv("VORC_WALK") != nullptr),
+      record_memory_(kMostCalls * sizeof(CallRecord)),
+      record_top_(reinterpret_cast<CallRecord*>(record_memory_.data())),
+      record_end_(record_top_ + kMostCalls),
+      save_memory_(kSaveMemory),
+      save_top_(save_memory_.data()),
+      state_memory_(capacity::kStatementBlocks),
+      exec_states_(reinterpret_cast<uint8_t*>(state_memory_.data())),
+      known_memory_(capacity::kSymbols * sizeof(KnownText)),
+      known_texts_(reinterpret_cast<KnownText*>(known_memory_.data())) {}
 
 bool Interpreter::Fail(const EXPR_NODE* node, const std::string& text) {
   slot_.ErrorAt(node == nullptr ? current_line_ : node->Line, 0, text);
@@ -55,17 +69,8 @@ bool Interpreter::CheckTop(const Entry* base, const Entry* top) {
   return true;
 }
 
-// Runs an expression and settles its value.
+// Runs an expression and settles its value. Its operands lie from `operands_` on.
 bool Interpreter::Evaluate(Code* code, Mode mode, Entry* result) {
-  if (code == nullptr || !PrepareFast(code) || !code->fast->exact) return EvaluateSteps(code, mode, result);
-  int32_t value = 0;
-  if (!RunFast(*code->fast, &value)) return false;
-  result->SetInt(value);
-  return true;
-}
-
-// The same step by step. Operands of this expression lie from `operands_` on.
-bool Interpreter::EvaluateSteps(Code* code, Mode mode, Entry* result) {
   if (code == nullptr) {
     *result = Entry();
     return true;
@@ -80,6 +85,14 @@ bool Interpreter::EvaluateSteps(Code* code, Mode mode, Entry* result) {
   if (!CheckTop(base, top)) return false;
   *result = *top;
   if (!result->assigned) FinishResult(result);
+  return true;
+}
+
+// The low 32 bits of an expression's value, which is all that conditions and indices look at.
+bool Interpreter::EvaluateLow(Code* code, Mode mode, int32_t* low) {
+  Entry value;
+  if (!Evaluate(code, mode, &value)) return false;
+  *low = value.Low();
   return true;
 }
 

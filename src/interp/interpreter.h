@@ -1,14 +1,18 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "interp/decode.h"
-#include "interp/fast_int.h"
+#include "interp/exec_state.h"
 #include "interp/frame.h"
 #include "interp/memory.h"
+#include "interp/vm_code.h"
+#include "interp/vm_states.h"
 #include "program/initializer_walk.h"
 #include "program/members.h"
 #include "program/slot.h"
@@ -71,12 +75,21 @@ struct Entry {
   }
 };
 
-/// Runs the program records of a script: statements are walked, expressions run in decoded form.
+/// Who runs the statements of a script.
+enum class Road : uint8_t { kMachine, kWalker };
+
+/// Runs the program records of a script. Function bodies are compiled for a register machine, and what
+/// that has no instructions for is evaluated in decoded form. The walker does all in decoded form: it is
+/// slow and obvious, and says what the machine must do.
 class Interpreter final : public ParseServices {
  public:
-  explicit Interpreter(C_SLOT& slot);
+  explicit Interpreter(C_SLOT& slot, Road road = Road::kMachine);
   /// False if the host grants no memory to run in.
-  bool ready() const { return memory_.ready() && operand_memory_.data() != nullptr; }
+  bool ready() const {
+    return memory_.ready() && operand_memory_.data() != nullptr && record_memory_.data() != nullptr &&
+           save_memory_.data() != nullptr && state_memory_.data() != nullptr &&
+           known_memory_.data() != nullptr;
+  }
 
   /// Runs `main`. False after an error or without a `main`.
   bool InterpretScript();
@@ -91,8 +104,6 @@ class Interpreter final : public ParseServices {
   /// compound assignment.
   enum class Mode : uint8_t { kNormal, kArgument };
 
-  enum ExecStateValue : uint8_t { kNone = 0, kBreak = 1, kExit = 2, kReturn = 3, kContinue = 4 };
-
   /// What a call changes and its end brings back.
   struct Frame {
     int64_t stack_pointer = static_cast<int64_t>(ScriptMemory::kStackWords) - 1;  ///< next free word
@@ -103,8 +114,8 @@ class Interpreter final : public ParseServices {
 
   // --- evaluate.cpp
   bool Evaluate(Code* code, Mode mode, Entry* result);
-  bool EvaluateSteps(Code* code, Mode mode, Entry* result);
   bool EvaluateObject(Code* code, Mode mode, Entry* result);
+  bool EvaluateLow(Code* code, Mode mode, int32_t* low);
   bool RunSteps(const Code* code, Mode mode, Entry* base, Entry** top);
   bool Step(const Op& op, Mode mode, Entry* top);
   bool Push(const Op& op, Mode mode, Entry* entry);
@@ -121,20 +132,15 @@ class Interpreter final : public ParseServices {
   bool Choose(const Op& op, Mode mode, Entry* entry);
   bool CheckTop(const Entry* base, const Entry* top);
 
-  // --- run_fast.cpp
-  bool PrepareFast(Code* code) { return code->fast != nullptr ? !failed() : TryFast(code); }
-  bool TryFast(Code* code);
-  bool RunFast(const FastProgram& program, int32_t* result);
-  char* FastElement(const FastOp& fast, char* base, const int32_t* indices);
-  bool EvaluateLow(Code* code, Mode mode, int32_t* low);
-
   // --- values.cpp
   void Materialize(Entry* entry);
   void LoadScalar(Entry* entry, const char* address, Tok type, const SYM_REC* symbol);
   const char* OperandText(const Entry& entry, bool* from_dollar) const;
   const char* CheckedText(const char* text) const;
   bool StringPlus(Entry* left, Entry* right);
-  const char* RingText(std::string_view left, std::string_view right);
+  std::string_view RingText(std::string_view left, std::string_view right);
+  std::string_view TypelessText(const SYM_REC* symbol, const char* stored) const;
+  std::string_view LengthOf(const char* text) const;
   const char* RetainReturnedString(const char* text);
   void Assign(Entry* left, Entry* right, bool last);
   void StoreNumber(const Entry& target, const Entry& source);
@@ -178,6 +184,7 @@ class Interpreter final : public ParseServices {
   bool CallMember(FUNCPROTO_REC* function, char* object, const EXPR_NODE* node, int argument_count,
                   Entry* result);
   bool RunBody(FUNCPROTO_REC* function);
+  void WalkBody(const FUNCPROTO_REC* function);
   bool Leave(const FUNCPROTO_REC* function, const Frame& caller, bool good, const EXPR_NODE* node,
              Entry* result);
   void CopyReturnedData(const FUNCPROTO_REC* function, Entry* result);
@@ -186,6 +193,7 @@ class Interpreter final : public ParseServices {
   static void FromBuiltinValue(const BuiltinValue& value, Entry* entry);
 
   // --- statements.cpp
+  void RunFileStatement(STATEMENT_BLOCK* statement);
   bool ExecStatement(STATEMENT_BLOCK* statement);
   bool ExecPlain(STATEMENT_BLOCK* statement);
   bool ExecIf(STATEMENT_BLOCK* statement);
@@ -196,10 +204,48 @@ class Interpreter final : public ParseServices {
   bool ExecSwitch(STATEMENT_BLOCK* statement);
   bool ExecBlock(STATEMENT_BLOCK* statement);
   bool ExecReturn(STATEMENT_BLOCK* statement);
+  bool SetReturnValue(const STATEMENT_BLOCK* statement);
+  uint8_t& ExecState(const STATEMENT_BLOCK* statement) { return exec_states_[statement->Index]; }
+  void SetBreakContinueExecutionState(STATEMENT_BLOCK* target, STATEMENT_BLOCK* statement, uint8_t state);
   bool ExecBreak(STATEMENT_BLOCK* statement);
   bool ExecContinue(STATEMENT_BLOCK* statement);
   bool ExecGoto(STATEMENT_BLOCK* statement);
   bool EvaluateCondition(STATEMENT_BLOCK* statement, bool* holds);
+
+  // --- vm_run.cpp
+  /// A call that runs on the register machine.
+  struct CallRecord {
+    const Insn* pc;
+    const FunctionCode* code;
+    char* fp;
+    char* sp;
+    int32_t ret;
+  };
+  bool RunCode(const FunctionCode& code);
+
+  // --- vm_slow.cpp
+  FunctionCode* CodeOf(FUNCPROTO_REC* function);
+  void Compile(FunctionCode* code);
+  static int32_t CaseOf(const SwitchTable& table, int32_t value);
+  char* PointedBy(const Site& site, char* pointer, int32_t index) const {
+    char* at = Displaced(pointer, int64_t{index} * site.stride);
+    const bool there =
+        (pointer != nullptr || site.length < 0) && memory_.Reach(at, static_cast<size_t>(site.size));
+    return there ? at : nullptr;
+  }
+  bool KeepTemps(const char* fp, int32_t count);
+  void BringTempsBack(char* fp, int32_t count);
+  void ReportFullStack(const Site& site);
+  bool ReportElement(const Site& site, int32_t index, char* address);
+  void ReportPointer(const Site& site, const char* pointer);
+  void ReportPointed(const Site& site, const char* pointer, int32_t index);
+  void StoreText(SYM_REC* symbol, char* address, const char* text);
+  void StartGeneral(const Site& site);
+  bool RunGeneral(const Site& site);
+  bool RunGeneralLow(const Site& site, int32_t* low);
+  bool RunGeneralReturn(const Site& site);
+  bool RunBuiltinSite(const Site& site, char* fp, char* result);
+  bool ArgumentOf(const BuiltinArgument& argument, const char* fp, BuiltinValue* value);
 
   // --- sweep.cpp
   void SweepTexts();
@@ -235,6 +281,20 @@ class Interpreter final : public ParseServices {
   std::vector<PendingStep> pending_;
 
   static constexpr size_t kOperandsInHand = 64;
+  static constexpr size_t kMostBuiltinArguments = 16;
+
+  friend class VmCompiler;
+  const bool walks_;  ///< the walker runs everything
+  CallGraph call_graph_{slot_, decoder_};
+  std::unordered_map<const FUNCPROTO_REC*, std::unique_ptr<FunctionCode>> codes_;
+  FunctionCode entry_code_;  ///< of `main` as the program's start
+  ReservedMemory record_memory_;
+  CallRecord* record_top_;  ///< next free record
+  CallRecord* record_end_;
+  ReservedMemory save_memory_;  ///< temporaries that a call would overwrite
+  char* save_top_;
+  ReservedMemory state_memory_;
+  uint8_t* exec_states_;  ///< of each statement, by its index: how it ended
 
   Frame frame_;
   PlacedLocals file_level_locals_;
@@ -256,6 +316,19 @@ class Interpreter final : public ParseServices {
   };
   char* GrowSlot(TextSlot* slot, size_t needed);
   bool TextFits(size_t length);
+  /// How long a text was, as long as no pointer has reached into texts since.
+  struct KnownText {
+    const char* text;
+    size_t length;
+    uint64_t texts_reached;
+  };
+  bool Holds(const KnownText& known, const char* text) const {
+    return known.text == text && text != nullptr && known.texts_reached == memory_.texts_reached();
+  }
+  ReservedMemory known_memory_;
+  KnownText* known_texts_;   ///< of each typeless variable, by the symbol's index
+  KnownText joined_{};       ///< what was joined last, for whoever stores it
+  KnownText joined_left_{};  ///< what it starts with
   TextRing concat_ring_;
   TextRing return_ring_;
 };

@@ -30,7 +30,9 @@ char* CopyInto(char* copy, std::string_view text) {
 }  // namespace
 
 ScriptMemory::ScriptMemory()
-    : data_(kDataSizes, kWantedAddress), data_used_(kStackWords * kWordSize + kStackGap) {}
+    : data_(kDataSizes, kWantedAddress),
+      script_data_(data_.data() == nullptr ? nullptr : data_.data() + kShadowSize),
+      data_used_(kShadowSize + kStackWords * kWordSize + kStackGap) {}
 
 char* ScriptMemory::Allocate(size_t size) {
   const size_t needed = Aligned(size == 0 ? 1 : size);

@@ -2,6 +2,7 @@
 #include "base/trace.h"
 #include "interp/frame.h"
 #include "interp/interpreter.h"
+#include "interp/vm_compiler.h"
 #include "program/statement_tree.h"
 
 namespace vorc {
@@ -10,13 +11,14 @@ namespace {
 
 constexpr int32_t kReturnRegister = 60;  // what a function without `return` leaves to its first caller
 
-void SetBreakContinueExecutionState(STATEMENT_BLOCK* target, STATEMENT_BLOCK* statement, uint8_t state) {
-  for (STATEMENT_BLOCK* at = statement; at != nullptr && at != target; at = Enclosing(at))
-    at->ExecState = state;
-  target->ExecState = state;
-}
-
 }  // namespace
+
+void Interpreter::SetBreakContinueExecutionState(STATEMENT_BLOCK* target, STATEMENT_BLOCK* statement,
+                                                 uint8_t state) {
+  for (STATEMENT_BLOCK* at = statement; at != nullptr && at != target; at = Enclosing(at))
+    ExecState(at) = state;
+  ExecState(target) = state;
+}
 
 bool Interpreter::InterpretScript() {
   VORC_TRACE("DIAG: InterpretScript entry\n");
@@ -38,11 +40,16 @@ bool Interpreter::InterpretScript() {
     return false;
   }
   frame_.stack_pointer -= locals + 1;
+  if (!walks_) {
+    entry_code_.function = entry;
+    Compile(&entry_code_);
+    if (!entry_code_.walked) return RunCode(entry_code_) && !failed();
+  }
   for (STATEMENT_BLOCK* statement = entry->ProcBody->Statements.First; statement != nullptr;
        statement = statement->Next) {
-    statement->ExecState = kNone;
+    ExecState(statement) = kNone;
     if (!ExecStatement(statement)) return false;
-    if (statement->ExecState == kExit || statement->ExecState == kReturn) break;
+    if (ExecState(statement) == kExit || ExecState(statement) == kReturn) break;
   }
   return true;
 }
@@ -60,8 +67,23 @@ void Interpreter::RunStatement(STATEMENT_BLOCK* statement) {
   host_stack_top_ = __builtin_frame_address(0);
   frame_.base = top;
   frame_.stack_pointer = top - locals - 1;
-  ExecStatement(statement);
+  RunFileStatement(statement);
   frame_.stack_pointer = top;
+}
+
+// What runs just once is not worth compiling; a loop is.
+void Interpreter::RunFileStatement(STATEMENT_BLOCK* statement) {
+  const bool loops = statement->ChildStatements.First != nullptr || statement->Block != nullptr;
+  if (loops && !walks_) {
+    FunctionCode code;
+    code.function = statement->OwnerFunction;
+    VmCompiler(*this, code).CompileStatement(statement);
+    if (!code.walked) {
+      RunCode(code);
+      return;
+    }
+  }
+  ExecStatement(statement);
 }
 
 bool Interpreter::ExecStatement(STATEMENT_BLOCK* statement) {
@@ -86,13 +108,8 @@ bool Interpreter::ExecStatement(STATEMENT_BLOCK* statement) {
 bool Interpreter::ExecPlain(STATEMENT_BLOCK* statement) {
   if (statement->Expression == nullptr) return statement->Symbol == nullptr || FillLocal(statement);
   if (statement->IsDelete) return true;
-  Code* code = decoder_.Decode(statement->Expression);
-  if (PrepareFast(code)) {
-    int32_t value = 0;
-    return RunFast(*code->fast, &value);
-  }
   Entry result;
-  return EvaluateObject(code, Mode::kNormal, &result) && !failed();
+  return EvaluateObject(decoder_.Decode(statement->Expression), Mode::kNormal, &result) && !failed();
 }
 
 // All conditions are tested by the low 32 bits of what they give, whatever its type.
@@ -107,7 +124,7 @@ bool Interpreter::EvaluateCondition(STATEMENT_BLOCK* statement, bool* holds) {
 bool Interpreter::ExecIf(STATEMENT_BLOCK* statement) {
   const IfParts parts = PartsOfIf(statement);
   if (parts.then_arm == nullptr) return true;
-  statement->ExecState = kNone;
+  ExecState(statement) = kNone;
   bool holds = false;
   if (!EvaluateCondition(statement, &holds)) return false;
   STATEMENT_BLOCK* arm = holds ? parts.then_arm : parts.else_arm;
@@ -117,16 +134,16 @@ bool Interpreter::ExecIf(STATEMENT_BLOCK* statement) {
 bool Interpreter::ExecWhile(STATEMENT_BLOCK* statement) {
   STATEMENT_BLOCK* body = BodyOfLoop(statement);
   while (true) {
-    statement->ExecState = kNone;
+    ExecState(statement) = kNone;
     bool holds = false;
     if (!EvaluateCondition(statement, &holds)) return false;
     if (!holds) return true;
     if (!ExecStatement(body)) return false;
-    if (statement->ExecState == kBreak) {
-      statement->ExecState = kNone;
+    if (ExecState(statement) == kBreak) {
+      ExecState(statement) = kNone;
       return true;
     }
-    if (statement->ExecState == kExit || statement->ExecState == kReturn) return true;
+    if (ExecState(statement) == kExit || ExecState(statement) == kReturn) return true;
   }
 }
 
@@ -134,9 +151,9 @@ bool Interpreter::ExecDo(STATEMENT_BLOCK* statement) {
   STATEMENT_BLOCK* body = BodyOfLoop(statement);
   bool holds = true;
   while (holds) {
-    statement->ExecState = kNone;
+    ExecState(statement) = kNone;
     if (!ExecStatement(body)) return false;
-    if (statement->ExecState >= kBreak && statement->ExecState <= kReturn) return true;
+    if (ExecState(statement) >= kBreak && ExecState(statement) <= kReturn) return true;
     if (!EvaluateCondition(statement, &holds)) return false;
   }
   return true;
@@ -166,7 +183,7 @@ bool Interpreter::ExecFor(STATEMENT_BLOCK* statement) {
     if (!goes_on) return true;
     if (!ExecStatement(parts.body)) return false;
     // The body's state, not the loop's own: it is what an earlier run of this loop may have left.
-    if (parts.body->ExecState >= kBreak && parts.body->ExecState <= kReturn) return true;
+    if (ExecState(parts.body) >= kBreak && ExecState(parts.body) <= kReturn) return true;
     if (!ExecForClauses(parts.steps, nullptr)) return false;
   }
   return true;
@@ -175,7 +192,7 @@ bool Interpreter::ExecFor(STATEMENT_BLOCK* statement) {
 bool Interpreter::ExecSwitch(STATEMENT_BLOCK* statement) {
   int32_t value = 0;
   if (!EvaluateLow(decoder_.Decode(statement->Expression), Mode::kNormal, &value)) return false;
-  statement->ExecState = kNone;
+  ExecState(statement) = kNone;
   STATEMENT_BLOCK* label = nullptr;
   STATEMENT_BLOCK* fallback = nullptr;
   for (STATEMENT_BLOCK* at = statement->Block->Statements.First; at != nullptr && label == nullptr;
@@ -187,11 +204,11 @@ bool Interpreter::ExecSwitch(STATEMENT_BLOCK* statement) {
   if (label == nullptr) return true;
   for (STATEMENT_BLOCK* at = label->Next; at != nullptr; at = at->Next) {
     if (!ExecStatement(at)) return false;
-    if (statement->ExecState == kBreak) {
-      statement->ExecState = kNone;
+    if (ExecState(statement) == kBreak) {
+      ExecState(statement) = kNone;
       return true;
     }
-    if (statement->ExecState != kNone) return true;
+    if (ExecState(statement) != kNone) return true;
   }
   return true;
 }
@@ -199,9 +216,9 @@ bool Interpreter::ExecSwitch(STATEMENT_BLOCK* statement) {
 bool Interpreter::ExecBlock(STATEMENT_BLOCK* statement) {
   if (statement->Block == nullptr) return true;
   for (STATEMENT_BLOCK* at = statement->Block->Statements.First; at != nullptr; at = at->Next) {
-    at->ExecState = kNone;
+    ExecState(at) = kNone;
     if (!ExecStatement(at)) return false;
-    if (at->ExecState != kNone) return true;
+    if (ExecState(at) != kNone) return true;
   }
   return true;
 }

@@ -1,11 +1,12 @@
 #include "lib/crypto.h"
 
+#include <dlfcn.h>
 #include <fcntl.h>
-#include <openssl/crypto.h>
 #include <openssl/evp.h>
 
 #include <algorithm>
 #include <array>
+#include <cstring>
 #include <memory>
 #include <optional>
 #include <span>
@@ -47,12 +48,12 @@ struct HmacKey {
       std::ranges::copy(key, padded.begin());
     std::ranges::transform(padded, inner.begin(), [](uint8_t byte) { return byte ^ 0x36; });
     std::ranges::transform(padded, outer.begin(), [](uint8_t byte) { return byte ^ 0x5c; });
-    OPENSSL_cleanse(padded.data(), padded.size());
+    explicit_bzero(padded.data(), padded.size());
   }
   HmacKey(const HmacKey&) = delete;
   ~HmacKey() {
-    OPENSSL_cleanse(inner.data(), inner.size());
-    OPENSSL_cleanse(outer.data(), outer.size());
+    explicit_bzero(inner.data(), inner.size());
+    explicit_bzero(outer.data(), outer.size());
   }
 
   Block inner;
@@ -131,7 +132,7 @@ class SealKey {
     return SealKey(std::move(*bytes));
   }
   SealKey(SealKey&&) = default;
-  ~SealKey() { OPENSSL_cleanse(bytes_.data(), bytes_.size()); }
+  ~SealKey() { explicit_bzero(bytes_.data(), bytes_.size()); }
 
   const uint8_t* data() const { return bytes_.data(); }
 
@@ -141,8 +142,48 @@ class SealKey {
   std::vector<uint8_t> bytes_;
 };
 
+/// What is used of the library of ciphers. It is loaded at its first use: few scripts need it, and
+/// binding its names would be most of what starting this program takes.
+class CipherLibrary {
+ public:
+  /// Null where the host doesn't have the library.
+  static const CipherLibrary* Get() {
+    static const CipherLibrary library;
+    return library.complete_ ? &library : nullptr;
+  }
+
+  decltype(&EVP_CIPHER_CTX_new) context_new = nullptr;
+  decltype(&EVP_CIPHER_CTX_free) context_free = nullptr;
+  decltype(&EVP_CIPHER_CTX_ctrl) context_control = nullptr;
+  decltype(&EVP_aes_256_gcm) aes_256_gcm = nullptr;
+  decltype(&EVP_CipherInit_ex) start = nullptr;
+  decltype(&EVP_CipherUpdate) update = nullptr;
+  decltype(&EVP_CipherFinal_ex) finish = nullptr;
+
+ private:
+  static constexpr const char* kName = "libcrypto.so.3";
+
+  CipherLibrary() {
+    void* library = dlopen(kName, RTLD_NOW | RTLD_LOCAL);
+    complete_ = library != nullptr && Find(library, "EVP_CIPHER_CTX_new", &context_new) &&
+                Find(library, "EVP_CIPHER_CTX_free", &context_free) &&
+                Find(library, "EVP_CIPHER_CTX_ctrl", &context_control) &&
+                Find(library, "EVP_aes_256_gcm", &aes_256_gcm) &&
+                Find(library, "EVP_CipherInit_ex", &start) && Find(library, "EVP_CipherUpdate", &update) &&
+                Find(library, "EVP_CipherFinal_ex", &finish);
+  }
+
+  template <typename Function>
+  static bool Find(void* library, const char* name, Function* function) {
+    *function = reinterpret_cast<Function>(dlsym(library, name));
+    return *function != nullptr;
+  }
+
+  bool complete_ = false;
+};
+
 struct CipherFree {
-  void operator()(EVP_CIPHER_CTX* cipher) const { EVP_CIPHER_CTX_free(cipher); }
+  void operator()(EVP_CIPHER_CTX* cipher) const { CipherLibrary::Get()->context_free(cipher); }
 };
 using Cipher = std::unique_ptr<EVP_CIPHER_CTX, CipherFree>;
 
@@ -150,9 +191,11 @@ enum class Direction { kOpen = 0, kSeal = 1 };
 
 // Null on failure. 12 bytes of nonce are what this mode takes unless told otherwise.
 Cipher StartCipher(const SealKey& key, const uint8_t* nonce, Direction direction) {
-  Cipher cipher(EVP_CIPHER_CTX_new());
-  if (cipher == nullptr || EVP_CipherInit_ex(cipher.get(), EVP_aes_256_gcm(), nullptr, key.data(), nonce,
-                                             static_cast<int>(direction)) != 1) {
+  const CipherLibrary* library = CipherLibrary::Get();
+  if (library == nullptr) return nullptr;
+  Cipher cipher(library->context_new());
+  if (cipher == nullptr || library->start(cipher.get(), library->aes_256_gcm(), nullptr, key.data(), nonce,
+                                          static_cast<int>(direction)) != 1) {
     return nullptr;
   }
   return cipher;
@@ -161,20 +204,20 @@ Cipher StartCipher(const SealKey& key, const uint8_t* nonce, Direction direction
 // Works `from` into `to`, which has the same size. This mode holds nothing back for the final call.
 bool RunCipher(EVP_CIPHER_CTX* cipher, std::string_view from, uint8_t* to) {
   int written = 0;
-  return from.empty() ||
-         EVP_CipherUpdate(cipher, to, &written, AsBytes(from), static_cast<int>(from.size())) == 1;
+  return from.empty() || CipherLibrary::Get()->update(cipher, to, &written, AsBytes(from),
+                                                      static_cast<int>(from.size())) == 1;
 }
 
 bool FinishCipher(EVP_CIPHER_CTX* cipher) {
   uint8_t unused[EVP_MAX_BLOCK_LENGTH];
   int written = 0;
-  return EVP_CipherFinal_ex(cipher, unused, &written) == 1;
+  return CipherLibrary::Get()->finish(cipher, unused, &written) == 1;
 }
 
 bool SetTag(EVP_CIPHER_CTX* cipher, std::string_view tag) {
   std::array<char, kTagSize> copy{};
   std::ranges::copy(tag, copy.begin());
-  return EVP_CIPHER_CTX_ctrl(cipher, EVP_CTRL_GCM_SET_TAG, kTagSize, copy.data()) == 1;
+  return CipherLibrary::Get()->context_control(cipher, EVP_CTRL_GCM_SET_TAG, kTagSize, copy.data()) == 1;
 }
 
 }  // namespace
@@ -213,7 +256,7 @@ std::string MorvEncrypt(std::string_view key_hex, std::string_view text, size_t 
   if (!FillRandom({nonce, kNonceSize})) return {};
   const Cipher cipher = StartCipher(*key, nonce, Direction::kSeal);
   if (cipher == nullptr || !RunCipher(cipher.get(), text, tag + kTagSize) || !FinishCipher(cipher.get()) ||
-      EVP_CIPHER_CTX_ctrl(cipher.get(), EVP_CTRL_GCM_GET_TAG, kTagSize, tag) != 1) {
+      CipherLibrary::Get()->context_control(cipher.get(), EVP_CTRL_GCM_GET_TAG, kTagSize, tag) != 1) {
     return {};
   }
   return MorvBase64Encode(AsText(sealed), capacity);
@@ -232,7 +275,7 @@ std::string MorvDecrypt(std::string_view key_hex, std::string_view sealed, size_
       SetTag(cipher.get(), tag) && FinishCipher(cipher.get())) {
     return text;
   }
-  OPENSSL_cleanse(text.data(), text.size());
+  explicit_bzero(text.data(), text.size());
   return {};
 }
 

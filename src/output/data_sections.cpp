@@ -69,7 +69,7 @@ const char* StorageWord(const SYM_REC* symbol) {
 }
 
 void QuoteLine(CodegenContext& context, SourceLine line) {
-  Line(context.assembly, line, "//", context.slot.Sources.LineText(line), '\n');
+  Line(context.assembly, line, "//", QuotedLine(context.slot, line), '\n');
 }
 
 void QuoteStruct(CodegenContext& context, const SYM_REC* symbol) {
@@ -79,7 +79,7 @@ void QuoteStruct(CodegenContext& context, const SYM_REC* symbol) {
 }
 
 void DescribeStruct(CodegenContext& context, const SYM_REC* symbol) {
-  Line(context.assembly, symbol->Line, " //", context.slot.Sources.LineText(symbol->Line),
+  Line(context.assembly, symbol->Line, " //", QuotedLine(context.slot, symbol->Line),
        " (name=", AsmNameOf(context, symbol), " size=", GetObjectStructSize(symbol->Struct),
        " star_count=", symbol->TotalDepth, " array_dimension_count=", symbol->Shape.DimensionCount,
        " static=", (symbol->StorageType & STATIC_VAR) != 0 ? 1 : 0, ")\n");

@@ -240,7 +240,6 @@ struct CODE_BLOCK {
 struct STATEMENT_BLOCK {
   int64_t Index = -1;
   StatementKind StatementType = STATEMENT_TYPE_PLAIN;
-  uint8_t ExecState = 0;  ///< left by the interpreter: 1 break, 2 exit, 3 return, 4 continue
   bool IsDelete = false;
   bool IsDeleteArray = false;
   const char* DerivedName = nullptr;

@@ -22,7 +22,8 @@ namespace vorc::fuzz {
 /// environment nor wait.
 class BufferCompilation {
  public:
-  BufferCompilation(std::string_view text, bool script) {
+  BufferCompilation(std::string_view text, bool script, Road road = Road::kMachine)
+      : interpreter_(*slot_, road) {
     slot_->Target.script = script;
     slot_->Display.set_quiet(true);
     slot_->Services = &interpreter_;
@@ -46,7 +47,7 @@ class BufferCompilation {
 
   std::unique_ptr<C_SLOT> slot_ = std::make_unique<C_SLOT>();
   Scanner scanner_{*slot_};
-  Interpreter interpreter_{*slot_};
+  Interpreter interpreter_;
 };
 
 /// Takes the handler from every built-in that isn't known to be harmless; calling one is an error.

@@ -1,0 +1,196 @@
+#include <cstring>
+#include <new>
+
+#include "base/format.h"
+#include "base/host_stack.h"
+#include "interp/frame.h"
+#include "interp/interpreter.h"
+#include "interp/vm_compiler.h"
+
+// What the register machine does out of line: compiling, checks that fail, the general road.
+
+namespace vorc {
+
+FunctionCode* Interpreter::CodeOf(FUNCPROTO_REC* function) {
+  auto& code = codes_[function];
+  if (code == nullptr) {
+    code = std::make_unique<FunctionCode>();
+    code->function = function;
+  }
+  return code.get();
+}
+
+void Interpreter::Compile(FunctionCode* code) {
+  PROC_TABLE* body = code->function->ProcBody;
+  if (body->ArgSize < 0) PlaceParameters(slot_, code->function);
+  if (body->LocalSize < 0) PlaceLocals(slot_, code->function);
+  code->local_bytes = (int64_t{body->LocalSize} + 1) * static_cast<int64_t>(ScriptMemory::kWordSize);
+  VmCompiler(*this, *code).CompileBody(code == &entry_code_);
+  if (std::getenv("VORC_DISASSEMBLE") != nullptr) std::fputs(Disassemble(*code).c_str(), stderr);
+}
+
+int32_t Interpreter::CaseOf(const SwitchTable& table, int32_t value) {
+  const int64_t index = value - table.lowest;
+  if (static_cast<uint64_t>(index) < table.dense.size()) return table.dense[static_cast<size_t>(index)];
+  if (table.sparse.empty()) return table.otherwise;
+  const auto found = table.sparse.find(value);
+  return found == table.sparse.end() ? table.otherwise : found->second;
+}
+
+bool Interpreter::KeepTemps(const char* fp, int32_t count) {
+  const auto size = static_cast<size_t>(count) * ScriptMemory::kWordSize;
+  if (size > static_cast<size_t>(save_memory_.data() + save_memory_.size() - save_top_)) return false;
+  std::memcpy(save_top_, fp - ScriptMemory::kShadowDistance - size, size);
+  save_top_ += size;
+  return true;
+}
+
+void Interpreter::BringTempsBack(char* fp, int32_t count) {
+  const auto size = static_cast<size_t>(count) * ScriptMemory::kWordSize;
+  save_top_ -= size;
+  std::memcpy(fp - ScriptMemory::kShadowDistance - size, save_top_, size);
+}
+
+void Interpreter::ReportFullStack(const Site& site) {
+  const char* name = site.callee == nullptr ? "?" : site.callee->function->name->c_str();
+  Fail(site.op == nullptr ? nullptr : site.op->node,
+       Format("The script's stack of %d words is used up in function '%s'.",
+              static_cast<int>(ScriptMemory::kStackWords), name));
+}
+
+// An index outside of its array: a warning, and only an error where it leaves the script's memory.
+bool Interpreter::ReportElement(const Site& site, int32_t index, char* address) {
+  const EXPR_NODE* node = site.op->node;
+  if (index >= site.length) slot_.WarningAt(node->Line, "Array index out of range!!");
+  if (memory_.Reach(address, static_cast<size_t>(site.stride > 0 ? site.stride : 1))) return true;
+  ReportPointer(site, address);
+  return false;
+}
+
+void Interpreter::ReportPointer(const Site& site, const char* pointer) {
+  Entry entry;
+  entry.symbol = site.symbol;
+  NullPointer(site.op->node, entry, pointer);
+}
+
+void Interpreter::ReportPointed(const Site& site, const char* pointer, int32_t index) {
+  const bool told_as_null = pointer == nullptr && site.length >= 0;
+  ReportPointer(site, told_as_null ? nullptr : Displaced(pointer, int64_t{index} * site.stride));
+}
+
+void Interpreter::StartGeneral(const Site& site) {
+  current_line_ = site.statement->Line;
+  SweepIfDue();
+}
+
+bool Interpreter::RunGeneral(const Site& site) {
+  StartGeneral(site);
+  Entry result;
+  return EvaluateObject(site.code, Mode::kNormal, &result) && !failed();
+}
+
+bool Interpreter::RunGeneralLow(const Site& site, int32_t* low) {
+  StartGeneral(site);
+  return EvaluateLow(site.code, Mode::kNormal, low) && !failed();
+}
+
+bool Interpreter::RunGeneralReturn(const Site& site) {
+  StartGeneral(site);
+  return SetReturnValue(site.statement) && !failed();
+}
+
+// A call of a built-in whose arguments lie in the frame, but for those that only the general road gives.
+bool Interpreter::RunBuiltinSite(const Site& site, char* fp, char* result) {
+  const Op& op = *site.op;
+  Entry value;
+  if (static_cast<int64_t>(slot_.FuncPrototypes.count()) != site.length &&
+      FindFunction(slot_, &slot_.Globals, op.node->name) != nullptr) {
+    // Since this was compiled, a function of the script has taken the name.
+    Entry* at = operands_;
+    if (!NameCall(op, Mode::kNormal, at)) return false;
+    value = *at;
+  } else {
+    SweepIfDue();
+    // Only those that there are get cleared.
+    alignas(BuiltinValue) char room[kMostBuiltinArguments * sizeof(BuiltinValue)];
+    auto* values = reinterpret_cast<BuiltinValue*>(room);
+    const size_t count = site.arguments.size();
+    for (size_t i = 0; i < count; ++i) {
+      new (&values[i]) BuiltinValue();
+      if (!ArgumentOf(site.arguments[i], fp, &values[i])) return false;
+    }
+    if (!RunBuiltin(op, values, count, &value)) return false;
+  }
+  if (op.builtin->result == BuiltinResult::kText)
+    std::memcpy(result, &value.text, sizeof value.text);
+  else if (value.IsDouble() || op.builtin->result != BuiltinResult::kDouble)
+    std::memcpy(result, &value.value, sizeof value.value);
+  else {
+    const auto number = static_cast<double>(value.Low());
+    std::memcpy(result, &number, sizeof number);
+  }
+  return !failed();
+}
+
+bool Interpreter::ArgumentOf(const BuiltinArgument& argument, const char* fp, BuiltinValue* value) {
+  switch (argument.from) {
+    case BuiltinArgument::From::kInt: {
+      int32_t number = 0;
+      std::memcpy(&number, fp + argument.place, sizeof number);
+      value->kind = BuiltinValue::Kind::kInteger;
+      value->integer = number;
+      return true;
+    }
+    case BuiltinArgument::From::kReal:
+      value->kind = BuiltinValue::Kind::kDouble;
+      std::memcpy(&value->real, fp + argument.place, sizeof value->real);
+      std::memcpy(&value->integer, fp + argument.place, sizeof value->integer);
+      return true;
+    case BuiltinArgument::From::kText:
+      value->kind = BuiltinValue::Kind::kText;
+      value->text = argument.text;
+      return true;
+    case BuiltinArgument::From::kTextAt:
+      std::memcpy(&value->text, fp + argument.place, sizeof value->text);
+      value->kind = value->text != nullptr ? BuiltinValue::Kind::kText : BuiltinValue::Kind::kInteger;
+      return true;
+    default: break;
+  }
+  if (argument.symbol != nullptr &&
+      (argument.symbol->ValueType != Tok::dollar || argument.symbol->CurrentType == Tok::STRING)) {
+    const char* text = nullptr;
+    std::memcpy(&text, fp + argument.place, sizeof text);
+    if (CheckedText(text) != nullptr) {
+      value->kind = BuiltinValue::Kind::kText;
+      value->text = text;
+      return true;
+    }
+  }
+  Entry entry;
+  if (!Evaluate(argument.code, Mode::kNormal, &entry)) return false;
+  *value = ToBuiltinValue(entry);
+  return true;
+}
+
+void Interpreter::StoreText(SYM_REC* symbol, char* address, const char* text) {
+  if (text != nullptr) return StoreDollarText(symbol, address, text);
+  std::memset(address, 0, ScriptMemory::kWordSize);
+  symbol->CurrentType = Tok::int_;
+}
+
+std::string Disassemble(const FunctionCode& code) {
+  static constexpr const char* kNames[] = {
+#define X(name, meaning) #name,
+#include "interp/vm_instructions.def"
+#undef X
+  };
+  std::string text = Format("%s:\n", code.function->name->c_str());
+  for (size_t i = 0; i < code.insns.size(); ++i) {
+    const Insn& insn = code.insns[i];
+    text += Format("%5zu  %-18s %9d %9d %9d  #%d\n", i, kNames[static_cast<size_t>(insn.op)], insn.a, insn.b,
+                   insn.c, insn.d);
+  }
+  return text;
+}
+
+}  // namespace vorc

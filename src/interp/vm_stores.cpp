@@ -1,0 +1,427 @@
+#include "interp/interpreter.h"
+#include "interp/vm_compiler.h"
+
+namespace vorc {
+
+namespace {
+
+/// The instructions that read and write one form of variable at all kinds of places.
+struct FormOps {
+  VmOp load, store;  ///< in the frame
+  VmOp load_data, store_data;
+  VmOp load_at, store_at;
+  VmOp load_element, store_element;  ///< kJump where there is none
+  VmOp load_data_element, store_data_element;
+  VmOp load_element2, store_element2;
+  VmOp load_data_element2, store_data_element2;
+  VmOp load_pointed, store_pointed;
+  VmOp load_member, store_member;
+};
+
+const FormOps& OpsOf(Form form) {
+  constexpr VmOp kNo = VmOp::kJump;
+  static constexpr FormOps kInt = {VmOp::kMoveInt,
+                                   VmOp::kMoveInt,
+                                   VmOp::kLoadDataInt,
+                                   VmOp::kStoreDataInt,
+                                   VmOp::kLoadIntAt,
+                                   VmOp::kStoreIntAt,
+                                   VmOp::kLoadElementInt,
+                                   VmOp::kStoreElementInt,
+                                   VmOp::kLoadDataElementInt,
+                                   VmOp::kStoreDataElementInt,
+                                   VmOp::kLoadElement2Int,
+                                   VmOp::kStoreElement2Int,
+                                   VmOp::kLoadDataElement2Int,
+                                   VmOp::kStoreDataElement2Int,
+                                   VmOp::kLoadPointedInt,
+                                   VmOp::kStorePointedInt,
+                                   VmOp::kLoadMemberInt,
+                                   VmOp::kStoreMemberInt};
+  static constexpr FormOps kByte = {VmOp::kLoadByte,
+                                    VmOp::kStoreByte,
+                                    VmOp::kLoadDataByte,
+                                    VmOp::kStoreDataByte,
+                                    VmOp::kLoadByteAt,
+                                    VmOp::kStoreByteAt,
+                                    VmOp::kLoadElementByte,
+                                    VmOp::kStoreElementByte,
+                                    VmOp::kLoadDataElementByte,
+                                    VmOp::kStoreDataElementByte,
+                                    kNo,
+                                    kNo,
+                                    kNo,
+                                    kNo,
+                                    VmOp::kLoadPointedByte,
+                                    VmOp::kStorePointedByte,
+                                    kNo,
+                                    kNo};
+  static constexpr FormOps kHalf = {VmOp::kLoadHalf,
+                                    VmOp::kStoreHalf,
+                                    VmOp::kLoadDataHalf,
+                                    VmOp::kStoreDataHalf,
+                                    VmOp::kLoadHalfAt,
+                                    VmOp::kStoreHalfAt,
+                                    kNo,
+                                    kNo,
+                                    kNo,
+                                    kNo,
+                                    kNo,
+                                    kNo,
+                                    kNo,
+                                    kNo,
+                                    kNo,
+                                    kNo,
+                                    kNo,
+                                    kNo};
+  static constexpr FormOps kReal = {VmOp::kMoveReal,
+                                    VmOp::kMoveReal,
+                                    VmOp::kLoadDataReal,
+                                    VmOp::kStoreDataReal,
+                                    VmOp::kLoadRealAt,
+                                    VmOp::kStoreRealAt,
+                                    VmOp::kLoadElementReal,
+                                    VmOp::kStoreElementReal,
+                                    VmOp::kLoadDataElementReal,
+                                    VmOp::kStoreDataElementReal,
+                                    VmOp::kLoadElement2Real,
+                                    VmOp::kStoreElement2Real,
+                                    VmOp::kLoadDataElement2Real,
+                                    VmOp::kStoreDataElement2Real,
+                                    VmOp::kLoadPointedReal,
+                                    VmOp::kStorePointedReal,
+                                    VmOp::kLoadMemberReal,
+                                    VmOp::kStoreMemberReal};
+  static constexpr FormOps kFloat = {VmOp::kLoadFloat,
+                                     VmOp::kStoreFloat,
+                                     VmOp::kLoadDataFloat,
+                                     VmOp::kStoreDataFloat,
+                                     VmOp::kLoadFloatAt,
+                                     VmOp::kStoreFloatAt,
+                                     kNo,
+                                     kNo,
+                                     kNo,
+                                     kNo,
+                                     kNo,
+                                     kNo,
+                                     kNo,
+                                     kNo,
+                                     kNo,
+                                     kNo,
+                                     kNo,
+                                     kNo};
+  static constexpr FormOps kWord = {VmOp::kMoveWord,
+                                    VmOp::kMoveWord,
+                                    VmOp::kLoadDataWord,
+                                    VmOp::kStoreDataWord,
+                                    VmOp::kLoadWordAt,
+                                    VmOp::kStoreWordAt,
+                                    kNo,
+                                    kNo,
+                                    kNo,
+                                    kNo,
+                                    kNo,
+                                    kNo,
+                                    kNo,
+                                    kNo,
+                                    kNo,
+                                    kNo,
+                                    VmOp::kLoadMemberWord,
+                                    VmOp::kStoreMemberWord};
+  switch (form) {
+    case Form::kByte: return kByte;
+    case Form::kHalf: return kHalf;
+    case Form::kReal: return kReal;
+    case Form::kFloat: return kFloat;
+    case Form::kWord: return kWord;
+    default: return kInt;
+  }
+}
+
+bool Between(VmOp op, VmOp first, VmOp last) {
+  return op >= first && op <= last;
+}
+
+// True for an instruction whose one result is what it leaves in `a`.
+bool Produces(VmOp op) {
+  return Between(op, VmOp::kMoveInt, VmOp::kSignHalf) || Between(op, VmOp::kMoveReal, VmOp::kRealToInt) ||
+         Between(op, VmOp::kLoadByte, VmOp::kMoveWord) ||
+         Between(op, VmOp::kLoadDataInt, VmOp::kLoadDataWord) ||
+         Between(op, VmOp::kLoadElementInt, VmOp::kLoadDataElementReal) ||
+         Between(op, VmOp::kLoadElement2Int, VmOp::kLoadDataElement2Real) ||
+         Between(op, VmOp::kLoadPointedInt, VmOp::kLoadPointedReal) ||
+         Between(op, VmOp::kLoadMemberInt, VmOp::kLoadMemberWord) ||
+         Between(op, VmOp::kLoadIntAt, VmOp::kLoadWordAt) || Between(op, VmOp::kCall, VmOp::kTakeReal);
+}
+
+}  // namespace
+
+// Lets the instruction that made a temporary leave its result elsewhere.
+bool VmCompiler::Redirect(int32_t from, int32_t to) {
+  if (from > -static_cast<int32_t>(ScriptMemory::kShadowDistance) || code_.insns.size() <= barrier_)
+    return false;
+  Insn& last = code_.insns.back();
+  if (!Produces(last.op) || last.a != from) return false;
+  last.a = to;
+  return true;
+}
+
+bool VmCompiler::LoadTo(const Item& item, int32_t place) {
+  if (item.form == Form::kNone) return false;
+  const FormOps& ops = OpsOf(item.form);
+  switch (item.where) {
+    case Item::Where::kFrame: Emit(ops.load, place, item.place); return true;
+    case Item::Where::kData: Emit(ops.load_data, place, item.place); return true;
+    case Item::Where::kAddress: Emit(ops.load_at, place, item.place, item.offset); return true;
+    case Item::Where::kMember:
+      if (ops.load_member == VmOp::kJump) break;
+      Emit(ops.load_member, place, item.place, item.offset, item.site);
+      return true;
+    case Item::Where::kElement: {
+      const VmOp two = item.in_data ? ops.load_data_element2 : ops.load_element2;
+      const VmOp one = item.in_data ? ops.load_data_element : ops.load_element;
+      const VmOp op = item.index_count == 2 ? two : one;
+      if (op == VmOp::kJump) break;
+      Emit(op, place, item.index, item.index_count == 2 ? item.index2 : 0, item.site);
+      return true;
+    }
+    case Item::Where::kPointed:
+      if (ops.load_pointed == VmOp::kJump) break;
+      Emit(ops.load_pointed, place, item.index, item.place, item.site);
+      return true;
+    default: return false;
+  }
+  Item address = item;
+  return ToAddress(&address) && LoadTo(address, place);
+}
+
+// All 64 bits of a pointer or a typeless variable.
+int32_t VmCompiler::WordPlace(const Item& item) {
+  if (!item.IsVariable() || item.form != Form::kWord || !Guard(item)) return kNoPlace;
+  if (item.where == Item::Where::kFrame) return item.place;
+  const int32_t place = NewTemp();
+  return LoadTo(item, place) ? place : kNoPlace;
+}
+
+bool VmCompiler::StoreTypeless(const Item& target, const Item& value) {
+  if (target.where == Item::Where::kFrame && value.where == Item::Where::kTextValue) {
+    int site = 0;
+    NewSite(&site).symbol = target.symbol;
+    Emit(VmOp::kStoreTypelessText, target.place, value.place, 0, site);
+    return true;
+  }
+  if (target.where != Item::Where::kFrame || !Numeric(value) || value.kind == 3) return false;
+  int number = 0;
+  if (value.is_real) {
+    const int32_t from = RealPlace(value);
+    if (from == kNoPlace) return false;
+    NewSite(&number).symbol = target.symbol;
+    Emit(VmOp::kStoreTypelessWord, target.place, from, static_cast<int32_t>(Tok::double_), number);
+    return true;
+  }
+  const bool word = value.typeless;
+  if (!word && (!value.exact || value.is_unsigned)) return false;
+  const int32_t from = word ? WordPlace(value) : IntPlace(value);
+  if (from == kNoPlace) return false;
+  NewSite(&number).symbol = target.symbol;
+  Emit(word ? VmOp::kStoreTypelessWord : VmOp::kStoreTypelessInt, target.place, from,
+       static_cast<int32_t>(Tok::int_), number);
+  return true;
+}
+
+// Stores a number in the target's form. What the value was stays as it is.
+bool VmCompiler::Store(const Item& target, const Item& value) {
+  if (target.typeless) return StoreTypeless(target, value);
+  if (target.form == Form::kNone || target.kind == 1) return false;
+  int32_t from = kNoPlace;
+  const bool real_target = target.form == Form::kReal || target.form == Form::kFloat;
+  if (target.form == Form::kWord && value.where == Item::Where::kTextValue) {
+    from = value.place;
+  } else if (target.form == Form::kWord) {
+    // A pointer. Texts have rules of their own.
+    if (!value.IsVariable() || value.typeless || value.kind != 3 || !Numeric(value)) return false;
+    from = WordPlace(value);
+  } else if (real_target) {
+    if (value.IsVariable() && !value.is_real && (value.typeless || value.kind == 3)) return false;
+    from = RealPlace(value);
+  } else if (value.is_real) {
+    const int32_t real = RealPlace(value);
+    if (real == kNoPlace) return false;
+    from = NewTemp();
+    Emit(VmOp::kRealToInt, from, real);
+  } else {
+    from = IntPlace(value);
+  }
+  if (from == kNoPlace) return false;
+  const FormOps& ops = OpsOf(target.form);
+  switch (target.where) {
+    case Item::Where::kFrame: {
+      const bool whole = target.form == Form::kInt || target.form == Form::kReal;
+      if (!whole || !Redirect(from, target.place)) Emit(ops.store, target.place, from);
+      return true;
+    }
+    case Item::Where::kData: Emit(ops.store_data, target.place, from); return true;
+    case Item::Where::kAddress: Emit(ops.store_at, from, target.place, target.offset); return true;
+    case Item::Where::kMember:
+      if (ops.store_member == VmOp::kJump) break;
+      Emit(ops.store_member, from, target.place, target.offset, target.site);
+      return true;
+    case Item::Where::kElement: {
+      const VmOp two = target.in_data ? ops.store_data_element2 : ops.store_element2;
+      const VmOp one = target.in_data ? ops.store_data_element : ops.store_element;
+      const VmOp op = target.index_count == 2 ? two : one;
+      if (op == VmOp::kJump) break;
+      Emit(op, from, target.index, target.index_count == 2 ? target.index2 : 0, target.site);
+      return true;
+    }
+    case Item::Where::kPointed:
+      if (ops.store_pointed == VmOp::kJump) break;
+      Emit(ops.store_pointed, from, target.index, target.place, target.site);
+      return true;
+    default: return false;
+  }
+  Item address = target;
+  return ToAddress(&address) && [&] {
+    Emit(ops.store_at, from, address.place, address.offset);
+    return true;
+  }();
+}
+
+bool VmCompiler::Assign(const Op& op) {
+  if (items_.size() < level_base_ + 2) return false;
+  Item right = Pop();
+  const Item left = Pop();
+  if (!left.IsVariable()) return false;
+  // A struct is copied as a whole, and an array's name is no number: the general road knows how.
+  if (right.where == Item::Where::kNowhere || (left.kind == 2 && left.form == Form::kNone)) return false;
+  const bool unused = op.last && depth_ == 1 && dropped_;
+  if (!unused && right.IsText()) return false;
+  if (!unused && right.IsVariable()) {
+    // What goes on from here is the value as it was.
+    const Order order = order_;
+    order_ = Order::kOrdered;
+    const bool captured = right.kind == 2 && Capture(&right);
+    order_ = order;
+    if (!captured) return false;
+  }
+  if (!unused) barrier_ = code_.insns.size();
+  if (!Store(left, right)) return false;
+  if (unused) right = Item();
+  right.indexed = false;
+  items_.push_back(right);
+  return true;
+}
+
+bool VmCompiler::StepVariable(Item item, int step) {
+  if (item.kind != 2 || !item.IsVariable()) return false;
+  if (item.typeless) {
+    if (item.where != Item::Where::kFrame || item.is_real || !Guard(item)) return false;
+    Emit(VmOp::kAddWord, item.place, 0, step);
+    return true;
+  }
+  const bool in_place = item.where == Item::Where::kFrame;
+  if (item.form == Form::kReal) {
+    if (!in_place && !ToAddress(&item)) return false;
+    const int32_t place = in_place ? item.place : NewTemp();
+    int number = 0;
+    NewSite(&number).real = step;
+    if (!in_place && !LoadTo(item, place)) return false;
+    Emit(VmOp::kAddRealConst, place, place, 0, number);
+    if (!in_place) Emit(VmOp::kStoreRealAt, place, item.place, item.offset);
+    return true;
+  }
+  if (item.form != Form::kInt && item.form != Form::kByte && item.form != Form::kHalf) return false;
+  if (in_place && item.form == Form::kInt) {
+    Emit(VmOp::kAddImm, item.place, item.place, step);
+    return true;
+  }
+  const bool direct = in_place || item.where == Item::Where::kData;
+  if (!direct && !ToAddress(&item)) return false;
+  const int32_t place = NewTemp();
+  if (!direct && item.form == Form::kInt) {
+    Emit(VmOp::kConstInt, place, 0, step);
+    Emit(VmOp::kAddIntAt, place, item.place, item.offset);
+    return true;
+  }
+  if (!LoadTo(item, place)) return false;
+  Emit(VmOp::kAddImm, place, place, step);
+  Item value;
+  value.where = Item::Where::kValue;
+  value.place = place;
+  barrier_ = code_.insns.size();
+  return Store(item, value);
+}
+
+// `op=`. Unlike other reads, this one keeps the sign of a narrow integer.
+bool VmCompiler::Compound(const Op& op) {
+  if (items_.size() < level_base_ + 2) return false;
+  const Item right = Pop();
+  Item left = Pop();
+  if (!left.IsVariable() || left.kind != 2 || !Numeric(left) || !Numeric(right)) return false;
+  if (right.is_unsigned || right.kind == 3) return false;
+  if (right.IsVariable() && right.typeless && !right.is_real) return false;
+  Tok token = Tok::NOTOKEN;
+  switch (op.token) {
+    case Tok::PLUS_EQ: token = Tok::PLUS; break;
+    case Tok::MINUS_EQ: token = Tok::MINUS; break;
+    case Tok::STAR_EQ: token = Tok::STAR; break;
+    case Tok::SLASH_EQ: token = Tok::SLASH; break;
+    case Tok::DIV_EQ: token = Tok::MOD; break;
+    case Tok::BITAND_EQ: token = Tok::BITAND; break;
+    case Tok::BITOR_EQ: token = Tok::BITOR; break;
+    case Tok::HAT_EQ: token = Tok::XOR; break;
+    case Tok::LEFTSHIFT_EQ: token = Tok::LEFTSHIFT; break;
+    case Tok::RIGHTSHIFT_EQ: token = Tok::RIGHTSHIFT; break;
+    default: return false;
+  }
+  const bool real = left.is_real || right.is_real;
+  if (real && token != Tok::PLUS && token != Tok::MINUS && token != Tok::STAR && token != Tok::SLASH)
+    return false;
+  // A typeless integer is 64 bits wide here.
+  if (left.typeless && !real) return false;
+  const bool in_frame = left.where == Item::Where::kFrame || left.where == Item::Where::kData;
+  if (!in_frame && !ToAddress(&left)) return false;
+  if (left.where == Item::Where::kAddress && left.form == Form::kInt && token == Tok::PLUS && !real &&
+      op.last) {
+    const int32_t from = IntPlace(right);
+    if (from == kNoPlace) return false;
+    Emit(VmOp::kAddIntAt, from, left.place, left.offset);
+    items_.emplace_back();
+    return true;
+  }
+  Item read = left;
+  const bool narrow = left.form == Form::kByte || left.form == Form::kHalf;
+  if (narrow && !real) {
+    const int32_t place = NewTemp();
+    if (!LoadTo(left, place)) return false;
+    if (left.form == Form::kHalf || left.type != Tok::UCHAR)
+      Emit(left.form == Form::kByte ? VmOp::kSignByte : VmOp::kSignHalf, place, place);
+    read = Item();
+    read.where = Item::Where::kValue;
+    read.place = place;
+  } else if (narrow) {
+    return false;
+  }
+  // Not released below: the target's address is still needed.
+  items_.push_back(left);
+  Item result;
+  bool good = false;
+  if (real && token == Tok::SLASH) {
+    const int32_t a = RealPlace(read);
+    const int32_t b = RealPlace(right);
+    result.where = Item::Where::kValue;
+    result.is_real = true;
+    result.place = NewTemp();
+    good = a != kNoPlace && b != kNoPlace;
+    if (good) Emit(VmOp::kQuotReal, result.place, a, b);
+  } else {
+    good = real ? Reals(token, op, read, right, &result) : Integers(token, op, read, right, &result);
+  }
+  items_.pop_back();
+  if (!good || !Store(left, result)) return false;
+  // The value of the whole is rarely asked for, and then the general road gives it.
+  items_.emplace_back();
+  return true;
+}
+
+}  // namespace vorc
