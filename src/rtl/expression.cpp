@@ -19,13 +19,10 @@ struct Operator {
   std::string_view text;
 };
 constexpr Operator kOperators[] = {
-    {Tok::AND, "&&"},       {Tok::OR, "||"},          {Tok::LT, "<"},
-    {Tok::GT, ">"},         {Tok::NE, "!="},          {Tok::LE, "<="},
-    {Tok::GE, ">="},        {Tok::EQ, "=="},          {Tok::PLUS, "+"},
-    {Tok::MINUS, "-"},      {Tok::STAR, "*"},         {Tok::SLASH, "/"},
-    {Tok::DIV, "/"},        {Tok::MOD, "%"},          {Tok::XOR, "^"},
-    {Tok::HAT, "^"},        {Tok::BITAND, "&"},       {Tok::BITOR, "|"},
-    {Tok::LEFTSHIFT, "<<"}, {Tok::RIGHTSHIFT, ">>>"},
+    {Tok::AND, "&&"}, {Tok::OR, "||"},    {Tok::LT, "<"},    {Tok::GT, ">"},         {Tok::NE, "!="},
+    {Tok::LE, "<="},  {Tok::GE, ">="},    {Tok::EQ, "=="},   {Tok::PLUS, "+"},       {Tok::MINUS, "-"},
+    {Tok::STAR, "*"}, {Tok::SLASH, "/"},  {Tok::DIV, "/"},   {Tok::MOD, "%"},        {Tok::XOR, "^"},
+    {Tok::HAT, "^"},  {Tok::BITAND, "&"}, {Tok::BITOR, "|"}, {Tok::LEFTSHIFT, "<<"}, {Tok::RIGHTSHIFT, ">>>"},
 };
 
 bool IsName(const EXPR_NODE* node) {
@@ -95,8 +92,7 @@ class Translation {
       case Tok::IDENTIFIER:
       case Tok::DOLLAR_IDENTIFIER: return PushName(node, stack);
       case Tok::NUMBER:
-      case Tok::HEXNUMBER:
-        return Push(stack, Format("32'sd%lld", static_cast<long long>(node->NumberValue)));
+      case Tok::HEXNUMBER: return Push(stack, Format("32'sd%lld", static_cast<long long>(node->NumberValue)));
       case Tok::REAL_NUMBER:
         return Fail("floating-point literal is not synthesizable in v1 (integer subset only)");
       case Tok::ASSIGN: return Fail("assignment inside an expression is not supported in v1");
@@ -228,8 +224,8 @@ std::optional<int64_t> morv_rtl_expr_eval(RtlExpression expression, const RtlEnv
     if (IsPassedOver(node)) continue;
     const bool is_operator = !morv_rtl_verilog_op(node->Token).empty();
     if (is_operator ? depth < 2 : depth >= kStackRoom) return std::nullopt;
-    const std::optional<int64_t> value = is_operator ? Apply(node->Token, stack[depth - 2], stack[depth - 1])
-                                                     : Operand(node, environment);
+    const std::optional<int64_t> value =
+        is_operator ? Apply(node->Token, stack[depth - 2], stack[depth - 1]) : Operand(node, environment);
     if (!value) return std::nullopt;
     if (is_operator) depth -= 2;
     stack[depth++] = *value;

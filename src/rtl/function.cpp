@@ -36,7 +36,8 @@ bool CollectBlock(const STATEMENT_BLOCK* first, std::vector<RtlAssign>* list, st
   for (const STATEMENT_BLOCK* at = first; at != nullptr; at = at->Next) {
     if (at->StatementType == STATEMENT_TYPE_PLAIN) {
       if (!morv_rtl_take_assign(at, list, error)) return false;
-    } else if (at->StatementType == STATEMENT_TYPE_NEWBLOCK && at->Block != nullptr && depth < kDeepestBlock) {
+    } else if (at->StatementType == STATEMENT_TYPE_NEWBLOCK && at->Block != nullptr &&
+               depth < kDeepestBlock) {
       if (const SYM_REC* symbol = InitializedLocal(at->Block->LocalsHeader)) {
         *error = InitializedMessage(symbol);
         return false;
@@ -44,7 +45,8 @@ bool CollectBlock(const STATEMENT_BLOCK* first, std::vector<RtlAssign>* list, st
       if (!CollectBlock(at->Block->Statements.First, list, error, depth + 1)) return false;
     } else {
       *error = Format(
-          "statement type %d inside a loop body is outside the v1 subset (nested loops / if / break / continue "
+          "statement type %d inside a loop body is outside the v1 subset (nested loops / if / break / "
+          "continue "
           "are a later step)",
           static_cast<int>(at->StatementType));
       return false;
@@ -59,7 +61,9 @@ class Collector {
   Collector(const PROC_TABLE& body, RtlFunction* function, std::string* skip)
       : body_(body), function_(*function), skip_(*skip) {}
 
-  bool Run() { return TakeHead() && TakeParameters() && TakeStatements() && TakeRegisters() && RenameLoaded(); }
+  bool Run() {
+    return TakeHead() && TakeParameters() && TakeStatements() && TakeRegisters() && RenameLoaded();
+  }
 
  private:
   enum class Next { kGoOn, kDone, kFailed };
@@ -164,9 +168,9 @@ class Collector {
     const auto add = [this](const RtlAssign& assign) {
       return morv_rtl_reg_add(&function_.registers, assign.target);
     };
-    const bool fits = std::all_of(function_.assigns.begin(), function_.assigns.end(), add) &&
-                      (!function_.loop ||
-                       std::all_of(function_.loop->body.begin(), function_.loop->body.end(), add));
+    const bool fits =
+        std::all_of(function_.assigns.begin(), function_.assigns.end(), add) &&
+        (!function_.loop || std::all_of(function_.loop->body.begin(), function_.loop->body.end(), add));
     return fits || Skip(Format("too many registers (max %zu)", kRtlRegisters));
   }
 
@@ -176,7 +180,8 @@ class Collector {
     WordSet words;
     for (const Name* parameter : function_.parameters) {
       const std::string name(parameter->Text);
-      if (std::find(function_.registers.begin(), function_.registers.end(), name) == function_.registers.end())
+      if (std::find(function_.registers.begin(), function_.registers.end(), name) ==
+          function_.registers.end())
         continue;
       function_.loaded.push_back(name);
       words.insert(name);
@@ -209,8 +214,7 @@ class Collector {
 bool morv_rtl_split_assign(const EXPR_NODE* expression, const EXPR_NODE** name_out, RtlExpression* rest_out) {
   const EXPR_NODE* last = expression;
   while (last->Next != nullptr) last = last->Next;
-  const bool is_name =
-      expression->Token == Tok::IDENTIFIER || expression->Token == Tok::DOLLAR_IDENTIFIER;
+  const bool is_name = expression->Token == Tok::IDENTIFIER || expression->Token == Tok::DOLLAR_IDENTIFIER;
   if (!is_name || expression->IndexExpression != nullptr || NameOfNode(expression) == nullptr ||
       last->Token != Tok::ASSIGN)
     return false;
@@ -219,7 +223,8 @@ bool morv_rtl_split_assign(const EXPR_NODE* expression, const EXPR_NODE** name_o
   return true;
 }
 
-bool morv_rtl_take_assign(const STATEMENT_BLOCK* statement, std::vector<RtlAssign>* list, std::string* error) {
+bool morv_rtl_take_assign(const STATEMENT_BLOCK* statement, std::vector<RtlAssign>* list,
+                          std::string* error) {
   if (statement->Expression == nullptr) return true;
   const EXPR_NODE* target = nullptr;
   RtlExpression value;

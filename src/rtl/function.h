@@ -66,8 +66,8 @@ std::optional<RtlFunction> CollectFunction(const PROC_TABLE& body, std::string* 
 /// One call's arguments, by the position of a parameter.
 using RtlVector = std::array<int64_t, kRtlParameters>;
 
-/// What the function answers for the arguments, worked out in 64 bits. Nothing where that can't be told: division by
-/// zero, an unbound name, a loop without an end.
+/// What the function answers for the arguments, worked out in 64 bits. Nothing where that can't be told:
+/// division by zero, an unbound name, a loop without an end.
 std::optional<int64_t> ExpectedResult(const RtlFunction& function, const RtlVector& arguments);
 
 }  // namespace vorc

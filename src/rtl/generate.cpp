@@ -25,8 +25,8 @@ void WriteEmbedded(const C_SLOT& slot, TextWriter& out) {
   constexpr const char* kRule = "//==============================================================\n";
   out.Write(kRule, "// EMBEDDED RTL - ", slot.RtlBlocks, " 'rtlbegin'/'rtlend' block",
             Plural(static_cast<size_t>(slot.RtlBlocks)), " copied VERBATIM\n");
-  out.Write("// from the MORV source. The script never parsed or altered a\n",
-            "// character of this text.\n", kRule);
+  out.Write("// from the MORV source. The script never parsed or altered a\n", "// character of this text.\n",
+            kRule);
   const size_t count = std::min(slot.RtlLines.size(), kMostEmbeddedLines);
   for (size_t i = 0; i < count; ++i) out.Write(slot.RtlLines[i], "\n");
   out.Write("\n");

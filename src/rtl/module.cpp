@@ -52,8 +52,7 @@ void WriteSequentialHead(const RtlFunction& function, TextWriter& out) {
   out.Write("result, done);\n", "    input  clk;\n    input  rst_n;\n    input  start;\n");
   WriteInputs(function, out);
   out.Write("    output signed [31:0] result;\n    reg    signed [31:0] result;\n",
-            "    output done;\n    reg    done;\n\n",
-            "    localparam [1:0] S_IDLE = 2'd0, S_TEST = 2'd1,\n",
+            "    output done;\n    reg    done;\n\n", "    localparam [1:0] S_IDLE = 2'd0, S_TEST = 2'd1,\n",
             "                     S_BODY = 2'd2, S_DONE = 2'd3;\n", "    reg [1:0] state, state_next;\n");
   for (const std::string& name : function.registers)
     out.Write("    reg signed [31:0] ", name, ", ", name, "_next;\n");
@@ -90,9 +89,8 @@ void WriteNextState(const RtlFunction& function, TextWriter& out) {
             "            S_BODY: begin\n");
   WriteAssigns(function.loop->body, {}, out);
   out.Write("                state_next = S_TEST;\n", "            end\n", "            S_DONE: begin\n",
-            "                result_next = ", function.result, ";\n",
-            "                done_next   = 1'b1;\n", "                state_next  = S_IDLE;\n",
-            "            end\n", "        endcase\n    end\n\n");
+            "                result_next = ", function.result, ";\n", "                done_next   = 1'b1;\n",
+            "                state_next  = S_IDLE;\n", "            end\n", "        endcase\n    end\n\n");
 }
 
 void WriteRegisters(const RtlFunction& function, TextWriter& out) {

@@ -5,8 +5,8 @@ namespace vorc {
 namespace {
 
 constexpr RtlVector vectors[] = {
-    {3, 4, 5, 6},    {0, 0, 0, 0},  {1, 1, 1, 1},   {100, 7, 3, 9}, {-5, 12, 2, 1},
-    {-7, -3, 1, 2},  {16, 2, 4, 8}, {255, 8, 3, 5}, {-1, 1, 1, 1},  {31, 5, 2, 3},
+    {3, 4, 5, 6},   {0, 0, 0, 0},  {1, 1, 1, 1},   {100, 7, 3, 9}, {-5, 12, 2, 1},
+    {-7, -3, 1, 2}, {16, 2, 4, 8}, {255, 8, 3, 5}, {-1, 1, 1, 1},  {31, 5, 2, 3},
 };
 
 void WriteInstance(const RtlFunction& function, TextWriter& out) {
@@ -24,8 +24,7 @@ void WriteInstance(const RtlFunction& function, TextWriter& out) {
   out.Write(name, "_result");
   if (function.loop) out.Write(", ", name, "_done");
   out.Write(");\n\n", "    initial begin\n");
-  if (function.loop)
-    out.Write("        ", name, "_start = 1'b0;\n        wait (rst_n == 1'b1);\n");
+  if (function.loop) out.Write("        ", name, "_start = 1'b0;\n        wait (rst_n == 1'b1);\n");
 }
 
 void WriteCall(const RtlFunction& function, const RtlVector& arguments, TextWriter& out) {
