@@ -161,17 +161,18 @@ int Compilation::FinishRtl() {
   const std::string design = stem + "v";
   const std::string testbench = stem.substr(0, stem.size() - 1) + "_tb.v";
   if (FullPath(design) == full_source_ || FullPath(testbench) == full_source_) {
-    WriteErrors(Format("vorc: -rtl: the design would take the place of its source '%s'\n",
-                       options_.source.c_str()));
+    WriteErrors(
+        Format("vorc: -rtl: the design would take the place of its source '%s'\n", options_.source.c_str()));
     return kExitFailure;
   }
   if (MorvGenerateRTL(*slot_, options_.source, design, testbench, OpenSafely) != 0) return kExitSuccess;
   for (const std::string& path : {design, testbench}) {
     if (MorvSandboxAllows(path)) unlink(path.c_str());
   }
-  WriteErrors(Format("vorc: RTL generation failed - removed the partial '%s'\n"
-                     "      rather than leave a file with no design in it.\n",
-                     design.c_str()));
+  WriteErrors(
+      Format("vorc: RTL generation failed - removed the partial '%s'\n"
+             "      rather than leave a file with no design in it.\n",
+             design.c_str()));
   return kExitFailure;
 }
 
