@@ -230,7 +230,7 @@ def special():
 def page():
     """The page's function must give the page's texts."""
     for source, design, testbench, output in re.findall(
-            r"```c\n(.*?)```.*?```verilog\n(.*?)```.*?```verilog\n(.*?)```.*?```text\n(.*?)```",
+            r"```c\n(.*?)```.*?```verilog\n(.*?)```.*?```verilog\n(.*?)```.*?```text\n\$ iverilog[^\n]*\n\$ vvp[^\n]*\n(.*?)```",
             (ROOT / "docs" / "rtl.md").read_text(), re.S):
         with program.Folder() as folder:
             make(folder, source, "filter")
