@@ -31,3 +31,4 @@ int main()
   printf("[%s]", tensor_detokenize(tensor_tokenize("two\nlines")));
   return 0;
 }
+// args: -morv -morvquiet -llmtrace
