@@ -41,6 +41,7 @@ bench:
 	@scripts/install_dependencies.sh build test bench
 	@$(call configure,build-bench,-DCMAKE_BUILD_TYPE=Release -DVORC_BENCH=ON -DVORC_TESTS=OFF)
 	@python3 bench/run.py build-bench/vorc
+	@python3 bench/compile.py build-bench/vorc
 	@python3 bench/tensors.py build-bench/vorc
 	@build-bench/bench/micro_bench
 	@build-bench/bench/codec_bench

@@ -87,7 +87,9 @@ Instruction& CaptureAssembly(Walk& walk, AsmOp op, std::string_view text, std::s
   Instruction* instruction = Add_flattened_three_address_code(walk);
   instruction->is_asm = true;
   instruction->asmop = op;
-  instruction->text = comment.empty() ? text : Compose(walk.procedure, text, " //", comment);
+  // A comment may bring its own blanks and mark.
+  const std::string_view mark = comment.starts_with("  ") ? "" : " //";
+  instruction->text = comment.empty() ? text : Compose(walk.procedure, text, mark, comment);
   if (op == ASMOP_JMP || op == ASMOP_JE || op == ASMOP_JNE)
     instruction->address_code_type = ADDRESS_CODE_TYPE_ONE_ADDRESS_CODE;
   return *instruction;
@@ -162,19 +164,21 @@ void CaptureAddressOfLabel(Walk& walk, int32_t temp, std::string_view label, std
   instruction.operand1.text = walk.procedure.Keep(label);
 }
 
-void CaptureAddressInFrame(Walk& walk, int32_t temp, int32_t distance, std::string_view comment) {
-  Instruction& instruction = CaptureAssembly(
-      walk, ASMOP_OPCODE_SUB_TMPVAR_REG_NUMBER,
-      Compose(walk.procedure, "sub8 ", TempName{temp}, " , FRAMEPTR , ", distance, "  "), comment);
+void CaptureAddressInFrame(Walk& walk, int32_t temp, int32_t distance, std::string_view said) {
+  const std::string_view comment = Compose(walk.procedure, "  //", said);
+  Instruction& instruction =
+      CaptureAssembly(walk, ASMOP_OPCODE_SUB_TMPVAR_REG_NUMBER,
+                      Compose(walk.procedure, "sub8 ", TempName{temp}, " , FRAMEPTR , ", distance), comment);
   instruction.result = TempOperand(temp);
   instruction.reg = "FRAMEPTR";
   instruction.number = distance;
 }
 
-void CaptureAddNumber(Walk& walk, int32_t result, int32_t a, int64_t number, std::string_view comment) {
+void CaptureAddNumber(Walk& walk, int32_t result, int32_t a, int64_t number, std::string_view said) {
+  const std::string_view comment = said.empty() ? said : Compose(walk.procedure, "  //", said);
   Instruction& instruction = CaptureAssembly(
       walk, ASMOP_OPCODE_ADD_TMPVAR_TMPVAR_NUMBER,
-      Compose(walk.procedure, "OPCODE_ADD ", TempName{result}, " ", TempName{a}, " ", number, "  "), comment);
+      Compose(walk.procedure, "OPCODE_ADD ", TempName{result}, " ", TempName{a}, " ", number), comment);
   instruction.result = TempOperand(result);
   instruction.operand1 = TempOperand(a);
   instruction.number = number;
@@ -205,7 +209,7 @@ void CaptureLoad(Walk& walk, int32_t result, int32_t base, AccessWidth width, st
   const std::string_view mnemonic = LoadMnemonic(width);
   Instruction& instruction = CaptureAssembly(
       walk, ASMOP_OPCODE_LOAD_TMPVAR_TMPVAR,
-      Compose(walk.procedure, mnemonic, " ", TempName{result}, " , [", TempName{base}, "]  "), comment);
+      Compose(walk.procedure, mnemonic, " ", TempName{result}, " , [", TempName{base}, "]"), comment);
   instruction.result = TempOperand(result);
   instruction.operand1 = TempOperand(base);
   instruction.mnemonic = mnemonic;

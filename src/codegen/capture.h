@@ -60,7 +60,7 @@ Instruction& CaptureAssembly(Walk& walk, AsmOp op, std::string_view text, std::s
 void CaptureComment(Walk& walk, std::string_view text);
 /// A jump with its target's label.
 void CaptureJump(Walk& walk, AsmOp op, std::string_view target, std::string_view comment = {});
-void CaptureLabel(Walk& walk, int32_t number, std::string_view comment);
+void CaptureLabel(Walk& walk, int32_t number, std::string_view comment = {});
 /// Compares a variable with a number.
 void CaptureCompareWithNumber(Walk& walk, const TacOperand& a, int64_t number, std::string_view comment = {});
 void CaptureCompare(Walk& walk, const TacOperand& a, const TacOperand& b, std::string_view comment = {});

@@ -125,7 +125,7 @@ void BlockEmitter::LoadInVars() {
 void BlockEmitter::StoreOutVars() {
   log_.Write(kStoreRule, "BEGIN", kStoreRuleEnd);
   if (has_call_) {
-    Line("//block contains a CALL - registers clobbered, live-out spill suppressed");
+    assembly_.Write("//block contains a CALL - registers clobbered, live-out spill suppressed\n");
     log_.Write(kStoreRule, "END", kStoreRuleEnd);
     return;
   }

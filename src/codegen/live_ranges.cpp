@@ -124,7 +124,7 @@ void RangeBuilder::WarnOfGlobal(const Instruction& instruction, const SYM_REC* s
     }
     return;
   }
-  if ((symbol->StorageType & EXTERN_VAR) != 0) return;
+  if ((symbol->StorageType & EXTERN_VAR) != 0 || symbol->OwnerStruct != nullptr) return;
   procedure_.slot.WarningAt(
       instruction.line,
       Format("function: %s : Global variable %s  is not intialized but used in the expression\n",

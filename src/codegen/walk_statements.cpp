@@ -45,8 +45,8 @@ void MarkBehindJump(BasicBlock* block) {
 }
 
 // A jump in the middle of a list ends its block; what follows begins one of its own.
-void JumpAway(Walk& walk, std::string_view target, std::string_view comment) {
-  CaptureJump(walk, ASMOP_JMP, target, comment);
+void JumpAway(Walk& walk, std::string_view target) {
+  CaptureJump(walk, ASMOP_JMP, target);
   MarkJumpEnd(walk.procedure.current_bb);
   MarkBehindJump(StartBlock(walk, "New block right after JMP"));
 }
@@ -143,11 +143,11 @@ void ExecIf(Walk& walk, const STATEMENT_BLOCK* statement) {
   const std::string_view to_end = LabelString(procedure, end_label);
   CompareConditionWithZero(walk, statement->Expression,
                            "//evaluate the result of 'if' expression to be false");
-  if (else_valid || !then_valid)
-    CaptureJump(walk, ASMOP_JE, to_else, "if false then go the 'else' code");
+  if (else_valid)
+    CaptureJump(walk, ASMOP_JE, to_else);
   else
     CaptureJump(walk, ASMOP_JE, to_end,
-                "if false then go the 'else' code, but else has no valid code so jump to end of if");
+                "   //if false then go the 'else' code, but else has no valid code so jump to end of if");
   BasicBlock* head = procedure.current_bb;
   BasicBlock* then_block = StartBlock(walk, "New block right after JMP");
   ThreeAddress_AddBasicBlockPredecesor(head, then_block);
@@ -173,13 +173,13 @@ void ExecIf(Walk& walk, const STATEMENT_BLOCK* statement) {
     ThreeAddress_AddBasicBlockPredecesor(then_end, end);
     AddJumpEdge(head, end);
   }
-  CaptureLabel(walk, end_label, "end of the 'if' statement");
+  CaptureLabel(walk, end_label);
 }
 
 // Ends a loop or switch: every block that broke out of it goes on here.
 BasicBlock* FinishLoop(Walk& walk, const STATEMENT_BLOCK* statement, int32_t label, std::string_view reason) {
   BasicBlock* end = StartBlock(walk, reason);
-  CaptureLabel(walk, label, reason);
+  CaptureLabel(walk, label);
   for (BasicBlock* from : JumpsOf(walk, statement).break_chain) AddJumpEdge(from, end);
   return end;
 }
@@ -192,7 +192,7 @@ void ExecWhileStatement(Walk& walk, const STATEMENT_BLOCK* statement) {
   BasicBlock* before = procedure.current_bb;
   BasicBlock* head = StartBlock(walk, "Begining while condition expression, a jump will come here");
   ThreeAddress_AddBasicBlockPredecesor(before, head);
-  CaptureLabel(walk, first_label, "while");
+  CaptureLabel(walk, first_label);
   CompareConditionWithZero(walk, statement->Expression, {});
   CaptureJump(walk, ASMOP_JE, LabelString(procedure, second_label));
   BasicBlock* condition_end = procedure.current_bb;
@@ -220,7 +220,7 @@ void ExecDoStatement(Walk& walk, const STATEMENT_BLOCK* statement) {
                                 "New Block for DO while at the begining of the statement, because CONTINUE "
                                 "statment will jump here");
   ThreeAddress_AddBasicBlockPredecesor(before, head);
-  CaptureLabel(walk, first_label, "do");
+  CaptureLabel(walk, first_label);
   ExecStatement(walk, BodyOfLoop(statement));
   // A `continue` comes in here: with a label in its middle a block's registers would be unknown.
   if (!JumpsOf(walk, statement).continue_chain.empty()) {
@@ -229,7 +229,7 @@ void ExecDoStatement(Walk& walk, const STATEMENT_BLOCK* statement) {
     ThreeAddress_AddBasicBlockPredecesor(body_end, target);
     for (BasicBlock* from : JumpsOf(walk, statement).continue_chain) AddJumpEdge(from, target);
   }
-  CaptureLabel(walk, second_label, "continue of the do loop");
+  CaptureLabel(walk, second_label);
   CompareConditionWithZero(walk, statement->Expression, {});
   CaptureJump(walk, ASMOP_JNE, LabelString(procedure, first_label));
   BasicBlock* condition_end = procedure.current_bb;
@@ -255,7 +255,7 @@ void ExecForStatement(Walk& walk, const STATEMENT_BLOCK* statement) {
   BasicBlock* before = procedure.current_bb;
   BasicBlock* head = StartBlock(walk, "before the second clause of the FOR loop");
   ThreeAddress_AddBasicBlockPredecesor(before, head);
-  CaptureLabel(walk, first_label, "for");
+  CaptureLabel(walk, first_label);
   BasicBlock* condition_end = nullptr;
   for (const STATEMENT_BLOCK* at = parts.conditions; at != nullptr; at = at->Next) {
     if (at->Next != nullptr) {
@@ -274,7 +274,7 @@ void ExecForStatement(Walk& walk, const STATEMENT_BLOCK* statement) {
   BasicBlock* steps = StartBlock(walk, "third clause of the FOR loop, CONTINUE jumps here");
   ThreeAddress_AddBasicBlockPredecesor(body_end, steps);
   for (BasicBlock* from : JumpsOf(walk, statement).continue_chain) AddJumpEdge(from, steps);
-  CaptureLabel(walk, second_label, "continue of the for loop");
+  CaptureLabel(walk, second_label);
   ExecForClause(walk, parts.steps);
   CaptureJump(walk, ASMOP_JMP, LabelString(procedure, first_label));
   BasicBlock* steps_end = procedure.current_bb;
@@ -305,7 +305,7 @@ void ExecBreakStatement(Walk& walk, const STATEMENT_BLOCK* statement) {
   if (target == nullptr) return;
   Jumps& jumps = JumpsOf(walk, target);
   jumps.break_chain.push_back(walk.procedure.current_bb);
-  JumpAway(walk, LabelString(walk.procedure, jumps.break_target), "break");
+  JumpAway(walk, LabelString(walk.procedure, jumps.break_target));
 }
 
 void ExecContinueStatement(Walk& walk, const STATEMENT_BLOCK* statement) {
@@ -313,7 +313,7 @@ void ExecContinueStatement(Walk& walk, const STATEMENT_BLOCK* statement) {
   if (target == nullptr) return;
   Jumps& jumps = JumpsOf(walk, target);
   jumps.continue_chain.push_back(walk.procedure.current_bb);
-  JumpAway(walk, LabelString(walk.procedure, jumps.continue_target), "continue");
+  JumpAway(walk, LabelString(walk.procedure, jumps.continue_target));
 }
 
 void ExecReturnStatement(Walk& walk, const STATEMENT_BLOCK* statement) {
@@ -341,7 +341,7 @@ void ExecReturnStatement(Walk& walk, const STATEMENT_BLOCK* statement) {
     }
   }
   procedure.return_jump_chain.push_back(procedure.current_bb);
-  JumpAway(walk, Compose(procedure, procedure.name, "_return"), {});
+  JumpAway(walk, Compose(procedure, procedure.name, "_return"));
 }
 
 // --- labels
@@ -376,7 +376,7 @@ void ExecGoto(Walk& walk, const STATEMENT_BLOCK* statement) {
     AddJumpEdge(procedure.current_bb, target);
   else
     procedure.forward_goto_chain.push_back({statement->GotoLabel, procedure.current_bb});
-  JumpAway(walk, statement->GotoLabel->Text, {});
+  JumpAway(walk, statement->GotoLabel->Text);
 }
 
 void ExecLabel(Walk& walk, const STATEMENT_BLOCK* statement) {

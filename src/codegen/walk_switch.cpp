@@ -95,7 +95,7 @@ void EmitBodies(Walk& walk, const STATEMENT_BLOCK* statement, std::vector<CaseGr
     group.block = StartBlock(walk, "case of the switch");
     ThreeAddress_AddBasicBlockPredecesor(before, group.block);
     for (BasicBlock* from : group.jumps_from) AddJumpEdge(from, group.block);
-    CaptureLabel(walk, group.label, "case");
+    CaptureLabel(walk, group.label);
   }
 }
 
@@ -121,7 +121,7 @@ void ExecSwitchStatement(Walk& walk, const STATEMENT_BLOCK* statement) {
   BasicBlock* before = procedure.current_bb;
   BasicBlock* end = StartBlock(walk, "end of the switch");
   ThreeAddress_AddBasicBlockPredecesor(before, end);
-  CaptureLabel(walk, second_label, "end of the switch");
+  CaptureLabel(walk, second_label);
   if (last_of_ladder != nullptr) AddJumpEdge(last_of_ladder, end);
   for (BasicBlock* from : procedure.jumps[statement].break_chain) AddJumpEdge(from, end);
 }

@@ -128,7 +128,7 @@ void CopyLoop(Walk& walk, int32_t to, int32_t from, int64_t bytes) {
   BasicBlock* before = procedure.current_bb;
   BasicBlock* head = StartBlock(walk, "copy of a struct");
   ThreeAddress_AddBasicBlockPredecesor(before, head);
-  CaptureLabel(walk, head_label, "copy of a struct");
+  CaptureLabel(walk, head_label);
   CaptureCompareWithNumber(walk, TempOperand(at), bytes);
   CaptureJump(walk, ASMOP_JE, LabelString(procedure, end_label));
   BasicBlock* body = StartBlock(walk, "copy of a struct, next byte");
@@ -145,7 +145,7 @@ void CopyLoop(Walk& walk, int32_t to, int32_t from, int64_t bytes) {
   AddJumpEdge(body, head);
   BasicBlock* end = StartBlock(walk, "copy of a struct done");
   AddJumpEdge(head, end);
-  CaptureLabel(walk, end_label, "copy of a struct done");
+  CaptureLabel(walk, end_label);
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include "driver/compile.h"
 
 #include <fcntl.h>
+#include <unistd.h>
 
 #include <cerrno>
 #include <cstdio>
@@ -110,7 +111,7 @@ bool Compilation::OpenRelatedFiles() {
     if (SetFileExt(options_.source, extension) == options_.source) return false;
   }
   const std::string error_log = SetFileExt(options_.source, kErrorLog);
-  std::remove(error_log.c_str());
+  unlink(error_log.c_str());
   return slot_->Display.OpenLog(error_log) && outputs_.Open(options_.source);
 }
 
@@ -159,9 +160,9 @@ void Compilation::GenerateCode() {
   if (slot_->Display.ErrorCount == 0 && !slot_->IsScript())
     EmitAssembly(*slot_, outputs_, options_.source, nullptr);
   if (!outputs_.Close()) {
-    slot_->ErrorAt(SourceLine(), 0, "The output files could not be written.");
+    slot_->Display.DisplayError(options_.source, 0, 0, "The output files could not be written.");
     for (const char* extension : kOutputExtensions) {
-      if (extension != kErrorLog) std::remove(SetFileExt(options_.source, extension).c_str());
+      if (extension != kErrorLog) unlink(SetFileExt(options_.source, extension).c_str());
     }
   }
   slot_->Display.FlushLog();

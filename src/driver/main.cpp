@@ -60,17 +60,22 @@ int RunWithLargeStack(const vorc::Options& options) {
   return run.status;
 }
 
-int Leave(int status) { return status; }
+int Leave(int status) {
+  return status;
+}
 #else
 Run* current_run = nullptr;
 
-void RunOnStack() { current_run->status = vorc::RunCompilation(*current_run->options); }
+void RunOnStack() {
+  current_run->status = vorc::RunCompilation(*current_run->options);
+}
 
 // Runs on a stack that is reserved and costs nothing until it is used; a thread would cost more.
 int RunWithLargeStack(const vorc::Options& options) {
   void* memory = mmap(nullptr, kStackSize, PROT_READ | PROT_WRITE,
                       MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE | MAP_STACK, -1, 0);
-  if (memory == MAP_FAILED || mprotect(memory, kStackGuard, PROT_NONE) != 0) return vorc::RunCompilation(options);
+  if (memory == MAP_FAILED || mprotect(memory, kStackGuard, PROT_NONE) != 0)
+    return vorc::RunCompilation(options);
   Run run{&options, vorc::kExitFailure};
   current_run = &run;
   vorc::UseHostStack(static_cast<const char*>(memory), kStackSize);

@@ -48,7 +48,9 @@ Interpreter::Interpreter(C_SLOT& slot, Road road)
       save_memory_(kSaveMemory),
       save_top_(save_memory_.data()),
       state_memory_(capacity::kStatementBlocks),
-      exec_states_(reinterpret_cast<uint8_t*>(state_memory_.data())) {}
+      exec_states_(reinterpret_cast<uint8_t*>(state_memory_.data())),
+      known_memory_(capacity::kSymbols * sizeof(KnownText)),
+      known_texts_(reinterpret_cast<KnownText*>(known_memory_.data())) {}
 
 bool Interpreter::Fail(const EXPR_NODE* node, const std::string& text) {
   slot_.ErrorAt(node == nullptr ? current_line_ : node->Line, 0, text);

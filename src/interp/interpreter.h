@@ -87,7 +87,8 @@ class Interpreter final : public ParseServices {
   /// False if the host grants no memory to run in.
   bool ready() const {
     return memory_.ready() && operand_memory_.data() != nullptr && record_memory_.data() != nullptr &&
-           save_memory_.data() != nullptr && state_memory_.data() != nullptr;
+           save_memory_.data() != nullptr && state_memory_.data() != nullptr &&
+           known_memory_.data() != nullptr;
   }
 
   /// Runs `main`. False after an error or without a `main`.
@@ -137,7 +138,9 @@ class Interpreter final : public ParseServices {
   const char* OperandText(const Entry& entry, bool* from_dollar) const;
   const char* CheckedText(const char* text) const;
   bool StringPlus(Entry* left, Entry* right);
-  const char* RingText(std::string_view left, std::string_view right);
+  std::string_view RingText(std::string_view left, std::string_view right);
+  std::string_view TypelessText(const SYM_REC* symbol, const char* stored) const;
+  std::string_view LengthOf(const char* text) const;
   const char* RetainReturnedString(const char* text);
   void Assign(Entry* left, Entry* right, bool last);
   void StoreNumber(const Entry& target, const Entry& source);
@@ -226,7 +229,8 @@ class Interpreter final : public ParseServices {
   static int32_t CaseOf(const SwitchTable& table, int32_t value);
   char* PointedBy(const Site& site, char* pointer, int32_t index) const {
     char* at = Displaced(pointer, int64_t{index} * site.stride);
-    const bool there = (pointer != nullptr || site.length < 0) && memory_.Contains(at, static_cast<size_t>(site.size));
+    const bool there =
+        (pointer != nullptr || site.length < 0) && memory_.Reach(at, static_cast<size_t>(site.size));
     return there ? at : nullptr;
   }
   bool KeepTemps(const char* fp, int32_t count);
@@ -235,6 +239,7 @@ class Interpreter final : public ParseServices {
   bool ReportElement(const Site& site, int32_t index, char* address);
   void ReportPointer(const Site& site, const char* pointer);
   void ReportPointed(const Site& site, const char* pointer, int32_t index);
+  void StoreText(SYM_REC* symbol, char* address, const char* text);
   void StartGeneral(const Site& site);
   bool RunGeneral(const Site& site);
   bool RunGeneralLow(const Site& site, int32_t* low);
@@ -311,6 +316,19 @@ class Interpreter final : public ParseServices {
   };
   char* GrowSlot(TextSlot* slot, size_t needed);
   bool TextFits(size_t length);
+  /// How long a text was, as long as no pointer has reached into texts since.
+  struct KnownText {
+    const char* text;
+    size_t length;
+    uint64_t texts_reached;
+  };
+  bool Holds(const KnownText& known, const char* text) const {
+    return known.text == text && text != nullptr && known.texts_reached == memory_.texts_reached();
+  }
+  ReservedMemory known_memory_;
+  KnownText* known_texts_;   ///< of each typeless variable, by the symbol's index
+  KnownText joined_{};       ///< what was joined last, for whoever stores it
+  KnownText joined_left_{};  ///< what it starts with
   TextRing concat_ring_;
   TextRing return_ring_;
 };

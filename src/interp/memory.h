@@ -50,6 +50,16 @@ class ScriptMemory final : public ScriptTexts {
     return Inside(script_data_, data_.size() - kShadowSize, address, size);
   }
 
+  /// The same for an address that a script reads or writes behind. Counted where that is in a text.
+  bool Reach(const char* address, size_t size) const {
+    if (InData(address, size)) return true;
+    if (!Inside(texts_.data(), texts_.size(), address, size)) return false;
+    ++texts_reached_;
+    return true;
+  }
+  /// Grows whenever a text may have been changed through a pointer.
+  uint64_t texts_reached() const { return texts_reached_; }
+
   bool WantsSweep() const { return texts_.WantsSweep(); }
   /// Gives back all texts that neither the script's memory nor one of the given stretches refers to.
   /// `keep` is called with the heap, to keep what else is referred to.
@@ -76,6 +86,7 @@ class ScriptMemory final : public ScriptTexts {
   char* script_data_;  ///< behind the temporaries
   TextHeap texts_;
   size_t data_used_;
+  mutable uint64_t texts_reached_ = 0;
 };
 
 }  // namespace vorc

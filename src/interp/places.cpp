@@ -46,7 +46,7 @@ void Interpreter::PlaceVariable(const Op& op, Entry* entry) {
       if (op.dimensions > 0) {
         entry->address = const_cast<char*>(ReadPointer(entry->address));
         entry->is_parameter_array = true;
-        if (op.index_count == 0 && !memory_.Contains(entry->address, 1)) {
+        if (op.index_count == 0 && !memory_.Reach(entry->address, 1)) {
           // A wild pointer can be handed on, but nothing can be read or stored behind it.
           entry->value = reinterpret_cast<int64_t>(entry->address);
           entry->address = nullptr;
@@ -55,6 +55,7 @@ void Interpreter::PlaceVariable(const Op& op, Entry* entry) {
       break;
     case Storage::kMember:
       entry->address = frame_.this_base == nullptr ? nullptr : Displaced(frame_.this_base, op.offset);
+      if (entry->address != nullptr) memory_.Reach(entry->address, 1);
       break;
     default:
       if (symbol->InterpreterData == nullptr) AllocateData(symbol);
@@ -104,7 +105,7 @@ bool Interpreter::IndexArray(const EXPR_NODE* node, int64_t index, int dimension
   --entry->dimensions;
   Classify(entry);
   if (inside && !entry->is_parameter_array) return true;
-  if (memory_.Contains(entry->address, static_cast<size_t>(stride > 0 ? stride : 1))) return true;
+  if (memory_.Reach(entry->address, static_cast<size_t>(stride > 0 ? stride : 1))) return true;
   return NullPointer(node, *entry, entry->address);
 }
 
@@ -115,7 +116,7 @@ bool Interpreter::FollowPointer(const EXPR_NODE* node, int64_t index, Entry* ent
   const int64_t size = ElementSize(*entry);
   entry->address = Displaced(pointer, index * size);
   Classify(entry);
-  return memory_.Contains(entry->address, static_cast<size_t>(size)) ||
+  return memory_.Reach(entry->address, static_cast<size_t>(size)) ||
          NullPointer(node, *entry, entry->address);
 }
 
@@ -146,7 +147,7 @@ bool Interpreter::StarRef(const EXPR_NODE* node, Entry* entry) {
     }
     const char* pointer = ReadPointer(entry->address);
     --entry->depth;
-    if (pointer == nullptr || !memory_.Contains(pointer, static_cast<size_t>(ElementSize(*entry)))) {
+    if (pointer == nullptr || !memory_.Reach(pointer, static_cast<size_t>(ElementSize(*entry)))) {
       return NullPointer(node, *entry, pointer);
     }
     entry->address = const_cast<char*>(pointer);
@@ -232,7 +233,7 @@ bool Interpreter::ObjectAddress(const Op& op, Entry* object, const char* member,
       const char* pointer = ReadPointer(object->address);
       const auto size = static_cast<size_t>(GetObjectStructSize(object->record));
       *address = const_cast<char*>(pointer);
-      return (pointer != nullptr && memory_.Contains(pointer, size)) || NullPointer(node, *object, pointer);
+      return (pointer != nullptr && memory_.Reach(pointer, size)) || NullPointer(node, *object, pointer);
     }
     default: return Fail(node, "Invalid indirection.");
   }

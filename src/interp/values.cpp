@@ -168,7 +168,7 @@ char* Interpreter::GrowSlot(TextSlot* slot, size_t needed) {
 }
 
 // Both texts, one behind the other, in the next buffer of the ring. A part may lie in that buffer.
-const char* Interpreter::RingText(std::string_view left, std::string_view right) {
+std::string_view Interpreter::RingText(std::string_view left, std::string_view right) {
   TextSlot* slot = &concat_ring_.slots[concat_ring_.next];
   concat_ring_.next = (concat_ring_.next + 1) % TextRing::kSlots;
   const size_t total = left.size() + right.size();
@@ -181,7 +181,19 @@ const char* Interpreter::RingText(std::string_view left, std::string_view right)
   if (!right.empty()) std::memmove(buffer + left.size(), right.data(), right.size());
   if (!left.empty() && left.data() != buffer) std::memmove(buffer, left.data(), left.size());
   buffer[total] = '\0';
-  return buffer;
+  joined_ = {buffer, total, memory_.texts_reached()};
+  joined_left_ = {left.data(), left.size(), memory_.texts_reached()};
+  return {buffer, total};
+}
+
+// What a typeless variable holds, measured only if it may have changed.
+std::string_view Interpreter::TypelessText(const SYM_REC* symbol, const char* stored) const {
+  const KnownText& known = known_texts_[symbol->Index];
+  return Holds(known, stored) ? std::string_view(stored, known.length) : std::string_view(stored);
+}
+
+std::string_view Interpreter::LengthOf(const char* text) const {
+  return Holds(joined_, text) ? std::string_view(text, joined_.length) : std::string_view(text);
 }
 
 const char* Interpreter::RetainReturnedString(const char* text) {
@@ -211,7 +223,11 @@ bool Interpreter::StringPlus(Entry* left, Entry* right) {
     number = NumberText(*other, false);
     (a == nullptr ? a : b) = number.c_str();
   }
-  left->SetText(RingText(a, b));
+  const auto view = [this](const Entry* entry, const char* text) {
+    const bool known = entry->IsVariable() && entry->symbol != nullptr && entry->IsDollar();
+    return known ? TypelessText(entry->symbol, text) : LengthOf(text);
+  };
+  left->SetText(RingText(view(left, a), view(right, b)).data());
   return true;
 }
 
@@ -228,10 +244,16 @@ void Interpreter::StoreDollarText(SYM_REC* symbol, char* address, std::string_vi
     if (!text.empty()) std::memcpy(buffer, text.data(), text.size());
     symbol->TextBuffer = buffer;
     symbol->TextCapacity = static_cast<uint32_t>(std::min<size_t>(capacity, UINT32_MAX));
+  } else if (Holds(joined_, text.data()) && Holds(joined_left_, symbol->TextBuffer)) {
+    // What was joined starts with what is here already.
+    const size_t start = joined_left_.length;
+    std::memcpy(symbol->TextBuffer + start, text.data() + start, text.size() - start);
   } else if (!text.empty()) {
     std::memmove(symbol->TextBuffer, text.data(), text.size());
   }
   symbol->TextBuffer[text.size()] = '\0';
+  known_texts_[symbol->Index] = {symbol->TextBuffer, text.size(), memory_.texts_reached()};
+  joined_left_ = {};
   Write<const char*>(address, symbol->TextBuffer);
   symbol->CurrentType = Tok::STRING;
 }
@@ -288,7 +310,10 @@ void Interpreter::Assign(Entry* left, Entry* right, bool last) {
                                Read<const char*>(right->address) == nullptr;
     if (text != nullptr && !null_variable) {
       if (dollar)
-        StoreDollarText(left->symbol, left->address, text);
+        StoreDollarText(left->symbol, left->address,
+                        from_dollar && right->symbol != nullptr && right->IsDollar()
+                            ? TypelessText(right->symbol, text)
+                            : LengthOf(text));
       else
         Write<const char*>(left->address, text);
       right->SetText(text);
@@ -321,16 +346,19 @@ bool Interpreter::CompoundText(const Op& op, Entry* left, Entry* right, bool* do
     right_number = NumberText(*right, true);
     text = right_number.c_str();
   }
-  const std::string_view addition(text);
+  const std::string_view addition = LengthOf(text);
   if (holds_text) {
     const char* stored = CheckedText(Read<const char*>(left->address));
-    const std::string_view old = stored == nullptr ? std::string_view() : std::string_view(stored);
+    const std::string_view old = stored == nullptr ? std::string_view() : TypelessText(symbol, stored);
     if (!TextFits(old.size() + addition.size())) return false;
     const bool in_place = stored == symbol->TextBuffer && stored != nullptr &&
                           old.size() + addition.size() < symbol->TextCapacity;
     if (in_place) {
       std::memmove(symbol->TextBuffer + old.size(), addition.data(), addition.size());
       symbol->TextBuffer[old.size() + addition.size()] = '\0';
+      known_texts_[symbol->Index] = {symbol->TextBuffer, old.size() + addition.size(),
+                                     memory_.texts_reached()};
+      joined_left_ = {};
     } else {
       StoreDollarText(symbol, left->address, RingText(old, addition));
     }
@@ -431,7 +459,7 @@ bool Interpreter::PrePostStep(const EXPR_NODE* node, Tok token, Entry* entry) {
       IsRealType(entry->type) || (entry->IsDollar() && entry->symbol->CurrentType == Tok::double_);
   if (real) {
     // One rule for the three real types: a double's eight bytes, whatever the variable's own width.
-    if (!memory_.Contains(entry->address, sizeof(double))) return NullPointer(node, *entry, entry->address);
+    if (!memory_.Reach(entry->address, sizeof(double))) return NullPointer(node, *entry, entry->address);
     const double value = Read<double>(entry->address) + step;
     Write(entry->address, value);
     entry->real = value;

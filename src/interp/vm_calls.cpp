@@ -1,8 +1,8 @@
 #include <bit>
 
+#include "interp/frame.h"
 #include "interp/interpreter.h"
 #include "interp/vm_compiler.h"
-#include "interp/frame.h"
 #include "program/overloads.h"
 
 namespace vorc {
@@ -21,7 +21,8 @@ FUNCPROTO_REC* VmCompiler::Callee(const Op& op) const {
   if (op.function->PrototypeOnly) return nullptr;
   FUNCPROTO_REC* function = ChooseOverload(op.function, op.argument_count);
   if (function == nullptr || !ParameterDataTypeMatch(function, op.argument_count)) return nullptr;
-  const bool plain = function->ProcBody != nullptr && function->OwnerClass == nullptr && !function->HasVarArgs;
+  const bool plain =
+      function->ProcBody != nullptr && function->OwnerClass == nullptr && !function->HasVarArgs;
   return plain ? function : nullptr;
 }
 
@@ -142,6 +143,7 @@ int32_t VmCompiler::PointerPlace(const Item& item) {
     Emit(VmOp::kConstReal, place, 0, 0, number);
     return place;
   }
+  if (item.where == Item::Where::kTextValue) return item.place;
   if (!item.IsVariable() || item.typeless) return kNoPlace;
   if (item.kind == 3 || item.parameter_array) return WordPlace(item);
   if (item.kind != 1) return kNoPlace;
@@ -237,6 +239,13 @@ bool VmCompiler::BuiltinCall(const Op& op) {
       items_.back().is_unsigned = true;
       return true;
     case BuiltinResult::kDouble: return PushReal(result), true;
+    case BuiltinResult::kText: {
+      Item text;
+      text.where = Item::Where::kTextValue;
+      text.place = result;
+      items_.push_back(text);
+      return true;
+    }
     default: items_.emplace_back(); return true;
   }
 }
@@ -253,6 +262,16 @@ bool VmCompiler::BuiltinArgumentOf(const Op& op, int position, BuiltinArgument* 
       argument->from = BuiltinArgument::From::kText;
       argument->text = item.text;
       return true;
+    }
+    if (item.where == Item::Where::kTextValue) {
+      argument->from = BuiltinArgument::From::kTextAt;
+      argument->place = item.place;
+      return true;
+    }
+    const bool holds_text = item.typeless || (item.kind == 3 && item.depth == 1 && item.type == Tok::char_);
+    if (item.where == Item::Where::kFrame && holds_text) {
+      argument->symbol = item.symbol;
+      argument->place = item.place;
     }
     const bool plain = !item.IsVariable() || (item.kind == 2 && !item.typeless);
     if (Numeric(item) && plain && !item.is_unsigned) {

@@ -29,11 +29,12 @@ struct FunctionCode;
 
 /// An argument of a built-in: a value that lies in the frame, or an expression for the general road.
 struct BuiltinArgument {
-  enum class From : uint8_t { kInt, kReal, kText, kGeneral };
+  enum class From : uint8_t { kInt, kReal, kText, kTextAt, kGeneral };
   From from = From::kGeneral;
   int32_t place = 0;
   const char* text = nullptr;
   Code* code = nullptr;
+  const SYM_REC* symbol = nullptr;  ///< of a variable at `place` that often holds a text
 };
 
 /// What an instruction refers to beside its operands.
@@ -68,7 +69,7 @@ struct SwitchTable {
 struct FunctionCode {
   FUNCPROTO_REC* function = nullptr;
   bool compiled = false;
-  bool walked = false;  ///< too large for the machine: its records are walked
+  bool walked = false;      ///< too large for the machine: its records are walked
   int64_t local_bytes = 0;  ///< of the stack: the locals and the word below them
   std::vector<Insn> insns;
   std::vector<Site> sites;

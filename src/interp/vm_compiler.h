@@ -18,17 +18,18 @@ enum class Form : uint8_t { kNone, kInt, kByte, kHalf, kReal, kFloat, kWord };
 /// would say of it, and where its bytes are.
 struct Item {
   enum class Where : uint8_t {
-    kNowhere,  ///< only fit to be dropped
-    kNumber,   ///< the integer `number`
-    kDouble,   ///< the double `real`
-    kText,     ///< the literal `text`
-    kValue,    ///< an integer or a double at distance `place`, and no variable any more
-    kFrame,    ///< a variable at distance `place`
-    kData,     ///< a variable at `place` in the script's data
-    kAddress,  ///< a variable `offset` bytes behind the address that lies at distance `place`
-    kMember,   ///< the same behind the pointer at `place`, which site `site` tells how to check
-    kElement,  ///< an element of an array of the frame or the data; `site` tells which
-    kPointed,  ///< an element behind the pointer at `place`
+    kNowhere,    ///< only fit to be dropped
+    kNumber,     ///< the integer `number`
+    kDouble,     ///< the double `real`
+    kText,       ///< the literal `text`
+    kTextValue,  ///< the text whose address lies at distance `place`; the number 0 where that is null
+    kValue,      ///< an integer or a double at distance `place`, and no variable any more
+    kFrame,      ///< a variable at distance `place`
+    kData,       ///< a variable at `place` in the script's data
+    kAddress,    ///< a variable `offset` bytes behind the address that lies at distance `place`
+    kMember,     ///< the same behind the pointer at `place`, which site `site` tells how to check
+    kElement,    ///< an element of an array of the frame or the data; `site` tells which
+    kPointed,    ///< an element behind the pointer at `place`
   };
   Where where = Where::kNowhere;
   Form form = Form::kNone;
@@ -41,11 +42,11 @@ struct Item {
   bool is_unsigned = false;  ///< its 64 bits may differ from its low 32 with their sign
   bool indexed = false;
   bool typeless = false;
-  bool in_data = false;      ///< of an element: the array lies in the script's data
+  bool in_data = false;  ///< of an element: the array lies in the script's data
   bool parameter_array = false;
   int32_t place = 0;
   int32_t offset = 0;
-  int32_t index = 0;   ///< of an element: where its index lies
+  int32_t index = 0;  ///< of an element: where its index lies
   int32_t index2 = 0;
   int index_count = 0;
   int site = -1;
@@ -56,6 +57,7 @@ struct Item {
   STRUCT_REC* record = nullptr;
 
   bool IsVariable() const { return where >= Where::kFrame; }
+  bool IsText() const { return where == Where::kText || where == Where::kTextValue; }
 };
 
 /// Compiles a function body, or one statement, for the register machine.
@@ -203,11 +205,11 @@ class VmCompiler {
   int depth_ = 0;
   int temps_ = 0;
   Order order_ = Order::kPlain;
-  Label fail_ = kNoLabel;   ///< of the plain expression in hand
-  bool fails_ = false;      ///< something in it can fail
-  bool dropped_ = false;    ///< nobody asks for its value
+  Label fail_ = kNoLabel;                ///< of the plain expression in hand
+  bool fails_ = false;                   ///< something in it can fail
+  bool dropped_ = false;                 ///< nobody asks for its value
   std::vector<const SYM_REC*> guarded_;  ///< typeless variables whose type it has looked at
-  size_t barrier_ = 0;      ///< instructions before this one may be reached by a jump
+  size_t barrier_ = 0;                   ///< instructions before this one may be reached by a jump
 
   std::vector<int32_t> labels_;
   struct LabelUse {

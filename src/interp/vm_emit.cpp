@@ -61,8 +61,8 @@ void VmCompiler::ReleaseTemps() {
 }
 
 VmCompiler::Mark VmCompiler::Here() const {
-  return {code_.insns.size(), code_.sites.size(), items_.size(),  labels_.size(), jumps_.size(),
-          fails_at_.size(),   roads_.size(),      temps_,         barrier_};
+  return {code_.insns.size(), code_.sites.size(), items_.size(), labels_.size(), jumps_.size(),
+          fails_at_.size(),   roads_.size(),      temps_,        barrier_};
 }
 
 void VmCompiler::Back(const Mark& mark) {

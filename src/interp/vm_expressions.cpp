@@ -140,7 +140,7 @@ bool VmCompiler::Step(const Code& code, const Op& op, bool argument) {
 
 // True for what arithmetic can take: a number, or a variable that is read as one.
 bool VmCompiler::Numeric(const Item& item) const {
-  if (item.where == Item::Where::kNowhere || item.where == Item::Where::kText) return false;
+  if (item.where == Item::Where::kNowhere || item.IsText()) return false;
   if (!item.IsVariable()) return true;
   if (item.kind == 3) return item.depth > 1 || !IsCharType(item.type);
   return item.kind == 2 && item.form != Form::kNone;
@@ -157,6 +157,7 @@ int32_t VmCompiler::IntPlace(const Item& item) {
     case Item::Where::kValue: return item.is_real ? kNoPlace : item.place;
     case Item::Where::kNowhere:
     case Item::Where::kText:
+    case Item::Where::kTextValue:
     case Item::Where::kDouble: return kNoPlace;
     default: break;
   }
@@ -280,21 +281,37 @@ bool VmCompiler::Integers(Tok token, const Op& op, const Item& left, const Item&
 
 bool VmCompiler::Reals(Tok token, const Op& op, const Item& left, const Item& right, Item* result) {
   const bool divides = token == Tok::SLASH || token == Tok::DIV;
+  const auto is_constant = [](const Item& item) {
+    return item.where == Item::Where::kDouble || item.where == Item::Where::kNumber;
+  };
+  if (is_constant(left) && !is_constant(right) && (token == Tok::PLUS || token == Tok::STAR))
+    return Reals(token, op, right, left, result);
   result->where = Item::Where::kValue;
   result->is_real = true;
   const int32_t a = RealPlace(left);
   if (a == kNoPlace) return false;
-  const bool constant = right.where == Item::Where::kDouble || right.where == Item::Where::kNumber;
-  const double number =
-      right.where == Item::Where::kDouble ? right.real : static_cast<double>(right.number);
+  const bool constant = is_constant(right);
+  const double number = right.where == Item::Where::kDouble ? right.real : static_cast<double>(right.number);
   VmOp whole = VmOp::kJump;
   VmOp with_constant = VmOp::kJump;
   switch (token) {
-    case Tok::PLUS: whole = VmOp::kAddReal; with_constant = VmOp::kAddRealConst; break;
-    case Tok::MINUS: whole = VmOp::kSubReal; with_constant = VmOp::kSubRealConst; break;
-    case Tok::STAR: whole = VmOp::kMulReal; with_constant = VmOp::kMulRealConst; break;
+    case Tok::PLUS:
+      whole = VmOp::kAddReal;
+      with_constant = VmOp::kAddRealConst;
+      break;
+    case Tok::MINUS:
+      whole = VmOp::kSubReal;
+      with_constant = VmOp::kSubRealConst;
+      break;
+    case Tok::STAR:
+      whole = VmOp::kMulReal;
+      with_constant = VmOp::kMulRealConst;
+      break;
     case Tok::SLASH:
-    case Tok::DIV: whole = VmOp::kDivReal; with_constant = VmOp::kDivRealConst; break;
+    case Tok::DIV:
+      whole = VmOp::kDivReal;
+      with_constant = VmOp::kDivRealConst;
+      break;
     default: return false;
   }
   if (constant && !(divides && number == 0.0)) {
@@ -385,7 +402,9 @@ bool VmCompiler::Unary(const Op& op) {
     items_.push_back(item);
     return true;
   }
-  VmOp operation = op.code == OpCode::kNegate ? VmOp::kNegInt : op.token == Tok::NOT ? VmOp::kNotInt : VmOp::kInvInt;
+  VmOp operation = op.code == OpCode::kNegate ? VmOp::kNegInt
+                   : op.token == Tok::NOT     ? VmOp::kNotInt
+                                              : VmOp::kInvInt;
   const bool word = item.IsVariable() && (item.kind == 3 || item.typeless);
   int32_t from = kNoPlace;
   if (item.is_real) {

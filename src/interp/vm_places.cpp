@@ -252,8 +252,14 @@ bool VmCompiler::FollowPointer(const Op& op, Code* index, Item* item) {
 bool VmCompiler::ToAddress(Item* item) {
   const int32_t place = NewTemp();
   switch (item->where) {
-    case Item::Where::kFrame: Emit(VmOp::kFrameAddress, place, item->place); item->offset = 0; break;
-    case Item::Where::kData: Emit(VmOp::kDataAddress, place, item->place); item->offset = 0; break;
+    case Item::Where::kFrame:
+      Emit(VmOp::kFrameAddress, place, item->place);
+      item->offset = 0;
+      break;
+    case Item::Where::kData:
+      Emit(VmOp::kDataAddress, place, item->place);
+      item->offset = 0;
+      break;
     case Item::Where::kAddress: return true;
     case Item::Where::kMember: Emit(VmOp::kPointerAddress, place, item->place, 0, item->site); break;
     case Item::Where::kPointed: {
@@ -298,7 +304,8 @@ bool VmCompiler::Member(const Op& op) {
   if (item.kind != (arrow ? 3 : 2)) return false;
   const EXPR_NODE* node = op.node;
   const MemberResult member = FindStructMember(slot_, item.record, node->name);
-  if (member.Symbol == nullptr || MemberReach(member, item.record, node->OwnerFunction) != Reach::kAllowed) return false;
+  if (member.Symbol == nullptr || MemberReach(member, item.record, node->OwnerFunction) != Reach::kAllowed)
+    return false;
   SYM_REC* symbol = member.Symbol;
   if (symbol->BitFieldWidth > 0 || symbol->IsFunctionPointer) return false;
   const int32_t offset = MemberDataOffset(member);
@@ -323,12 +330,13 @@ bool VmCompiler::Member(const Op& op) {
   item.symbol = symbol;
   item.record = symbol->Struct;
   item.type = symbol->ValueType;
-  item.depth = static_cast<int8_t>(symbol->TotalDepth);
-  item.dimensions = static_cast<int8_t>(symbol->Shape.DimensionCount);
+  item.depth = static_cast<int16_t>(symbol->TotalDepth);
+  item.dimensions = symbol->Shape.DimensionCount;
   item.indexed = false;
   item.parameter_array = false;
   item.typeless = false;
-  if (item.where == Item::Where::kMember && (item.dimensions > 0 || order_ == Order::kOrdered) && !ToAddress(&item))
+  if (item.where == Item::Where::kMember && (item.dimensions > 0 || order_ == Order::kOrdered) &&
+      !ToAddress(&item))
     return false;
   Classify(&item);
   if (op.index_count > 0) {

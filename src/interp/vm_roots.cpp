@@ -9,13 +9,13 @@ constexpr size_t kLargestNumber16 = 32'767;
 
 struct JumpForm {
   Tok token;
-  VmOp jump;       ///< if it holds
-  VmOp other;      ///< if it doesn't
+  VmOp jump;   ///< if it holds
+  VmOp other;  ///< if it doesn't
   VmOp immediate;
   VmOp other_immediate;
   VmOp real;
   VmOp other_real;
-  bool swapped;    ///< for registers and doubles: right before left
+  bool swapped;  ///< for registers and doubles: right before left
 };
 constexpr JumpForm kJumpForms[] = {
     {Tok::LT, VmOp::kJumpLt, VmOp::kJumpLe, VmOp::kJumpLtImm, VmOp::kJumpGeImm, VmOp::kJumpLtReal,
@@ -145,7 +145,8 @@ void VmCompiler::Condition(Code* code, const STATEMENT_BLOCK* statement, Label t
 }
 
 bool VmCompiler::TryCondition(Code* code, Label target, bool jump_if) {
-  const bool compares = code != nullptr && code->count > 2 && code->ops[code->count - 1].code == OpCode::kCompare;
+  const bool compares =
+      code != nullptr && code->count > 2 && code->ops[code->count - 1].code == OpCode::kCompare;
   if (!compares) {
     if (!Root(code, Use::kLow)) return false;
     return JumpOn(Pop(), target, jump_if);
@@ -173,7 +174,8 @@ bool VmCompiler::JumpOn(const Item& item, Label target, bool jump_if) {
   return true;
 }
 
-bool VmCompiler::JumpOnComparison(Tok token, const Item& left, const Item& right, Label target, bool jump_if) {
+bool VmCompiler::JumpOnComparison(Tok token, const Item& left, const Item& right, Label target,
+                                  bool jump_if) {
   if (!Numeric(left) || !Numeric(right)) return false;
   const bool left_number = left.where == Item::Where::kNumber;
   const bool right_number = right.where == Item::Where::kNumber;
@@ -197,7 +199,8 @@ bool VmCompiler::JumpOnComparison(Tok token, const Item& left, const Item& right
     const int32_t b = IntPlace(right);
     if (b == kNoPlace) return false;
     // Not less is the other way round less or equal.
-    const bool swapped = form->swapped != (!jump_if && form->jump != VmOp::kJumpEq && form->jump != VmOp::kJumpNe);
+    const bool swapped =
+        form->swapped != (!jump_if && form->jump != VmOp::kJumpEq && form->jump != VmOp::kJumpNe);
     op = jump_if ? form->jump : form->other;
     first = swapped ? b : a;
     second = swapped ? a : b;
@@ -205,8 +208,8 @@ bool VmCompiler::JumpOnComparison(Tok token, const Item& left, const Item& right
   const size_t last = code_.insns.size();
   if (last > barrier_ && LoopForm(op) != VmOp::kJump) {
     const Insn& step = code_.insns.back();
-    const bool steps = step.op == VmOp::kAddImm && step.a == step.b && step.a == first &&
-                       (right_number || step.a != second);
+    const bool steps =
+        step.op == VmOp::kAddImm && step.a == step.b && step.a == first && (right_number || step.a != second);
     const int64_t size = step.c < 0 ? -int64_t{step.c} : step.c;
     if (steps && size <= static_cast<int64_t>(kLargestNumber16)) {
       const int number = step.c;

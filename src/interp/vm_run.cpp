@@ -2,6 +2,7 @@
 
 #include "interp/interpreter.h"
 #include "interp/numbers.h"
+#include "interp/vm_loop.h"
 
 // The register machine's loop. With compilers that can jump to a label's address every instruction
 // jumps to the next one by itself, which the host's branch prediction likes; with others there is a
@@ -9,144 +10,7 @@
 
 namespace vorc {
 
-namespace {
-
-using AnyInt [[gnu::may_alias, gnu::aligned(1)]] = int32_t;
-using AnyHalf [[gnu::may_alias, gnu::aligned(1)]] = uint16_t;
-using AnyWord [[gnu::may_alias, gnu::aligned(1)]] = int64_t;
-using AnyReal [[gnu::may_alias, gnu::aligned(1)]] = double;
-using AnyFloat [[gnu::may_alias, gnu::aligned(1)]] = float;
-using AnyByte = unsigned char;
-
-template <typename T>
-T& At(char* address) {
-  return *reinterpret_cast<T*>(address);
-}
-
-int32_t Wrap(uint32_t value) {
-  return static_cast<int32_t>(value);
-}
-
-uint32_t Unsigned(int32_t value) {
-  return static_cast<uint32_t>(value);
-}
-
-int32_t Quotient(int32_t a, int32_t b) {
-  return b == -1 ? Wrap(0U - Unsigned(a)) : a / b;
-}
-
-int32_t Remainder(int32_t a, int32_t b) {
-  return b == -1 ? 0 : a % b;
-}
-
-}  // namespace
-
-#if defined(__GNUC__) && !defined(VORC_PLAIN_SWITCH)
-#define VM_COMPUTED_GOTO 1
-#else
-#define VM_COMPUTED_GOTO 0
-#endif
-
-#define INT(x) At<AnyInt>(fp + (x))
-#define REAL(x) At<AnyReal>(fp + (x))
-#define WORD(x) At<AnyWord>(fp + (x))
-#define POINTER(x) reinterpret_cast<char*>(WORD(x))
-#define SITE sites[pc->d]
-
-#if VM_COMPUTED_GOTO
-#define OP(name) label_##name:
-#define DISPATCH goto* kLabels[static_cast<size_t>(pc->op)]
-#else
-#define OP(name) case VmOp::k##name:
-#define DISPATCH goto dispatch
-#endif
-#define NEXT \
-  do {       \
-    ++pc;    \
-    DISPATCH; \
-  } while (false)
-// An endless loop still ends when something else ends the run.
-#define TAKE                    \
-  do {                          \
-    pc += pc->c;                \
-    if (*errors > 0) goto stop; \
-    DISPATCH;                   \
-  } while (false)
-#define JUMP_IF(condition)  \
-  do {                      \
-    if (condition) TAKE;    \
-    NEXT;                   \
-  } while (false)
-#define FAIL(site)                                    \
-  do {                                                \
-    if ((site).fail < 0) goto stop;                   \
-    pc = code->insns.data() + (site).fail;            \
-    DISPATCH;                                         \
-  } while (false)
-// What the general road needs to know of this one.
-#define SYNC                                          \
-  do {                                                \
-    frame_.base = (fp - data) / kWord;                \
-    frame_.stack_pointer = (sp - data) / kWord;       \
-    frame_.return_reg = ret;                          \
-    record_top_ = record;                             \
-  } while (false)
-
-#define INT_OP(name, value)   \
-  OP(name) {                  \
-    INT(pc->a) = (value);     \
-    NEXT;                     \
-  }
-#define REAL_OP(name, value)  \
-  OP(name) {                  \
-    REAL(pc->a) = (value);    \
-    NEXT;                     \
-  }
-// An element of an array that lies at `base`.
-#define ELEMENT(name, base, action)                                                        \
-  OP(name) {                                                                               \
-    const Site& site = SITE;                                                               \
-    const int64_t index = INT(pc->b);                                                      \
-    if (static_cast<uint64_t>(index) >= static_cast<uint64_t>(site.length)) FAIL(site);    \
-    char* at = (base) + site.place + index * site.stride + site.offset;                    \
-    action;                                                                                \
-    NEXT;                                                                                  \
-  }
-#define ELEMENT2(name, base, action)                                                       \
-  OP(name) {                                                                               \
-    const Site& site = SITE;                                                               \
-    const int64_t i = INT(pc->b);                                                          \
-    const int64_t k = INT(pc->c);                                                          \
-    if (static_cast<uint64_t>(i) >= static_cast<uint64_t>(site.length) ||                  \
-        static_cast<uint64_t>(k) >= static_cast<uint64_t>(site.row))                       \
-      FAIL(site);                                                                          \
-    char* at = (base) + site.place + (i * site.row + k) * site.stride + site.offset;       \
-    action;                                                                                \
-    NEXT;                                                                                  \
-  }
-#define POINTED(name, action)                                                 \
-  OP(name) {                                                                  \
-    const Site& site = SITE;                                                  \
-    char* at = PointedBy(site, POINTER(pc->c), INT(pc->b));                   \
-    if (at == nullptr) FAIL(site);                                            \
-    at += site.offset;                                                        \
-    action;                                                                   \
-    NEXT;                                                                     \
-  }
-#define MEMBER(name, action)                                                  \
-  OP(name) {                                                                  \
-    const Site& site = SITE;                                                  \
-    char* at = POINTER(pc->b);                                                \
-    if (!memory_.Contains(at, static_cast<size_t>(site.size))) FAIL(site);    \
-    at += pc->c;                                                              \
-    action;                                                                   \
-    NEXT;                                                                     \
-  }
-#define STORE_OP(name, action) \
-  OP(name) {                   \
-    action;                    \
-    NEXT;                      \
-  }
+using namespace machine;
 
 bool Interpreter::RunCode(const FunctionCode& first) {
 #if VM_COMPUTED_GOTO
@@ -260,11 +124,11 @@ dispatch:
   OP(JumpNeReal) JUMP_IF(REAL(pc->a) != REAL(pc->b));
   OP(JumpNotLtReal) JUMP_IF(!(REAL(pc->a) < REAL(pc->b)));
   OP(JumpNotLeReal) JUMP_IF(!(REAL(pc->a) <= REAL(pc->b)));
-#define LOOP(name, condition)                                                              \
-  OP(name) {                                                                               \
+#define LOOP(name, condition)                                                                \
+  OP(name) {                                                                                 \
     const int32_t next = Wrap(Unsigned(INT(pc->a)) + Unsigned(static_cast<int16_t>(pc->d))); \
-    INT(pc->a) = next;                                                                     \
-    JUMP_IF(condition);                                                                    \
+    INT(pc->a) = next;                                                                       \
+    JUMP_IF(condition);                                                                      \
   }
   LOOP(LoopLt, next < INT(pc->b))
   LOOP(LoopLe, next <= INT(pc->b))
@@ -275,25 +139,25 @@ dispatch:
     DISPATCH;
   }
 
-  INT_OP(LoadByte, At<AnyByte>(fp + pc->b))
-  INT_OP(LoadHalf, At<AnyHalf>(fp + pc->b))
-  REAL_OP(LoadFloat, static_cast<double>(At<AnyFloat>(fp + pc->b)))
+  INT_OP(LoadByte, AT(unsigned char, fp + pc->b))
+  INT_OP(LoadHalf, AT(uint16_t, fp + pc->b))
+  REAL_OP(LoadFloat, static_cast<double>(AT(float, fp + pc->b)))
   STORE_OP(MoveWord, WORD(pc->a) = WORD(pc->b))
-  STORE_OP(StoreByte, At<AnyByte>(fp + pc->a) = static_cast<AnyByte>(INT(pc->b)))
-  STORE_OP(StoreHalf, At<AnyHalf>(fp + pc->a) = static_cast<uint16_t>(INT(pc->b)))
-  STORE_OP(StoreFloat, At<AnyFloat>(fp + pc->a) = static_cast<float>(REAL(pc->b)))
-  INT_OP(LoadDataInt, At<AnyInt>(data + pc->b))
-  INT_OP(LoadDataByte, At<AnyByte>(data + pc->b))
-  INT_OP(LoadDataHalf, At<AnyHalf>(data + pc->b))
-  REAL_OP(LoadDataReal, At<AnyReal>(data + pc->b))
-  REAL_OP(LoadDataFloat, static_cast<double>(At<AnyFloat>(data + pc->b)))
-  STORE_OP(LoadDataWord, WORD(pc->a) = At<AnyWord>(data + pc->b))
-  STORE_OP(StoreDataInt, At<AnyInt>(data + pc->a) = INT(pc->b))
-  STORE_OP(StoreDataByte, At<AnyByte>(data + pc->a) = static_cast<AnyByte>(INT(pc->b)))
-  STORE_OP(StoreDataHalf, At<AnyHalf>(data + pc->a) = static_cast<uint16_t>(INT(pc->b)))
-  STORE_OP(StoreDataReal, At<AnyReal>(data + pc->a) = REAL(pc->b))
-  STORE_OP(StoreDataFloat, At<AnyFloat>(data + pc->a) = static_cast<float>(REAL(pc->b)))
-  STORE_OP(StoreDataWord, At<AnyWord>(data + pc->a) = WORD(pc->b))
+  STORE_OP(StoreByte, AT(unsigned char, fp + pc->a) = static_cast<unsigned char>(INT(pc->b)))
+  STORE_OP(StoreHalf, AT(uint16_t, fp + pc->a) = static_cast<uint16_t>(INT(pc->b)))
+  STORE_OP(StoreFloat, AT(float, fp + pc->a) = static_cast<float>(REAL(pc->b)))
+  INT_OP(LoadDataInt, AT(int32_t, data + pc->b))
+  INT_OP(LoadDataByte, AT(unsigned char, data + pc->b))
+  INT_OP(LoadDataHalf, AT(uint16_t, data + pc->b))
+  REAL_OP(LoadDataReal, AT(double, data + pc->b))
+  REAL_OP(LoadDataFloat, static_cast<double>(AT(float, data + pc->b)))
+  STORE_OP(LoadDataWord, WORD(pc->a) = AT(int64_t, data + pc->b))
+  STORE_OP(StoreDataInt, AT(int32_t, data + pc->a) = INT(pc->b))
+  STORE_OP(StoreDataByte, AT(unsigned char, data + pc->a) = static_cast<unsigned char>(INT(pc->b)))
+  STORE_OP(StoreDataHalf, AT(uint16_t, data + pc->a) = static_cast<uint16_t>(INT(pc->b)))
+  STORE_OP(StoreDataReal, AT(double, data + pc->a) = REAL(pc->b))
+  STORE_OP(StoreDataFloat, AT(float, data + pc->a) = static_cast<float>(REAL(pc->b)))
+  STORE_OP(StoreDataWord, AT(int64_t, data + pc->a) = WORD(pc->b))
 
   OP(GuardInt) {
     const Tok holds = SITE.symbol->CurrentType;
@@ -314,41 +178,46 @@ dispatch:
     SITE.symbol->CurrentType = static_cast<Tok>(pc->c);
     NEXT;
   }
+  OP(StoreTypelessText) {
+    StoreText(SITE.symbol, fp + pc->a, reinterpret_cast<const char*>(WORD(pc->b)));
+    if (*errors > 0) goto stop;
+    NEXT;
+  }
   STORE_OP(AddWord, WORD(pc->a) = static_cast<int64_t>(static_cast<uint64_t>(WORD(pc->a)) +
                                                        static_cast<uint64_t>(int64_t{pc->c})))
 
-  ELEMENT(LoadElementInt, fp, INT(pc->a) = At<AnyInt>(at))
-  ELEMENT(LoadElementByte, fp, INT(pc->a) = At<AnyByte>(at))
-  ELEMENT(LoadElementReal, fp, REAL(pc->a) = At<AnyReal>(at))
-  ELEMENT(LoadDataElementInt, data, INT(pc->a) = At<AnyInt>(at))
-  ELEMENT(LoadDataElementByte, data, INT(pc->a) = At<AnyByte>(at))
-  ELEMENT(LoadDataElementReal, data, REAL(pc->a) = At<AnyReal>(at))
-  ELEMENT(StoreElementInt, fp, At<AnyInt>(at) = INT(pc->a))
-  ELEMENT(StoreElementByte, fp, At<AnyByte>(at) = static_cast<AnyByte>(INT(pc->a)))
-  ELEMENT(StoreElementReal, fp, At<AnyReal>(at) = REAL(pc->a))
-  ELEMENT(StoreDataElementInt, data, At<AnyInt>(at) = INT(pc->a))
-  ELEMENT(StoreDataElementByte, data, At<AnyByte>(at) = static_cast<AnyByte>(INT(pc->a)))
-  ELEMENT(StoreDataElementReal, data, At<AnyReal>(at) = REAL(pc->a))
-  ELEMENT2(LoadElement2Int, fp, INT(pc->a) = At<AnyInt>(at))
-  ELEMENT2(LoadElement2Real, fp, REAL(pc->a) = At<AnyReal>(at))
-  ELEMENT2(LoadDataElement2Int, data, INT(pc->a) = At<AnyInt>(at))
-  ELEMENT2(LoadDataElement2Real, data, REAL(pc->a) = At<AnyReal>(at))
-  ELEMENT2(StoreElement2Int, fp, At<AnyInt>(at) = INT(pc->a))
-  ELEMENT2(StoreElement2Real, fp, At<AnyReal>(at) = REAL(pc->a))
-  ELEMENT2(StoreDataElement2Int, data, At<AnyInt>(at) = INT(pc->a))
-  ELEMENT2(StoreDataElement2Real, data, At<AnyReal>(at) = REAL(pc->a))
-  POINTED(LoadPointedInt, INT(pc->a) = At<AnyInt>(at))
-  POINTED(LoadPointedByte, INT(pc->a) = At<AnyByte>(at))
-  POINTED(LoadPointedReal, REAL(pc->a) = At<AnyReal>(at))
-  POINTED(StorePointedInt, At<AnyInt>(at) = INT(pc->a))
-  POINTED(StorePointedByte, At<AnyByte>(at) = static_cast<AnyByte>(INT(pc->a)))
-  POINTED(StorePointedReal, At<AnyReal>(at) = REAL(pc->a))
-  MEMBER(LoadMemberInt, INT(pc->a) = At<AnyInt>(at))
-  MEMBER(LoadMemberReal, REAL(pc->a) = At<AnyReal>(at))
-  MEMBER(LoadMemberWord, WORD(pc->a) = At<AnyWord>(at))
-  MEMBER(StoreMemberInt, At<AnyInt>(at) = INT(pc->a))
-  MEMBER(StoreMemberReal, At<AnyReal>(at) = REAL(pc->a))
-  MEMBER(StoreMemberWord, At<AnyWord>(at) = WORD(pc->a))
+  ELEMENT(LoadElementInt, fp, INT(pc->a) = AT(int32_t, at))
+  ELEMENT(LoadElementByte, fp, INT(pc->a) = AT(unsigned char, at))
+  ELEMENT(LoadElementReal, fp, REAL(pc->a) = AT(double, at))
+  ELEMENT(LoadDataElementInt, data, INT(pc->a) = AT(int32_t, at))
+  ELEMENT(LoadDataElementByte, data, INT(pc->a) = AT(unsigned char, at))
+  ELEMENT(LoadDataElementReal, data, REAL(pc->a) = AT(double, at))
+  ELEMENT(StoreElementInt, fp, AT(int32_t, at) = INT(pc->a))
+  ELEMENT(StoreElementByte, fp, AT(unsigned char, at) = static_cast<unsigned char>(INT(pc->a)))
+  ELEMENT(StoreElementReal, fp, AT(double, at) = REAL(pc->a))
+  ELEMENT(StoreDataElementInt, data, AT(int32_t, at) = INT(pc->a))
+  ELEMENT(StoreDataElementByte, data, AT(unsigned char, at) = static_cast<unsigned char>(INT(pc->a)))
+  ELEMENT(StoreDataElementReal, data, AT(double, at) = REAL(pc->a))
+  ELEMENT2(LoadElement2Int, fp, INT(pc->a) = AT(int32_t, at))
+  ELEMENT2(LoadElement2Real, fp, REAL(pc->a) = AT(double, at))
+  ELEMENT2(LoadDataElement2Int, data, INT(pc->a) = AT(int32_t, at))
+  ELEMENT2(LoadDataElement2Real, data, REAL(pc->a) = AT(double, at))
+  ELEMENT2(StoreElement2Int, fp, AT(int32_t, at) = INT(pc->a))
+  ELEMENT2(StoreElement2Real, fp, AT(double, at) = REAL(pc->a))
+  ELEMENT2(StoreDataElement2Int, data, AT(int32_t, at) = INT(pc->a))
+  ELEMENT2(StoreDataElement2Real, data, AT(double, at) = REAL(pc->a))
+  POINTED(LoadPointedInt, INT(pc->a) = AT(int32_t, at))
+  POINTED(LoadPointedByte, INT(pc->a) = AT(unsigned char, at))
+  POINTED(LoadPointedReal, REAL(pc->a) = AT(double, at))
+  POINTED(StorePointedInt, AT(int32_t, at) = INT(pc->a))
+  POINTED(StorePointedByte, AT(unsigned char, at) = static_cast<unsigned char>(INT(pc->a)))
+  POINTED(StorePointedReal, AT(double, at) = REAL(pc->a))
+  MEMBER(LoadMemberInt, INT(pc->a) = AT(int32_t, at))
+  MEMBER(LoadMemberReal, REAL(pc->a) = AT(double, at))
+  MEMBER(LoadMemberWord, WORD(pc->a) = AT(int64_t, at))
+  MEMBER(StoreMemberInt, AT(int32_t, at) = INT(pc->a))
+  MEMBER(StoreMemberReal, AT(double, at) = REAL(pc->a))
+  MEMBER(StoreMemberWord, AT(int64_t, at) = WORD(pc->a))
 
   STORE_OP(FrameAddress, WORD(pc->a) = reinterpret_cast<int64_t>(fp + pc->b))
   STORE_OP(DataAddress, WORD(pc->a) = reinterpret_cast<int64_t>(data + pc->b))
@@ -365,7 +234,7 @@ dispatch:
   OP(PointerAddress) {
     const Site& site = SITE;
     char* at = POINTER(pc->b);
-    if (!memory_.Contains(at, static_cast<size_t>(site.size))) {
+    if (!memory_.Reach(at, static_cast<size_t>(site.size))) {
       if (site.fail < 0) ReportPointer(site, at);
       FAIL(site);
     }
@@ -382,38 +251,37 @@ dispatch:
     WORD(pc->a) = reinterpret_cast<int64_t>(at);
     NEXT;
   }
-  INT_OP(LoadIntAt, At<AnyInt>(POINTER(pc->b) + pc->c))
-  INT_OP(LoadByteAt, At<AnyByte>(POINTER(pc->b) + pc->c))
-  INT_OP(LoadHalfAt, At<AnyHalf>(POINTER(pc->b) + pc->c))
-  REAL_OP(LoadRealAt, At<AnyReal>(POINTER(pc->b) + pc->c))
-  REAL_OP(LoadFloatAt, static_cast<double>(At<AnyFloat>(POINTER(pc->b) + pc->c)))
-  STORE_OP(LoadWordAt, WORD(pc->a) = At<AnyWord>(POINTER(pc->b) + pc->c))
-  STORE_OP(StoreIntAt, At<AnyInt>(POINTER(pc->b) + pc->c) = INT(pc->a))
-  STORE_OP(StoreByteAt, At<AnyByte>(POINTER(pc->b) + pc->c) = static_cast<AnyByte>(INT(pc->a)))
-  STORE_OP(StoreHalfAt, At<AnyHalf>(POINTER(pc->b) + pc->c) = static_cast<uint16_t>(INT(pc->a)))
-  STORE_OP(StoreRealAt, At<AnyReal>(POINTER(pc->b) + pc->c) = REAL(pc->a))
-  STORE_OP(StoreFloatAt, At<AnyFloat>(POINTER(pc->b) + pc->c) = static_cast<float>(REAL(pc->a)))
-  STORE_OP(StoreWordAt, At<AnyWord>(POINTER(pc->b) + pc->c) = WORD(pc->a))
+  INT_OP(LoadIntAt, AT(int32_t, POINTER(pc->b) + pc->c))
+  INT_OP(LoadByteAt, AT(unsigned char, POINTER(pc->b) + pc->c))
+  INT_OP(LoadHalfAt, AT(uint16_t, POINTER(pc->b) + pc->c))
+  REAL_OP(LoadRealAt, AT(double, POINTER(pc->b) + pc->c))
+  REAL_OP(LoadFloatAt, static_cast<double>(AT(float, POINTER(pc->b) + pc->c)))
+  STORE_OP(LoadWordAt, WORD(pc->a) = AT(int64_t, POINTER(pc->b) + pc->c))
+  STORE_OP(StoreIntAt, AT(int32_t, POINTER(pc->b) + pc->c) = INT(pc->a))
+  STORE_OP(StoreByteAt, AT(unsigned char, POINTER(pc->b) + pc->c) = static_cast<unsigned char>(INT(pc->a)))
+  STORE_OP(StoreHalfAt, AT(uint16_t, POINTER(pc->b) + pc->c) = static_cast<uint16_t>(INT(pc->a)))
+  STORE_OP(StoreRealAt, AT(double, POINTER(pc->b) + pc->c) = REAL(pc->a))
+  STORE_OP(StoreFloatAt, AT(float, POINTER(pc->b) + pc->c) = static_cast<float>(REAL(pc->a)))
+  STORE_OP(StoreWordAt, AT(int64_t, POINTER(pc->b) + pc->c) = WORD(pc->a))
   OP(AddIntAt) {
     char* at = POINTER(pc->b) + pc->c;
-    At<AnyInt>(at) = Wrap(Unsigned(At<AnyInt>(at)) + Unsigned(INT(pc->a)));
+    AT(int32_t, at) = Wrap(Unsigned(AT(int32_t, at)) + Unsigned(INT(pc->a)));
     NEXT;
   }
 
   STORE_OP(ArgInt, WORD(pc->a) = Unsigned(INT(pc->b)))
   STORE_OP(ArgAddImm, WORD(pc->a) = Unsigned(INT(pc->b)) + Unsigned(pc->c))
   STORE_OP(ArgConst, WORD(pc->a) = pc->c)
-  STORE_OP(ArgByte, WORD(pc->a) = static_cast<AnyByte>(INT(pc->b)))
+  STORE_OP(ArgByte, WORD(pc->a) = static_cast<unsigned char>(INT(pc->b)))
   STORE_OP(ArgHalf, WORD(pc->a) = static_cast<uint16_t>(INT(pc->b)))
   STORE_OP(ArgWord, WORD(pc->a) = WORD(pc->b))
   OP(ArgFloat) {
     const auto value = static_cast<float>(REAL(pc->b));
     WORD(pc->a) = 0;
-    At<AnyFloat>(fp + pc->a) = value;
+    AT(float, fp + pc->a) = value;
     NEXT;
   }
-  STORE_OP(BelowStack, At<AnyWord>(sp + pc->c) = WORD(pc->b))
-  {
+  STORE_OP(BelowStack, AT(int64_t, sp + pc->c) = WORD(pc->b)) {
     char* base;
     OP(CallShared) {
       base = fp;
@@ -556,17 +424,15 @@ leave:
   }
   OP(JumpState) JUMP_IF((pc->d >> exec_states_[pc->b] & 1) != 0);
 #if !VM_COMPUTED_GOTO
-  }
+}
 #endif
 
-zero_divisor:
-  if (SITE.fail < 0) Fail(SITE.op->node, "Division by zero");
-  FAIL(SITE);
+zero_divisor : if (SITE.fail < 0) Fail(SITE.op->node, "Division by zero");
+FAIL(SITE);
 
-stop:
-  record_top_ = bottom;
-  save_top_ = saved;
-  return false;
+stop : record_top_ = bottom;
+save_top_ = saved;
+return false;
 }
 
 }  // namespace vorc

@@ -1,10 +1,11 @@
 #include <cstring>
+#include <new>
 
 #include "base/format.h"
 #include "base/host_stack.h"
+#include "interp/frame.h"
 #include "interp/interpreter.h"
 #include "interp/vm_compiler.h"
-#include "interp/frame.h"
 
 // What the register machine does out of line: compiling, checks that fail, the general road.
 
@@ -61,7 +62,7 @@ void Interpreter::ReportFullStack(const Site& site) {
 bool Interpreter::ReportElement(const Site& site, int32_t index, char* address) {
   const EXPR_NODE* node = site.op->node;
   if (index >= site.length) slot_.WarningAt(node->Line, "Array index out of range!!");
-  if (memory_.Contains(address, static_cast<size_t>(site.stride > 0 ? site.stride : 1))) return true;
+  if (memory_.Reach(address, static_cast<size_t>(site.stride > 0 ? site.stride : 1))) return true;
   ReportPointer(site, address);
   return false;
 }
@@ -110,14 +111,19 @@ bool Interpreter::RunBuiltinSite(const Site& site, char* fp, char* result) {
     value = *at;
   } else {
     SweepIfDue();
-    BuiltinValue values[kMostBuiltinArguments];
+    // Only those that there are get cleared.
+    alignas(BuiltinValue) char room[kMostBuiltinArguments * sizeof(BuiltinValue)];
+    auto* values = reinterpret_cast<BuiltinValue*>(room);
     const size_t count = site.arguments.size();
     for (size_t i = 0; i < count; ++i) {
+      new (&values[i]) BuiltinValue();
       if (!ArgumentOf(site.arguments[i], fp, &values[i])) return false;
     }
     if (!RunBuiltin(op, values, count, &value)) return false;
   }
-  if (value.IsDouble() || op.builtin->result != BuiltinResult::kDouble)
+  if (op.builtin->result == BuiltinResult::kText)
+    std::memcpy(result, &value.text, sizeof value.text);
+  else if (value.IsDouble() || op.builtin->result != BuiltinResult::kDouble)
     std::memcpy(result, &value.value, sizeof value.value);
   else {
     const auto number = static_cast<double>(value.Low());
@@ -144,12 +150,32 @@ bool Interpreter::ArgumentOf(const BuiltinArgument& argument, const char* fp, Bu
       value->kind = BuiltinValue::Kind::kText;
       value->text = argument.text;
       return true;
+    case BuiltinArgument::From::kTextAt:
+      std::memcpy(&value->text, fp + argument.place, sizeof value->text);
+      value->kind = value->text != nullptr ? BuiltinValue::Kind::kText : BuiltinValue::Kind::kInteger;
+      return true;
     default: break;
+  }
+  if (argument.symbol != nullptr &&
+      (argument.symbol->ValueType != Tok::dollar || argument.symbol->CurrentType == Tok::STRING)) {
+    const char* text = nullptr;
+    std::memcpy(&text, fp + argument.place, sizeof text);
+    if (CheckedText(text) != nullptr) {
+      value->kind = BuiltinValue::Kind::kText;
+      value->text = text;
+      return true;
+    }
   }
   Entry entry;
   if (!Evaluate(argument.code, Mode::kNormal, &entry)) return false;
   *value = ToBuiltinValue(entry);
   return true;
+}
+
+void Interpreter::StoreText(SYM_REC* symbol, char* address, const char* text) {
+  if (text != nullptr) return StoreDollarText(symbol, address, text);
+  std::memset(address, 0, ScriptMemory::kWordSize);
+  symbol->CurrentType = Tok::int_;
 }
 
 std::string Disassemble(const FunctionCode& code) {

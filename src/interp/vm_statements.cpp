@@ -8,7 +8,9 @@ namespace vorc {
 
 namespace {
 
-constexpr unsigned Bit(unsigned state) { return 1U << state; }
+constexpr unsigned Bit(unsigned state) {
+  return 1U << state;
+}
 constexpr unsigned kAnyState = Bit(kBreak) | Bit(kExit) | Bit(kReturn) | Bit(kContinue);
 constexpr unsigned kEndsLoop = Bit(kBreak) | Bit(kExit) | Bit(kReturn);
 constexpr unsigned kEndsFunction = Bit(kExit) | Bit(kReturn);
@@ -321,7 +323,8 @@ void VmCompiler::Return(STATEMENT_BLOCK* statement) {
   }
   // A call may have changed the states around this statement, which decide where the run goes on.
   bool kept_above = false;
-  for (const STATEMENT_BLOCK* at = Enclosing(statement); at != nullptr; at = Enclosing(at)) kept_above |= Kept(at);
+  for (const STATEMENT_BLOCK* at = Enclosing(statement); at != nullptr; at = Enclosing(at))
+    kept_above |= Kept(at);
   ReturnValue(statement, !kept_above);
   if (!kept_above) return;
   const STATEMENT_BLOCK* around = Enclosing(statement);
@@ -334,7 +337,8 @@ bool VmCompiler::ReturnItem(const Item& item, bool leaves) {
   const TypeSpec& declared = code_.function->ReturnType;
   const Tok type = declared.BasicType;
   if (type == Tok::float_) return false;
-  const bool keeps = type == Tok::void_ || type == Tok::dollar || (type == Tok::char_ && declared.PointerDepth > 0);
+  const bool keeps =
+      type == Tok::void_ || type == Tok::dollar || (type == Tok::char_ && declared.PointerDepth > 0);
   if (type == Tok::double_ || (item.is_real && keeps)) {
     if (item.IsVariable() && !item.is_real && (item.typeless || item.kind == 3)) return false;
     const int32_t from = RealPlace(item);

@@ -143,11 +143,11 @@ void StateAnalysis::Decide(const STATEMENT_BLOCK* statement) {
     StateFacts& of_body = facts_[body];
     if (of_body.set && !reset_by_itself) of_body.kept = true;
   }
-  const bool in_block =
-      statement->ParentStatement == nullptr && statement->ParentCodeBlock != nullptr &&
-      statement->ParentCodeBlock->ParentStatement != nullptr &&
-      statement->ParentCodeBlock->ParentStatement->StatementType == STATEMENT_TYPE_NEWBLOCK;
-  const bool keeps_after = statement->StatementType == STATEMENT_TYPE_FOR || statement->StatementType == STATEMENT_TYPE_DO;
+  const bool in_block = statement->ParentStatement == nullptr && statement->ParentCodeBlock != nullptr &&
+                        statement->ParentCodeBlock->ParentStatement != nullptr &&
+                        statement->ParentCodeBlock->ParentStatement->StatementType == STATEMENT_TYPE_NEWBLOCK;
+  const bool keeps_after =
+      statement->StatementType == STATEMENT_TYPE_FOR || statement->StatementType == STATEMENT_TYPE_DO;
   if (in_block && keeps_after && facts.set) facts.kept = true;
 }
 

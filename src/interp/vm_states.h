@@ -36,10 +36,10 @@ class CallGraph {
 
 /// What a statement's state can do.
 struct StateFacts {
-  bool set = false;        ///< a `break`, `continue` or `return` sets it
-  bool returns = false;    ///< a `return` does
-  bool comes_back = false; ///< a call in the statement may run its function again
-  bool kept = false;       ///< the state must lie in memory, as it may be seen later
+  bool set = false;         ///< a `break`, `continue` or `return` sets it
+  bool returns = false;     ///< a `return` does
+  bool comes_back = false;  ///< a call in the statement may run its function again
+  bool kept = false;        ///< the state must lie in memory, as it may be seen later
 };
 
 /// Tells which statements of a function keep their state in memory. All others leave by plain jumps:

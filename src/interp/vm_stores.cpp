@@ -7,10 +7,10 @@ namespace {
 
 /// The instructions that read and write one form of variable at all kinds of places.
 struct FormOps {
-  VmOp load, store;                        ///< in the frame
+  VmOp load, store;  ///< in the frame
   VmOp load_data, store_data;
   VmOp load_at, store_at;
-  VmOp load_element, store_element;        ///< kJump where there is none
+  VmOp load_element, store_element;  ///< kJump where there is none
   VmOp load_data_element, store_data_element;
   VmOp load_element2, store_element2;
   VmOp load_data_element2, store_data_element2;
@@ -20,33 +20,114 @@ struct FormOps {
 
 const FormOps& OpsOf(Form form) {
   constexpr VmOp kNo = VmOp::kJump;
-  static constexpr FormOps kInt = {
-      VmOp::kMoveInt, VmOp::kMoveInt, VmOp::kLoadDataInt, VmOp::kStoreDataInt, VmOp::kLoadIntAt,
-      VmOp::kStoreIntAt, VmOp::kLoadElementInt, VmOp::kStoreElementInt, VmOp::kLoadDataElementInt,
-      VmOp::kStoreDataElementInt, VmOp::kLoadElement2Int, VmOp::kStoreElement2Int, VmOp::kLoadDataElement2Int,
-      VmOp::kStoreDataElement2Int, VmOp::kLoadPointedInt, VmOp::kStorePointedInt, VmOp::kLoadMemberInt,
-      VmOp::kStoreMemberInt};
-  static constexpr FormOps kByte = {
-      VmOp::kLoadByte, VmOp::kStoreByte, VmOp::kLoadDataByte, VmOp::kStoreDataByte, VmOp::kLoadByteAt,
-      VmOp::kStoreByteAt, VmOp::kLoadElementByte, VmOp::kStoreElementByte, VmOp::kLoadDataElementByte,
-      VmOp::kStoreDataElementByte, kNo, kNo, kNo, kNo, VmOp::kLoadPointedByte, VmOp::kStorePointedByte, kNo,
-      kNo};
-  static constexpr FormOps kHalf = {
-      VmOp::kLoadHalf, VmOp::kStoreHalf, VmOp::kLoadDataHalf, VmOp::kStoreDataHalf, VmOp::kLoadHalfAt,
-      VmOp::kStoreHalfAt, kNo, kNo, kNo, kNo, kNo, kNo, kNo, kNo, kNo, kNo, kNo, kNo};
-  static constexpr FormOps kReal = {
-      VmOp::kMoveReal, VmOp::kMoveReal, VmOp::kLoadDataReal, VmOp::kStoreDataReal, VmOp::kLoadRealAt,
-      VmOp::kStoreRealAt, VmOp::kLoadElementReal, VmOp::kStoreElementReal, VmOp::kLoadDataElementReal,
-      VmOp::kStoreDataElementReal, VmOp::kLoadElement2Real, VmOp::kStoreElement2Real,
-      VmOp::kLoadDataElement2Real, VmOp::kStoreDataElement2Real, VmOp::kLoadPointedReal,
-      VmOp::kStorePointedReal, VmOp::kLoadMemberReal, VmOp::kStoreMemberReal};
-  static constexpr FormOps kFloat = {
-      VmOp::kLoadFloat, VmOp::kStoreFloat, VmOp::kLoadDataFloat, VmOp::kStoreDataFloat, VmOp::kLoadFloatAt,
-      VmOp::kStoreFloatAt, kNo, kNo, kNo, kNo, kNo, kNo, kNo, kNo, kNo, kNo, kNo, kNo};
-  static constexpr FormOps kWord = {
-      VmOp::kMoveWord, VmOp::kMoveWord, VmOp::kLoadDataWord, VmOp::kStoreDataWord, VmOp::kLoadWordAt,
-      VmOp::kStoreWordAt, kNo, kNo, kNo, kNo, kNo, kNo, kNo, kNo, kNo, kNo, VmOp::kLoadMemberWord,
-      VmOp::kStoreMemberWord};
+  static constexpr FormOps kInt = {VmOp::kMoveInt,
+                                   VmOp::kMoveInt,
+                                   VmOp::kLoadDataInt,
+                                   VmOp::kStoreDataInt,
+                                   VmOp::kLoadIntAt,
+                                   VmOp::kStoreIntAt,
+                                   VmOp::kLoadElementInt,
+                                   VmOp::kStoreElementInt,
+                                   VmOp::kLoadDataElementInt,
+                                   VmOp::kStoreDataElementInt,
+                                   VmOp::kLoadElement2Int,
+                                   VmOp::kStoreElement2Int,
+                                   VmOp::kLoadDataElement2Int,
+                                   VmOp::kStoreDataElement2Int,
+                                   VmOp::kLoadPointedInt,
+                                   VmOp::kStorePointedInt,
+                                   VmOp::kLoadMemberInt,
+                                   VmOp::kStoreMemberInt};
+  static constexpr FormOps kByte = {VmOp::kLoadByte,
+                                    VmOp::kStoreByte,
+                                    VmOp::kLoadDataByte,
+                                    VmOp::kStoreDataByte,
+                                    VmOp::kLoadByteAt,
+                                    VmOp::kStoreByteAt,
+                                    VmOp::kLoadElementByte,
+                                    VmOp::kStoreElementByte,
+                                    VmOp::kLoadDataElementByte,
+                                    VmOp::kStoreDataElementByte,
+                                    kNo,
+                                    kNo,
+                                    kNo,
+                                    kNo,
+                                    VmOp::kLoadPointedByte,
+                                    VmOp::kStorePointedByte,
+                                    kNo,
+                                    kNo};
+  static constexpr FormOps kHalf = {VmOp::kLoadHalf,
+                                    VmOp::kStoreHalf,
+                                    VmOp::kLoadDataHalf,
+                                    VmOp::kStoreDataHalf,
+                                    VmOp::kLoadHalfAt,
+                                    VmOp::kStoreHalfAt,
+                                    kNo,
+                                    kNo,
+                                    kNo,
+                                    kNo,
+                                    kNo,
+                                    kNo,
+                                    kNo,
+                                    kNo,
+                                    kNo,
+                                    kNo,
+                                    kNo,
+                                    kNo};
+  static constexpr FormOps kReal = {VmOp::kMoveReal,
+                                    VmOp::kMoveReal,
+                                    VmOp::kLoadDataReal,
+                                    VmOp::kStoreDataReal,
+                                    VmOp::kLoadRealAt,
+                                    VmOp::kStoreRealAt,
+                                    VmOp::kLoadElementReal,
+                                    VmOp::kStoreElementReal,
+                                    VmOp::kLoadDataElementReal,
+                                    VmOp::kStoreDataElementReal,
+                                    VmOp::kLoadElement2Real,
+                                    VmOp::kStoreElement2Real,
+                                    VmOp::kLoadDataElement2Real,
+                                    VmOp::kStoreDataElement2Real,
+                                    VmOp::kLoadPointedReal,
+                                    VmOp::kStorePointedReal,
+                                    VmOp::kLoadMemberReal,
+                                    VmOp::kStoreMemberReal};
+  static constexpr FormOps kFloat = {VmOp::kLoadFloat,
+                                     VmOp::kStoreFloat,
+                                     VmOp::kLoadDataFloat,
+                                     VmOp::kStoreDataFloat,
+                                     VmOp::kLoadFloatAt,
+                                     VmOp::kStoreFloatAt,
+                                     kNo,
+                                     kNo,
+                                     kNo,
+                                     kNo,
+                                     kNo,
+                                     kNo,
+                                     kNo,
+                                     kNo,
+                                     kNo,
+                                     kNo,
+                                     kNo,
+                                     kNo};
+  static constexpr FormOps kWord = {VmOp::kMoveWord,
+                                    VmOp::kMoveWord,
+                                    VmOp::kLoadDataWord,
+                                    VmOp::kStoreDataWord,
+                                    VmOp::kLoadWordAt,
+                                    VmOp::kStoreWordAt,
+                                    kNo,
+                                    kNo,
+                                    kNo,
+                                    kNo,
+                                    kNo,
+                                    kNo,
+                                    kNo,
+                                    kNo,
+                                    kNo,
+                                    kNo,
+                                    VmOp::kLoadMemberWord,
+                                    VmOp::kStoreMemberWord};
   switch (form) {
     case Form::kByte: return kByte;
     case Form::kHalf: return kHalf;
@@ -57,12 +138,15 @@ const FormOps& OpsOf(Form form) {
   }
 }
 
-bool Between(VmOp op, VmOp first, VmOp last) { return op >= first && op <= last; }
+bool Between(VmOp op, VmOp first, VmOp last) {
+  return op >= first && op <= last;
+}
 
 // True for an instruction whose one result is what it leaves in `a`.
 bool Produces(VmOp op) {
   return Between(op, VmOp::kMoveInt, VmOp::kSignHalf) || Between(op, VmOp::kMoveReal, VmOp::kRealToInt) ||
-         Between(op, VmOp::kLoadByte, VmOp::kMoveWord) || Between(op, VmOp::kLoadDataInt, VmOp::kLoadDataWord) ||
+         Between(op, VmOp::kLoadByte, VmOp::kMoveWord) ||
+         Between(op, VmOp::kLoadDataInt, VmOp::kLoadDataWord) ||
          Between(op, VmOp::kLoadElementInt, VmOp::kLoadDataElementReal) ||
          Between(op, VmOp::kLoadElement2Int, VmOp::kLoadDataElement2Real) ||
          Between(op, VmOp::kLoadPointedInt, VmOp::kLoadPointedReal) ||
@@ -74,7 +158,8 @@ bool Produces(VmOp op) {
 
 // Lets the instruction that made a temporary leave its result elsewhere.
 bool VmCompiler::Redirect(int32_t from, int32_t to) {
-  if (from > -static_cast<int32_t>(ScriptMemory::kShadowDistance) || code_.insns.size() <= barrier_) return false;
+  if (from > -static_cast<int32_t>(ScriptMemory::kShadowDistance) || code_.insns.size() <= barrier_)
+    return false;
   Insn& last = code_.insns.back();
   if (!Produces(last.op) || last.a != from) return false;
   last.a = to;
@@ -119,6 +204,12 @@ int32_t VmCompiler::WordPlace(const Item& item) {
 }
 
 bool VmCompiler::StoreTypeless(const Item& target, const Item& value) {
+  if (target.where == Item::Where::kFrame && value.where == Item::Where::kTextValue) {
+    int site = 0;
+    NewSite(&site).symbol = target.symbol;
+    Emit(VmOp::kStoreTypelessText, target.place, value.place, 0, site);
+    return true;
+  }
   if (target.where != Item::Where::kFrame || !Numeric(value) || value.kind == 3) return false;
   int number = 0;
   if (value.is_real) {
@@ -144,7 +235,9 @@ bool VmCompiler::Store(const Item& target, const Item& value) {
   if (target.form == Form::kNone || target.kind == 1) return false;
   int32_t from = kNoPlace;
   const bool real_target = target.form == Form::kReal || target.form == Form::kFloat;
-  if (target.form == Form::kWord) {
+  if (target.form == Form::kWord && value.where == Item::Where::kTextValue) {
+    from = value.place;
+  } else if (target.form == Form::kWord) {
     // A pointer. Texts have rules of their own.
     if (!value.IsVariable() || value.typeless || value.kind != 3 || !Numeric(value)) return false;
     from = WordPlace(value);
@@ -202,6 +295,7 @@ bool VmCompiler::Assign(const Op& op) {
   // A struct is copied as a whole, and an array's name is no number: the general road knows how.
   if (right.where == Item::Where::kNowhere || (left.kind == 2 && left.form == Form::kNone)) return false;
   const bool unused = op.last && depth_ == 1 && dropped_;
+  if (!unused && right.IsText()) return false;
   if (!unused && right.IsVariable()) {
     // What goes on from here is the value as it was.
     const Order order = order_;
@@ -281,12 +375,14 @@ bool VmCompiler::Compound(const Op& op) {
     default: return false;
   }
   const bool real = left.is_real || right.is_real;
-  if (real && token != Tok::PLUS && token != Tok::MINUS && token != Tok::STAR && token != Tok::SLASH) return false;
+  if (real && token != Tok::PLUS && token != Tok::MINUS && token != Tok::STAR && token != Tok::SLASH)
+    return false;
   // A typeless integer is 64 bits wide here.
   if (left.typeless && !real) return false;
   const bool in_frame = left.where == Item::Where::kFrame || left.where == Item::Where::kData;
   if (!in_frame && !ToAddress(&left)) return false;
-  if (left.where == Item::Where::kAddress && left.form == Form::kInt && token == Tok::PLUS && !real && op.last) {
+  if (left.where == Item::Where::kAddress && left.form == Form::kInt && token == Tok::PLUS && !real &&
+      op.last) {
     const int32_t from = IntPlace(right);
     if (from == kNoPlace) return false;
     Emit(VmOp::kAddIntAt, from, left.place, left.offset);

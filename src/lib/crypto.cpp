@@ -204,8 +204,8 @@ Cipher StartCipher(const SealKey& key, const uint8_t* nonce, Direction direction
 // Works `from` into `to`, which has the same size. This mode holds nothing back for the final call.
 bool RunCipher(EVP_CIPHER_CTX* cipher, std::string_view from, uint8_t* to) {
   int written = 0;
-  return from.empty() ||
-         CipherLibrary::Get()->update(cipher, to, &written, AsBytes(from), static_cast<int>(from.size())) == 1;
+  return from.empty() || CipherLibrary::Get()->update(cipher, to, &written, AsBytes(from),
+                                                      static_cast<int>(from.size())) == 1;
 }
 
 bool FinishCipher(EVP_CIPHER_CTX* cipher) {

@@ -1,6 +1,7 @@
 #include "output/output_files.h"
 
-#include <cstdio>
+#include <unistd.h>
+
 #include <utility>
 
 namespace vorc {
@@ -18,8 +19,8 @@ bool OutputFiles::Open(const std::string& source) {
                                                        {&analysis, "code_gen_analysis.txt"},
                                                        {&tac, "datafile_tac.txt"},
                                                        {&ai_input, "ai_tac_analysis_input.txt"}};
-  std::remove(SetFileExt(source, "ai_tac_analysis_output.txt").c_str());
-  for (const auto& [file, extension] : files) std::remove(SetFileExt(source, extension).c_str());
+  unlink(SetFileExt(source, "ai_tac_analysis_output.txt").c_str());
+  for (const auto& [file, extension] : files) unlink(SetFileExt(source, extension).c_str());
   for (const auto& [file, extension] : files) {
     if (!file->Open(SetFileExt(source, extension))) return false;
   }

@@ -22,11 +22,11 @@ ValueType ValueType::OfSymbol(const SYM_REC& symbol) {
   return type;
 }
 
-ValueType ValueType::OfType(const TypeSpec& spec) {
+ValueType ValueType::OfType(const TypeSpec& declared) {
   ValueType type;
-  type.depth = spec.PointerDepth;
-  type.is_unsigned = (spec.StorageType & UNSIGNED_VAR) != 0;
-  const TypeSpec* at = &spec;
+  type.depth = declared.PointerDepth;
+  type.is_unsigned = (declared.StorageType & UNSIGNED_VAR) != 0;
+  const TypeSpec* at = &declared;
   for (; at->Typedef != nullptr; at = at->Typedef) {
     const TYPEDEF_REC* record = at->Typedef;
     // Behind a pointer the array that a typedef stands for is gone.
@@ -43,11 +43,11 @@ ValueType ValueType::OfType(const TypeSpec& spec) {
 }
 
 ValueType ValueType::OfCast(const CAST& cast) {
-  TypeSpec spec;
-  spec.BasicType = cast.TypeToken;
-  spec.Typedef = cast.Typedef;
-  spec.Struct = cast.Typedef == nullptr ? cast.Struct : nullptr;
-  ValueType type = OfType(spec);
+  TypeSpec declared;
+  declared.BasicType = cast.TypeToken;
+  declared.Typedef = cast.Typedef;
+  declared.Struct = cast.Typedef == nullptr ? cast.Struct : nullptr;
+  ValueType type = OfType(declared);
   type.depth = cast.PointerDepth;  // those of the typedef stand in it already
   if (cast.CastType == CAST_FUNC_PTR_TYPE) type.function = cast.Function;
   return type;

@@ -43,7 +43,9 @@ class ProgramWriter {
   void Line(const std::string& line) { text_ += line + "\n"; }
 
   void Locals() {
-    Line("int i; int j; int k; char c; double d; int a[6]; double e[4]; struct Node s; struct Node *p; int *q;");
+    Line(
+        "int i; int j; int k; char c; double d; int a[6]; double e[4]; struct Node s; struct Node *p; int "
+        "*q;");
     Line("$x = 1; $y = 2.5; i = j = k = c = 0; d = 0.5; s.n = 1; s.c = 2; s.d = 0.25; p = &s; q = a;");
     Line("for (i = 0; i < 6; i++) a[i] = i; for (i = 0; i < 4; i++) { e[i] = i; s.v[i] = i; } s.next = &gs;");
   }
@@ -118,8 +120,9 @@ class ProgramWriter {
       case 16:
       case 17: {
         const std::string name = IntName();
-        Loop("for (" + name + " = " + std::to_string(Pick(3)) + "; " + name + " < " + std::to_string(2 + Pick(6)) +
-                 " && (fuel = fuel - 1) > 0; " + name + (Pick(3) == 0 ? " = " + name + " + 2" : "++") + ")",
+        Loop("for (" + name + " = " + std::to_string(Pick(3)) + "; " + name + " < " +
+                 std::to_string(2 + Pick(6)) + " && (fuel = fuel - 1) > 0; " + name +
+                 (Pick(3) == 0 ? " = " + name + " + 2" : "++") + ")",
              "", depth);
         break;
       }
@@ -230,7 +233,8 @@ class ProgramWriter {
   }
 
   std::string Compound() {
-    static const char* const kOperators[] = {" += ", " -= ", " *= ", " &= ", " |= ", " ^= ", " <<= ", " >>= "};
+    static const char* const kOperators[] = {
+        " += ", " -= ", " *= ", " &= ", " |= ", " ^= ", " <<= ", " >>= "};
     return kOperators[Pick(8)];
   }
 
@@ -252,7 +256,9 @@ class ProgramWriter {
       case 7: return "(" + Int(depth - 1) + ") / " + (Rarely() ? IntName() : std::to_string(1 + Pick(5)));
       case 8: return "(" + Int(depth - 1) + ") & " + Int(depth - 1);
       case 9: return "(" + Condition() + ")";
-      case 10: return "(" + Int(depth - 1) + " < " + Int(depth - 1) + (Pick(2) == 0 ? " && " : " || ") + Int(depth - 1) + ")";
+      case 10:
+        return "(" + Int(depth - 1) + " < " + Int(depth - 1) + (Pick(2) == 0 ? " && " : " || ") +
+               Int(depth - 1) + ")";
       case 11: return Pick(2) == 0 ? "!" + IntName() : "-" + Place();
       case 12: return Call();
       case 13: return Pick(2) == 0 ? "$x" : IntName() + "++";
@@ -282,7 +288,8 @@ class ProgramWriter {
       case kIntTwo: return name + "(" + Int(1) + ", " + Int(1) + ")";
       case kShared: return name + "()";
       case kDouble: return name + "(" + Real(1) + ", " + Int(1) + ")";
-      case kPointer: return name + "(" + (Pick(2) == 0 ? "p" : "&gs") + ", " + (Pick(2) == 0 ? "q" : "ga") + ")";
+      case kPointer:
+        return name + "(" + (Pick(2) == 0 ? "p" : "&gs") + ", " + (Pick(2) == 0 ? "q" : "ga") + ")";
       default: return name + "(" + Int(1) + ", " + Int(0) + ")";
     }
   }
