@@ -109,7 +109,7 @@ bool OpenMissingStreams() {
 }
 
 // The command line's words, and what they ask for.
-int Run(int argc, char** argv) {
+int RunProgram(int argc, char** argv) {
   if (!OpenMissingStreams()) return vorc::kExitFailure;
   std::setvbuf(stdout, nullptr, _IONBF, 0);
   std::setvbuf(stderr, nullptr, _IONBF, 0);
@@ -145,7 +145,7 @@ int Run(int argc, char** argv) {
 
 int main(int argc, char** argv) {
   try {
-    return Run(argc, argv);
+    return RunProgram(argc, argv);
   } catch (const std::bad_alloc&) {
     vorc::WriteErrors("vorc: failed (not enough memory)\n");
     return vorc::kExitFailure;
