@@ -7,6 +7,7 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <exception>
 #include <new>
 #include <string>
 #include <vector>
@@ -144,6 +145,11 @@ int RunProgram(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  // Where memory doesn't even suffice for an exception, or a thread of a script has none.
+  std::set_terminate([] {
+    vorc::WriteErrors("vorc: failed (not enough memory)\n");
+    _exit(vorc::kExitFailure);
+  });
   try {
     return RunProgram(argc, argv);
   } catch (const std::bad_alloc&) {
