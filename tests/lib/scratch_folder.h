@@ -1,39 +1,20 @@
 #pragma once
 
 #include <gtest/gtest.h>
-#include <stdlib.h>
 
-#include <filesystem>
-#include <fstream>
-#include <iterator>
-#include <string>
-#include <string_view>
+#include "temp_folder.h"
 
 namespace vorc {
 
 /// A folder of its own for each test, removed behind it.
 class ScratchFolder : public testing::Test {
  protected:
-  ScratchFolder() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "vorc-test-XXXXXX").string();
-    folder_ = mkdtemp(pattern.data());
-  }
-  ~ScratchFolder() override { std::filesystem::remove_all(folder_); }
+  std::string At(const std::string& name) const { return temp_ / name; }
+  std::string Put(const std::string& name, std::string_view bytes) const { return temp_.Write(name, bytes); }
+  static std::string Get(const std::string& path) { return FileText(path); }
 
-  std::string At(const std::string& name) const { return folder_ + "/" + name; }
-
-  /// Writes a file and answers its path.
-  std::string Put(const std::string& name, std::string_view bytes) const {
-    std::ofstream(At(name), std::ios::binary) << bytes;
-    return At(name);
-  }
-
-  static std::string Get(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-  }
-
-  std::string folder_;
+  const TempFolder temp_;
+  const std::string folder_ = temp_.path();
 };
 
 }  // namespace vorc

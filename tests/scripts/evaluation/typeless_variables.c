@@ -14,7 +14,8 @@ int main()
     if ($n) printf("number is true\n");
     $t = "t"; $t -= 1; $t *= 2; printf("%s %d %d\n", $t, !$t, $t == "t");
     $t = 0; printf("%d %d\n", !$t, ~$t);
+    printf("[%s] [%d] [%g]\n", $never, $never, $never);
   }
-  printf("[%s] [%d] [%g]\n", $never, $never, $never);
   return 0;
 }
+// turns: 3

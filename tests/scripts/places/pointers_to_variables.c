@@ -10,7 +10,7 @@ int main()
   for (z = 0; z < 3; z++) {
     x = 5; p = &x; pp = &p; printf("%d %d\n", *p, **pp);
     *p = 6; printf("%d ", x); **pp = 7; printf("%d ", x); *p += 3; printf("%d ", x); *p = *p * *p; printf("%d\n", x);
-    p = &g; *p = z; printf("%d ", g); g = 9; printf("%d\n", *p);
+    p = &g; *p = z; printf("%d ", g - z); g = 9; printf("%d\n", *p);
     d = 2.5; q = &d; *q *= 2; printf("%g %g\n", d, *q); c = 200; t = &c; *t += 1; printf("%d %d\n", c, *t);
     l = 5000000000; m = &l; *m += 1; printf("%lld\n", l);
     x = 1; y = 2; swap(&x, &y); printf("%d %d %d\n", x, y, set(&y, 30)); printf("%d\n", y);
@@ -23,3 +23,4 @@ int main()
   }
   return 0;
 }
+// turns: 3
