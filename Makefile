@@ -5,7 +5,7 @@ PREFIX ?= /usr/local
 
 configure = cmake -S . -B $(1) $(2) >/dev/null && cmake --build $(1) -j $(JOBS)
 
-.PHONY: all build run test sanitize clang bench install clean
+.PHONY: all build run test sanitize clang mutants bench install clean
 
 all: build
 
@@ -31,6 +31,12 @@ clang:
 	@scripts/install_dependencies.sh build test clang
 	@$(call configure,build-clang,-DCMAKE_BUILD_TYPE=Release -DCMAKE_CXX_COMPILER=clang++)
 
+# Which changes of FILE=src/... no script case sees. COUNT and TOPICS bound the work.
+mutants:
+	@scripts/install_dependencies.sh build test
+	@$(call configure,build-mutants,-DCMAKE_BUILD_TYPE=Release)
+	@tests/mutants.py build-mutants $(FILE) --count $(or $(COUNT),20) $(TOPICS)
+
 bench:
 	@scripts/install_dependencies.sh build test bench
 	@$(call configure,build-bench,-DCMAKE_BUILD_TYPE=Release -DVORC_BENCH=ON -DVORC_TESTS=OFF)
@@ -47,4 +53,4 @@ install: build
 	@cmake --install build --prefix $(DESTDIR)$(PREFIX)
 
 clean:
-	@rm -rf build build-sanitize build-clang build-bench build-fuzz
+	@rm -rf build build-sanitize build-clang build-bench build-fuzz build-mutants

@@ -3,6 +3,7 @@
 #   scripts/run_examples.sh path/to/vorc examples-folder
 # A first line "// args: a b" in an example holds the arguments that its script gets. Those in the folder
 # compiled/ are compiled, and vorc-sim beside vorc makes the calls of their first line, "// calls: f(1); g(2)".
+# Those in rtl/ become Verilog, which iverilog simulates where it is at hand.
 set -u
 vorc=$(readlink -f "${1:?usage: run_examples.sh path/to/vorc folder}")
 folder=$(readlink -f "${2:?usage: run_examples.sh path/to/vorc folder}")
@@ -32,6 +33,21 @@ for example in "$folder"/compiled/*.c; do
   echo "== compiled/$name.c"
   { "$vorc" -morvquiet "$work/$name.c" && "$(dirname "$vorc")/vorc-sim" --calls "$work/calls" "$work/$name.asm"; } || {
     echo "run_examples: compiled/$name.c failed" >&2
+    failed=1
+  }
+  echo
+done
+for example in "$folder"/rtl/*.c; do
+  name=$(basename "$example" .c)
+  mkdir "$work/rtl-$name"
+  cp "$example" "$work/rtl-$name"
+  echo "== rtl/$name.c"
+  (
+    cd "$work/rtl-$name" && "$vorc" -morv -morvquiet -rtl "$name.c" || exit 1
+    command -v iverilog >/dev/null || { echo "run_examples: no iverilog, so nothing is simulated" >&2; exit 0; }
+    iverilog -g2001 -o "$name.vvp" "$name.v" "${name}_tb.v" && vvp "$name.vvp"
+  ) || {
+    echo "run_examples: rtl/$name.c failed" >&2
     failed=1
   }
   echo

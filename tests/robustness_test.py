@@ -5,6 +5,7 @@ Whatever the input, a run ends by itself within the time limit, with exit status
 memory, and a run that fails says why."""
 
 import os
+import pathlib
 import random
 import sys
 from concurrent.futures import ThreadPoolExecutor
@@ -26,35 +27,7 @@ def nested(opening, middle, closing, depth):
     return opening * depth + middle + closing * depth
 
 
-PROGRAM = """#include "part.h"
-#define SQUARE(x) ((x) * (x))
-enum Colour { RED, GREEN = 4, BLUE };
-struct Point { int x; int y; unsigned flag : 3; };
-class Shape
-{
-public:
-  Shape();
-  virtual int Area();
-  int operator+(int n) { return n; }
-private:
-  int width;
-};
-class Square : public Shape { public: int side; };
-int table[2][3] = { { 1, 2, 3 }, { 4, 5, 6 } };
-char *names[] = { "one", "two" };
-struct Point origin = { 1, 2, 3 };
-int sum(int a, int b) { return a + b; }
-int main()
-{
-  int i;
-  for (i = 0; i < 3; i++) { if (i == 1) continue; else printf("%d %s\\n", table[1][i], names[0]); }
-  while (i > 0) { i--; switch (i) { case 1: break; default: i = sum(i, -1); } }
-  do { i = i + SQUARE(2); } while (i < 10);
-  $text = "done" + i;
-  printf("%s %c %5.2f\\n", $text, 'x', 2.5);
-  return i ? 0 : 1;
-}
-"""
+PROGRAM = (pathlib.Path(__file__).resolve().parent / "fuzz/corpus/parser/program").read_text()
 
 
 def truncated_programs():

@@ -1,9 +1,12 @@
 #!/usr/bin/env bash
 # Runs each script NAME.c below a folder and compares what it prints with NAME.out:
 #   run_scripts.sh path/to/vorc folder [topic ...]
-# NAME.args holds further arguments for the program (default: -morv -morvquiet), NAME.status the
-# exit status (default: 0), NAME.err what must stand on standard error (default: not looked at).
-# As many run at a time as there are processors.
+# Both roads of the interpreter are taken, the fast one and the walker of VORC_WALK. Lines in the source may say
+#   // args: ...     the program's arguments (default: -morv -morvquiet)
+#   // status: N     the exit status (default: 1 when an error is among what is expected, else 0)
+#   // turns: N      NAME.out is printed N times
+# NAME.err is what must stand on standard error (default: not looked at).
+# As many cases run at a time as there are processors.
 set -u
 vorc=$(readlink -f "${1:?usage: run_scripts.sh path/to/vorc folder [topic ...]}")
 root=$(readlink -f "${2:?}"); shift 2
@@ -11,28 +14,40 @@ reports=$(mktemp -d)
 trap 'rm -rf "$reports"' EXIT
 export vorc root reports
 
-# Prints nothing when the case passes.
+# What the source says behind `// KEY: `, else the default.
+said() { local line; line=$(sed -n "s|^// $1: ||p" "$source"); echo "${line:-$2}"; }
+
+# Reports nothing when the case passes.
 run_case() {
-  local source=$1 base=${1%.c} name work args expected status
+  local source=$1 base=${1%.c} name road
   name=${base#"$root"/}
+  for road in fast walker; do run_road $road || break; done >"$reports/case-${name//\//__}"
+}
+
+run_road() {
+  local work expected args status=0
   work=$(mktemp -d)
   cp -r "$(dirname "$source")/." "$work"
-  cp "$source" "$work/s.c"
-  args="-morv -morvquiet"; [ -f "$base.args" ] && args=$(cat "$base.args")
-  expected=0; [ -f "$base.status" ] && expected=$(cat "$base.status")
+  sed -E '/^\/\/ (args|status|turns): /d' "$source" >"$work/s.c"
+  for ((turn = $(said turns 1); turn > 0; turn--)); do cat "$base.out"; done >"$work/.expected"
+  grep -qE '^(<.*>: )?(Fatal )?Error [0-9]+' "$base.out" && status=1
+  expected=$(said status $status) args=$(said args "-morv -morvquiet")
   # shellcheck disable=SC2086
-  (cd "$work" && timeout 60 "$vorc" $args s.c >.stdout 2>.stderr </dev/null)
+  (cd "$work" && { [ "$1" = fast ] || export VORC_WALK=1; } &&
+    timeout 60 "$vorc" $args s.c >.stdout 2>.stderr </dev/null)
   status=$?
-  if ! cmp -s "$work/.stdout" "$base.out"; then
-    echo "FAIL $name: output"; diff "$base.out" "$work/.stdout" | head -10; head -c 500 "$work/.stderr"
+  if ! cmp -s "$work/.stdout" "$work/.expected"; then
+    echo "FAIL $name ($1): output"; diff "$work/.expected" "$work/.stdout" | head -10; head -c 500 "$work/.stderr"
   elif [ "$status" != "$expected" ]; then
-    echo "FAIL $name: exit status $status, expected $expected"; head -c 500 "$work/.stderr"
+    echo "FAIL $name ($1): exit status $status, expected $expected"; head -c 500 "$work/.stderr"
   elif [ -f "$base.err" ] && ! cmp -s "$work/.stderr" "$base.err"; then
-    echo "FAIL $name: standard error"; diff "$base.err" "$work/.stderr" | head -10
-  fi >"$reports/case-${name//\//__}"
+    echo "FAIL $name ($1): standard error"; diff "$base.err" "$work/.stderr" | head -10
+  else rm -rf "$work"; return 0
+  fi
   rm -rf "$work"
+  return 1
 }
-export -f run_case
+export -f run_case run_road said
 
 [ $# -gt 0 ] || set -- .
 cases=()

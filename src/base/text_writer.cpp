@@ -10,8 +10,13 @@ namespace vorc {
 bool TextWriter::Open(const std::string& path) {
   Close();
   constexpr int kReadAndWriteForAll = 0666;
-  file_ = Descriptor(RetryInterrupted(
-      [&] { return open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, kReadAndWriteForAll); }));
+  return Open(Descriptor(RetryInterrupted(
+      [&] { return open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, kReadAndWriteForAll); })));
+}
+
+bool TextWriter::Open(Descriptor file) {
+  Close();
+  file_ = std::move(file);
   if (!file_) return false;
   if (buffer_ == nullptr) buffer_ = std::make_unique_for_overwrite<char[]>(kCapacity);
   used_ = 0;

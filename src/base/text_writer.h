@@ -31,6 +31,8 @@ class TextWriter {
 
   /// Makes the file anew. False if that can't be done.
   bool Open(const std::string& path);
+  /// Writes to a file that is open already. False if it isn't.
+  bool Open(Descriptor file);
   bool is_open() const { return static_cast<bool>(file_); }
   /// Writes what is left. False if anything could not be written since `Open`.
   bool Close();

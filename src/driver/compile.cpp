@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
+#include <new>
 #include <utility>
 
 #include "base/console.h"
@@ -21,6 +22,7 @@
 #include "lib/sandbox.h"
 #include "output/assembly.h"
 #include "output/pic_rewrite.h"
+#include "rtl/generate.h"
 
 namespace vorc {
 
@@ -42,6 +44,11 @@ bool CanCreate(const std::string& path) {
   if (!file) return errno == EEXIST;
   std::remove(path.c_str());
   return true;
+}
+
+Descriptor OpenSafely(const std::string& path) {
+  const File file = MorvSafeFopen(path, "wb");
+  return Descriptor(file == nullptr ? -1 : dup(fileno(file.get())));
 }
 
 /// One compilation from its options to its exit status.
@@ -151,7 +158,22 @@ bool Compilation::CompileWithDefines() {
 }
 
 int Compilation::FinishRtl() {
-  std::fputs("vorc: -rtl: Verilog generation is not part of this build\n", stderr);
+  const std::string stem = SetFileExt(options_.source, "");
+  const std::string design = stem + "v";
+  const std::string testbench = stem.substr(0, stem.size() - 1) + "_tb.v";
+  if (FullPath(design) == full_source_ || FullPath(testbench) == full_source_) {
+    WriteErrors(
+        Format("vorc: -rtl: the design would take the place of its source '%s'\n", options_.source.c_str()));
+    return kExitFailure;
+  }
+  if (MorvGenerateRTL(*slot_, options_.source, design, testbench, OpenSafely) != 0) return kExitSuccess;
+  for (const std::string& path : {design, testbench}) {
+    if (MorvSandboxAllows(path)) unlink(path.c_str());
+  }
+  WriteErrors(
+      Format("vorc: RTL generation failed - removed the partial '%s'\n"
+             "      rather than leave a file with no design in it.\n",
+             design.c_str()));
   return kExitFailure;
 }
 
@@ -200,7 +222,12 @@ int Compilation::Finish() {
 }  // namespace
 
 int RunCompilation(const Options& options) {
-  return Compilation(options).Run();
+  try {
+    return Compilation(options).Run();
+  } catch (const std::bad_alloc&) {
+    WriteErrors("vorc: failed (not enough memory)\n");
+    return kExitFailure;
+  }
 }
 
 }  // namespace vorc

@@ -7,6 +7,7 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <new>
 #include <string>
 #include <vector>
 
@@ -107,9 +108,8 @@ bool OpenMissingStreams() {
   return true;
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
+// The command line's words, and what they ask for.
+int RunProgram(int argc, char** argv) {
   if (!OpenMissingStreams()) return vorc::kExitFailure;
   std::setvbuf(stdout, nullptr, _IONBF, 0);
   std::setvbuf(stderr, nullptr, _IONBF, 0);
@@ -139,4 +139,15 @@ int main(int argc, char** argv) {
     return vorc::kExitFailure;
   }
   return Leave(vorc::OutputStatus(RunWithLargeStack(options)));
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  try {
+    return RunProgram(argc, argv);
+  } catch (const std::bad_alloc&) {
+    vorc::WriteErrors("vorc: failed (not enough memory)\n");
+    return vorc::kExitFailure;
+  }
 }

@@ -38,8 +38,10 @@ void VmCompiler::EmitJump(VmOp op, int32_t a, int32_t b, Label target, int d) {
 
 // Below the base by a constant, and below each other.
 int32_t VmCompiler::NewTemp() {
-  ++temps_;
-  if (temps_ > kMostTemps) code_.walked = true;
+  if (temps_ < kMostTemps)
+    ++temps_;
+  else
+    code_.walked = true;
   return -static_cast<int32_t>(ScriptMemory::kShadowDistance) - 8 * temps_;
 }
 
@@ -48,7 +50,9 @@ void VmCompiler::ReleaseTemps() {
   int used = 0;
   const auto use = [&used](int32_t place) {
     const int number = (-place - static_cast<int32_t>(ScriptMemory::kShadowDistance)) / 8;
-    if (place < -static_cast<int32_t>(ScriptMemory::kShadowDistance) && number > used) used = number;
+    // A local of a frame that no stack holds lies further down still.
+    const bool temp = place < -static_cast<int32_t>(ScriptMemory::kShadowDistance) && number <= kMostTemps;
+    if (temp && number > used) used = number;
   };
   const auto use_item = [&use](const Item& item) {
     use(item.place);

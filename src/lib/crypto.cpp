@@ -132,7 +132,9 @@ class SealKey {
     return SealKey(std::move(*bytes));
   }
   SealKey(SealKey&&) = default;
-  ~SealKey() { explicit_bzero(bytes_.data(), bytes_.size()); }
+  ~SealKey() {
+    if (!bytes_.empty()) explicit_bzero(bytes_.data(), bytes_.size());
+  }
 
   const uint8_t* data() const { return bytes_.data(); }
 

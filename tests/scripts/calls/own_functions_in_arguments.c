@@ -20,3 +20,4 @@ int main()
   }
   return 0;
 }
+// turns: 3

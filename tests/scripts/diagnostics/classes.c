@@ -13,3 +13,4 @@ class C5 { C5(int *p); ~C5(int a); };
 class C6 { int a : ; int b; };
 struct S5 { struct S5 s; };
 struct S6 : S6 { int a; };
+// args: -morvquiet

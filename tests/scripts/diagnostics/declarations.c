@@ -20,3 +20,4 @@ enum E { A, B }; enum E { C };
 enum { D, D };
 enum { F } g
 int m;
+// args: -morvquiet

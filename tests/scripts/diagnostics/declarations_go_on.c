@@ -13,3 +13,4 @@ $x = 5;
 }
 void i;
 int after; int after;
+// args: -morvquiet

@@ -18,3 +18,4 @@ int f()
   x = ''';
   x = g(1)
 }
+// args: -morvquiet

@@ -14,3 +14,4 @@ int t() { int m; m: return 0; }
 int v(struct Unknown p) { return 0; }
 int w(struct Unknown *p) { return 0; }
 int u() { return 0;
+// args: -morvquiet

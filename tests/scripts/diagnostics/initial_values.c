@@ -18,3 +18,4 @@ int l[3] = {
 int m[3] = {1, 2;
 int n = ;
 int o; int o;
+// args: -morvquiet

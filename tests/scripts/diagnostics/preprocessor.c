@@ -19,3 +19,4 @@
 int x = F(1);
 int y; int y;
 #if 1
+// args: -morvquiet

@@ -25,3 +25,4 @@ int f()
   return 5 }
 int after() { break; return 0; }
 int more() { continue; return 0; }
+// args: -morvquiet

@@ -10,3 +10,4 @@ int a9 b;
 int a10 b;
 int never 5;
 int never 5;
+// args: -morvquiet

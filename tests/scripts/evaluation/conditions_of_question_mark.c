@@ -17,3 +17,4 @@ int main()
   }
   return 0;
 }
+// turns: 3

@@ -1,2 +1,0 @@
-#include "include/with_errors.h"
-int x; int x;

@@ -1,4 +1,0 @@
-// a header with trouble
-int twice;
-int twice;
-#if 1
