@@ -22,6 +22,7 @@ std::span<const BuiltinBinding> FileBuiltins();
 std::span<const BuiltinBinding> FingerprintBuiltins();
 std::span<const BuiltinBinding> JsonBuiltins();
 std::span<const BuiltinBinding> LanguageBuiltins();
+std::span<const BuiltinBinding> NetworkBuiltins();
 std::span<const BuiltinBinding> PictureBuiltins();
 std::span<const BuiltinBinding> ProcessBuiltins();
 std::span<const BuiltinBinding> RegexBuiltins();

@@ -34,10 +34,10 @@ bool TakesAnyCount(const Row& row) {
 
 std::unordered_map<std::string_view, BuiltinHandler> Handlers() {
   const std::span<const BuiltinBinding> tables[] = {
-      BasicBuiltins(),  CheckBuiltins(),       CodeBuiltins(),     ContainerBuiltins(), CryptoBuiltins(),
-      FileBuiltins(),   FingerprintBuiltins(), JsonBuiltins(),     PictureBuiltins(),   ProcessBuiltins(),
-      RegexBuiltins(),  ShellUtilBuiltins(),   StringBuiltins(),   SystemBuiltins(),    TensorBuiltins(),
-      ThreadBuiltins(), VersionBuiltins(),     LanguageBuiltins(), SqlBuiltins(),
+      BasicBuiltins(),  CheckBuiltins(),       CodeBuiltins(),    ContainerBuiltins(), CryptoBuiltins(),
+      FileBuiltins(),   FingerprintBuiltins(), JsonBuiltins(),    PictureBuiltins(),   ProcessBuiltins(),
+      RegexBuiltins(),  ShellUtilBuiltins(),   StringBuiltins(),  SystemBuiltins(),    TensorBuiltins(),
+      ThreadBuiltins(), VersionBuiltins(),     NetworkBuiltins(), LanguageBuiltins(),  SqlBuiltins(),
   };
   std::unordered_map<std::string_view, BuiltinHandler> handlers;
   for (const auto& table : tables) {

@@ -1,0 +1,104 @@
+#!/usr/bin/env python3
+"""Scripts that reach languages, databases, tool servers and pages, against libraries and servers of
+the test's own.
+
+    network_test.py path/to/vorc path/to/language.so path/to/libnstoredll.so.1
+"""
+
+import os
+import socket
+import subprocess
+import sys
+import threading
+
+import program
+
+VORC, LANGUAGE, STORE = (os.path.realpath(name) for name in sys.argv[1:4])
+results = []
+
+
+def run(body, timeout=60, **variables):
+    """Standard output and standard error of a script with this body."""
+    with program.Folder() as folder:
+        folder.write("s.c", "int main()\n{\n" + body + "\n  return 0;\n}\n")
+        environment = {**os.environ, **variables}
+        done = subprocess.run([VORC, "-morv", "s.c"], cwd=folder.path, env=environment, timeout=timeout,
+                              stdin=subprocess.DEVNULL, capture_output=True, check=False)
+        printed = done.stdout.decode("latin-1").partition("executing main() ....\n")[2]
+        return printed.removesuffix("\n"), done.stderr.decode("latin-1")
+
+
+def check(name, actual, expected):
+    results.append(actual == expected)
+    if actual != expected:
+        print(f"FAIL {name}\n  expected: {expected!r}\n  actual:   {actual!r}")
+
+
+def test_languages():
+    body = """
+  printf("%s|%s|", python("a.py"), pscript("1+1"));
+  printf("%s|", python(5));
+  int h;
+  h = morv_lang_open("python");
+  printf("%d %d|", h, morv_lang_limit(h, 250));
+  printf("%s|", morv_lang_run(h, "x=2"));
+  printf("%s %d|", morv_lang_get(h, "x"), morv_lang_has(h, "y"));
+  morv_lang_set(h, "t", "text");
+  morv_lang_set(h, "n", 7);
+  printf("%s %s|", morv_lang_get(h, "n"), morv_lang_names(h));
+  printf("%f|", morv_lang_getnum(h, "n"));
+  printf("%s %s|", morv_lang_kind(h, "x"), morv_lang_kind(h, "none"));
+  morv_lang_close(h);
+  printf("%s|%s|%d", morv_lang_run(h, "x=2"), morv_lang_kind(h, "x"), morv_lang_open("Python"));
+"""
+    out, _ = run(body, VORC_VPYTHON=LANGUAGE)
+    check("a language", out.replace("|\n", "|"), "file:a.py|source:1+1|expected one string argument\n|1 1|limit 250|2 0|"
+          "7.000000 n,t,x|7.000000|int missing|no such language session|missing|1")
+    missing = "VORC_VJAVA names '/none.so', which could not be loaded"
+    check("a library that is named wrongly", run('printf("%s|%s", java("a"), jscript("b"));', VORC_VJAVA="/none.so")[0],
+          missing + "|" + missing)
+    check("no library", run('morv_lang_open("js");')[1],
+          "vjson.so was not found beside the executable or on the library search path\n")
+    check("another library", run('printf("%s", pscript("b"));', VORC_VPYTHON=STORE)[0],
+          "vpython.so loaded but does not export VLangRunSource/VLangRunFile")
+    check("the 129th session", run('int i; int h;\nfor (i = 0; i < 129; i++) { h = morv_lang_open("p"); }\n'
+                                   'printf("%d", h);', VORC_VPYTHON=LANGUAGE),
+          ("0", "too many open language sessions\n"))
+    check("no memory", run('morv_lang_open("j");', VORC_VJAVA=LANGUAGE, TEST_NO_SESSION="1")[1],
+          "no memory for a session\n")
+
+
+def test_databases():
+    where = {"LD_LIBRARY_PATH": os.path.dirname(STORE)}
+    rows = """
+  while (morv_sql_next(r)) { printf("%s, %s\\n", morv_sql_get(r, "name"), morv_sql_get(r, 3)); }
+  printf("%d [%s] [%s]\\n", morv_sql_count(r), morv_sql_status(r), morv_sql_status(c));
+  morv_sql_free(r);
+  printf("%d\\n", morv_sql_next(r));
+  morv_sql_disconnect(c);
+  printf("%d\\n", morv_sql_query(c, "again"));
+"""
+    told = "name of row 1, field 3\nname of row 2, field 3\n2 [fine] [fine]\n"
+    out, _ = run('int c; int r;\nc = morv_sql_connect("/home", "stock");\nr = morv_sql_query(c, "select");' + rows, **where)
+    check("a local database", out,
+          "Create()\nNoNetworkMode(101)\nDisableMessage(101)\nStart(101,/home,,)\nNew(102)\nSetOwnerAccess(103)\n"
+          "Exec(103,use stock;)\nExec(103,select)\n" + told + "Free(103)\n0\nDelete(102)\n0")
+    with socket.create_server(("127.0.0.1", 0)) as server:
+        port = server.getsockname()[1]
+        connect = 'int c; int r;\nc = morv_sql_connect_remote("127.0.0.1", "%d", "%s", "secret", "%s");\nr = morv_sql_query(c, "select");'
+        out, errors = run(connect % (port, "ann", "stock") + rows, VORC_DIAG_MORV="1", **where)
+        check("a remote database", out,
+              "Create()\nDisableMessage(101)\nStart(101,null,127.0.0.1,port)\nNew(102)\nExec(103,use stock;)\n"
+              "Exec(103,login ann,secret;)\nExec(103,select)\n" + told + "0\nFree(103)\nStop(102)\n0\n")
+        check("no password in the trace", [line for line in errors.splitlines() if "secret" in line and "session" in line], [])
+        check("the trace of a statement", "DIAG: sql len=6 [select]\n" in errors, True)
+        check("a login that fails", run(connect % (port, "bad", "stock"), **where)[0][-19:], "Free(103)\nStop(102)")
+        for user in ("a,b", "a;b", "a'b", "a\\tb", "", "u" * 64):
+            check("user " + user, run(connect % (port, user, "") + 'printf("%d %d", c, r);', **where)[0], "0 0")
+    check("nobody there", run(connect % (port, "ann", "") + 'printf("%d %d", c, r);', **where)[0], "0 0")
+    check("no library", run('printf("%d [%s]", morv_sql_connect("/home"), morv_sql_status(1));')[0], "0 []")
+
+
+test_languages()
+test_databases()
+sys.exit(program.close(results))
