@@ -3,9 +3,11 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
+#include <iterator>
 #include <memory>
 #include <new>
 #include <utility>
@@ -21,6 +23,7 @@
 #include "interp/interpreter.h"
 #include "lib/sandbox.h"
 #include "output/assembly.h"
+#include "output/object_writer.h"
 #include "output/pic_rewrite.h"
 #include "rtl/generate.h"
 
@@ -114,9 +117,11 @@ File Compilation::OpenSource(const std::string& path) const {
 
 // Removes old outputs and makes the new ones, so that a failed run leaves no stale result.
 bool Compilation::OpenRelatedFiles() {
-  for (const char* extension : kOutputExtensions) {
-    if (SetFileExt(options_.source, extension) == options_.source) return false;
-  }
+  const auto is_source = [this](const char* extension) {
+    return SetFileExt(options_.source, extension) == options_.source;
+  };
+  if (std::any_of(std::begin(kOutputExtensions), std::end(kOutputExtensions), is_source)) return false;
+  if (!slot_->IsScript() && (is_source("symtab") || is_source("obj"))) return false;
   const std::string error_log = SetFileExt(options_.source, kErrorLog);
   unlink(error_log.c_str());
   return slot_->Display.OpenLog(error_log) && outputs_.Open(options_.source);
@@ -177,10 +182,13 @@ int Compilation::FinishRtl() {
   return kExitFailure;
 }
 
-// A source without errors becomes code. What can't be written whole is an error of the run.
+// A source without errors becomes code, unless its object file can't be written. What can't be written whole
+// is an error of the run.
 void Compilation::GenerateCode() {
-  if (slot_->Display.ErrorCount == 0 && !slot_->IsScript())
+  if (slot_->Display.ErrorCount == 0 && !slot_->IsScript() &&
+      WriteSymbolAndObjectFiles(*slot_, options_.source, outputs_.reference)) {
     EmitAssembly(*slot_, outputs_, options_.source, nullptr);
+  }
   if (!outputs_.Close()) {
     slot_->Display.DisplayError(options_.source, 0, 0, "The output files could not be written.");
     for (const char* extension : kOutputExtensions) {

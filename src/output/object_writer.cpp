@@ -1,9 +1,9 @@
 #include "output/object_writer.h"
 
 #include <fcntl.h>
+#include <unistd.h>
 
 #include <algorithm>
-#include <cstdio>
 #include <cstring>
 #include <vector>
 
@@ -50,7 +50,7 @@ void FillObjectHeader(const TargetOptions& target, const VorcReference128& refer
 
 // The file is readable for nobody, and so an old one can't be opened again: it makes way.
 Descriptor Create(const std::string& path) {
-  std::remove(path.c_str());
+  unlink(path.c_str());
   return Descriptor(open(path.c_str(), O_RDWR | O_CREAT | O_TRUNC | O_CLOEXEC, kOwnerWrites));
 }
 
