@@ -50,6 +50,7 @@ class TextWriter {
 
   void Put(std::string_view text) {
     if (text.size() > kCapacity - used_) return PutLong(text);
+    if (text.empty()) return;
     std::memcpy(buffer_.get() + used_, text.data(), text.size());
     used_ += text.size();
   }

@@ -46,12 +46,26 @@ std::string Shown(const EXPR_NODE* node) {
   return "?";
 }
 
+// The trace's number for what a node draws its value from, 0 for a plain operand or operator.
+int ExtractType(const EXPR_NODE* node) {
+  constexpr int kElement = 4;
+  constexpr int kCast = 5;
+  constexpr int kMember = 6;
+  constexpr int kCall = 7;
+  switch (TokenOf(node)) {
+    case Tok::ARRAY_ELEMENT: return kElement;
+    case Tok::TYPE_CAST: return kCast;
+    case Tok::FUNCTION_CALL: return kCall;
+    default: return node->IsMember ? kMember : 0;
+  }
+}
+
 void TraceNode(const EXPR_NODE* node) {
   static const bool on = std::getenv("VORC_DIAG_RTL") != nullptr;
   if (!on) return;
   const std::string name = node->name == nullptr ? "" : std::string(node->name->Text);
   std::fprintf(stderr, "[rtl] node token=%d name='%s' str='%s' extract=%d\n", static_cast<int>(node->Token),
-               name.c_str(), std::string(node->Text()).c_str(), 0);
+               name.c_str(), std::string(node->Text()).c_str(), ExtractType(node));
 }
 
 /// One translation, groups included.
