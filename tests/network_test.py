@@ -10,6 +10,7 @@ import socket
 import subprocess
 import sys
 import threading
+import time
 
 import program
 
@@ -89,7 +90,7 @@ def test_databases():
         out, errors = run(connect % (port, "ann", "stock") + rows, VORC_DIAG_MORV="1", **where)
         check("a remote database", out,
               "Create()\nDisableMessage(101)\nStart(101,null,127.0.0.1,port)\nNew(102)\nExec(103,use stock;)\n"
-              "Exec(103,login ann,secret;)\nExec(103,select)\n" + told + "0\nFree(103)\nStop(102)\n0\n")
+              "Exec(103,login ann,secret;)\nExec(103,select)\n" + told + "0\nFree(103)\nStop(102)\n0")
         check("no password in the trace", [line for line in errors.splitlines() if "secret" in line and "session" in line], [])
         check("the trace of a statement", "DIAG: sql len=6 [select]\n" in errors, True)
         check("a login that fails", run(connect % (port, "bad", "stock"), **where)[0][-19:], "Free(103)\nStop(102)")
@@ -99,6 +100,34 @@ def test_databases():
     check("no library", run('printf("%d [%s]", morv_sql_connect("/home"), morv_sql_status(1));')[0], "0 []")
 
 
+def test_tool_servers():
+    server = os.path.join(os.path.dirname(os.path.realpath(__file__)), "net", "tool_server.py")
+    connect = f'int h;\nh = morv_mcp_connect("{sys.executable} {server} %s");\n'
+    body = """
+  printf("%d %s|", h, morv_mcp_list_tools(h));
+  printf("%s|", morv_mcp_call(h, "echo", "{'a':1}"));
+  printf("%s|", morv_mcp_call(h, "e\\"o", ""));
+  printf("%s|", morv_mcp_call(h, "fails", "{}"));
+  morv_mcp_disconnect(h);
+  printf("[%s] [%s]", morv_mcp_list_tools(h), morv_mcp_call(h, "echo", "{}"));
+"""
+    expected = ('1 {"jsonrpc":"2.0","id":2,"result":{"tools":[{"name":"echo"}]}}|{"name":"echo","arguments":{"a":1}}|'
+                '{"name":"e\\"o","arguments":{}}|{"jsonrpc":"2.0","id":5,"error":{"code":1}}|[] []')
+    for mode in ("fine", "chatty:63"):
+        check("a server, " + mode, run(connect % mode + body)[0].replace("|\n", "|"), expected)
+    check("64 lines before the answer", run(connect % "chatty:64" + 'printf("%d", h);')[0], "0")
+    check("a server that dies", run(connect % "dead" + 'printf("[%s] [%s]", morv_mcp_call(h, "echo", "{}"), '
+                                    'morv_mcp_list_tools(h));')[0], "[] []")
+    check("no server", run('printf("%d %d", morv_mcp_connect("/none"), morv_mcp_connect(""));')[0], "0 0")
+    check("in the sandbox", run(connect % "fine" + 'printf("%d", h);', MORV_FILE_ROOT="/")[0], "0")
+    begin = time.monotonic()
+    run((connect % "stubborn") * 1 + 'h = morv_mcp_connect("%s %s stubborn");' % (sys.executable, server))
+    check("two stubborn servers end within one grace", 2.9 < time.monotonic() - begin < 5.5, True)
+    left = subprocess.run(["pgrep", "-f", f"{server} stubborn"], capture_output=True, check=False).stdout
+    check("nothing is left", left, b"")
+
+
 test_languages()
+test_tool_servers()
 test_databases()
 sys.exit(program.close(results))

@@ -63,6 +63,7 @@ std::string CommandLine(const std::string& command) {
 
 // Between fork and exec nothing may allocate.
 [[noreturn]] void RunInChild(const char* command, const Pipe& input, const Pipe& output) {
+  setpgid(0, 0);
   std::signal(SIGPIPE, SIG_DFL);
   std::signal(SIGXFSZ, SIG_DFL);
   const int null = open("/dev/null", O_WRONLY | O_CLOEXEC);
@@ -92,6 +93,7 @@ bool McpServer::Launch(const std::string& command) {
     pid_ = fork();
   }
   if (pid_ == 0) RunInChild(line.c_str(), *input, *output);
+  if (pid_ > 0) setpgid(pid_, pid_);
   to_child_ = std::move(input->writing);
   from_child_ = std::move(output->reading);
   return pid_ > 0;
@@ -110,7 +112,8 @@ void McpServer::Finish(Clock::time_point deadline) {
     ended = RetryInterrupted([&] { return waitpid(pid_, nullptr, WNOHANG); });
   }
   if (ended == 0) {
-    kill(pid_, SIGKILL);
+    // The shell may have started the server as a child of its own: both are one group.
+    kill(-pid_, SIGKILL);
     RetryInterrupted([&] { return waitpid(pid_, nullptr, 0); });
   }
   pid_ = -1;
