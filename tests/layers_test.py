@@ -27,6 +27,7 @@ MAY_INCLUDE = {
 MAY_INCLUDE["driver"] = [*MAY_INCLUDE]
 MAY_INCLUDE["sim"] = ["base"]
 MAY_INCLUDE["prints"] = ["base"]
+MAY_INCLUDE["objdump"] = ["base", "output"]
 
 faults = []
 for source in sorted([*(ROOT / "src").rglob("*"), *(ROOT / "tools").rglob("*")]):
