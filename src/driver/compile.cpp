@@ -23,7 +23,6 @@
 #include "interp/interpreter.h"
 #include "lib/sandbox.h"
 #include "output/assembly.h"
-#include "output/object_writer.h"
 #include "output/pic_rewrite.h"
 #include "rtl/generate.h"
 
@@ -121,7 +120,6 @@ bool Compilation::OpenRelatedFiles() {
     return SetFileExt(options_.source, extension) == options_.source;
   };
   if (std::any_of(std::begin(kOutputExtensions), std::end(kOutputExtensions), is_source)) return false;
-  if (!slot_->IsScript() && (is_source("symtab") || is_source("obj"))) return false;
   const std::string error_log = SetFileExt(options_.source, kErrorLog);
   unlink(error_log.c_str());
   return slot_->Display.OpenLog(error_log) && outputs_.Open(options_.source);
@@ -182,13 +180,10 @@ int Compilation::FinishRtl() {
   return kExitFailure;
 }
 
-// A source without errors becomes code, unless its object file can't be written. What can't be written whole
-// is an error of the run.
+// A source without errors becomes code. What can't be written whole is an error of the run.
 void Compilation::GenerateCode() {
-  if (slot_->Display.ErrorCount == 0 && !slot_->IsScript() &&
-      WriteSymbolAndObjectFiles(*slot_, options_.source, outputs_.reference)) {
+  if (slot_->Display.ErrorCount == 0 && !slot_->IsScript())
     EmitAssembly(*slot_, outputs_, options_.source, nullptr);
-  }
   if (!outputs_.Close()) {
     slot_->Display.DisplayError(options_.source, 0, 0, "The output files could not be written.");
     for (const char* extension : kOutputExtensions) {
