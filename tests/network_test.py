@@ -7,6 +7,7 @@ the test's own.
 
 import os
 import socket
+import ssl
 import subprocess
 import sys
 import threading
@@ -127,6 +128,91 @@ def test_tool_servers():
     check("nothing is left", left, b"")
 
 
+def serve(answer, count, seen, context=None):
+    """A port that answers `count` connections with these bytes and keeps what was asked."""
+    server = socket.create_server(("127.0.0.1", 0))
+
+    def work():
+        for _ in range(count):
+            try:
+                with server.accept()[0] as plain, (context.wrap_socket(plain, True) if context else plain) as peer:
+                    peer.settimeout(0.3)
+                    asked = b""
+                    try:
+                        while piece := peer.recv(65536):
+                            asked += piece
+                    except TimeoutError:
+                        pass
+                    seen.append(asked)
+                    peer.sendall(answer)
+            except OSError:
+                pass
+        server.close()
+
+    threading.Thread(target=work, daemon=True).start()
+    return server.getsockname()[1]
+
+
+def fetch(call, answer, context=None, **variables):
+    """What a call prints, with %d for the port, and the request."""
+    seen = []
+    port = serve(answer, 1, seen, context)
+    out, _ = run(f'  printf("[%s]", {call % port});\n  printf(" %d", morv_https_status());',
+                 **{"MORV_HTTPS_ALLOW_PRIVATE": "1", **variables})
+    return out.replace("\n ", " "), seen[0] if seen else None
+
+
+def test_pages():
+    head = b"HTTP/1.1 200 OK\r\n"
+    chunked = head + b"Transfer-Encoding: gzip\r\nX: Chunked\r\n\r\n"
+    get = 'morv_https_get("http://localhost:%d/a?b", "X: a\\nbad line\\nY:b\\r\\n:c\\nT:\\t1")'
+    common = b"Host: localhost\r\nUser-Agent: morv/1.0\r\nConnection: close\r\nX: a\r\nY:b\r\n"
+    check("a page", fetch(get, head + b"\r\nbody\0rest"), ("[body] 200", b"GET /a?b HTTP/1.1\r\n" + common + b"\r\n"))
+    check("a post", fetch(get.replace("get", "post").replace('")', '", "data")'), b"HTTP/1.0 404 no\r\n\r\n"),
+          ("[] 404", b"POST /a?b HTTP/1.1\r\n" + common + b"Content-Length: 4\r\n\r\ndata"))
+    for answer, shown in ((chunked + b"3\r\nabc\r\n2;x\r\nde\r\n0\r\n\r\n", "[abcde] 200"),
+                          (chunked + b"3\r\nabc\r\n9\r\nde", "[abc] 200"),
+                          (chunked + b"ffffffffffffffffff\r\nabc", "[] 200"), (head + b"X: y\r\n", "[] 0"),
+                          (b"", "[] 0"), (b"ICE/1.0 200 OK\r\n\r\nx", "[x] 0")):
+        check(f"answer {answer}", fetch(get, answer)[0], shown)
+    for allowed in ("", "true", "11"):
+        check("private " + allowed, fetch(get, head + b"\r\nx", MORV_HTTPS_ALLOW_PRIVATE=allowed), ("[] 0", None))
+    for url in ("ftp://x", "http://", "http://:80/", "https://" + "h" * 256, "http://localhost/" + "p" * 1023,
+                "http://2130706433/", "http://0x7f.1/", "http://[::1]/", "http://localhost/\\r\\nX:y"):
+        check("url " + url[:30], run(f'printf("[%s]", morv_https_get("{url}", ""));')[0], "[]")
+
+
+def test_tls():
+    with program.Folder() as folder:
+        key, own = (os.path.join(folder.path, name) for name in ("key.pem", "own.pem"))
+        subprocess.run(["openssl", "req", "-x509", "-newkey", "rsa:2048", "-nodes", "-keyout", key, "-out", own, "-days",
+                        "2", "-subj", "/CN=localhost", "-addext", "subjectAltName=DNS:localhost"], check=True,
+                       capture_output=True)
+        context = ssl.SSLContext(ssl.PROTOCOL_TLS_SERVER)
+        context.load_cert_chain(own, key)
+        answer = b"HTTP/1.1 200 OK\r\n\r\nsealed"
+        get = 'morv_https_get("https://%s:%%d/", "")'
+        check("a sealed page", fetch(get % "localhost", answer, context, SSL_CERT_FILE=own)[0], "[sealed] 200")
+        check("another host's certificate", fetch(get % "127.0.0.1", answer, context, SSL_CERT_FILE=own)[0], "[] 0")
+        check("nobody's certificate", fetch(get % "localhost", answer, context)[0], "[] 0")
+        check("no seal", fetch(get % "localhost", answer, SSL_CERT_FILE=own)[0], "[] 0")
+
+
+def test_chat():
+    reply = b'HTTP/1.1 200 OK\r\n\r\n{"choices":[{"message":{"content":"hi"}}]}'
+    chat = 'morv_openai_chat("http://127.0.0.1:%%d%s", "%s", "m", "a\\"b")'
+    body = b'{"model":"m","messages":[{"role":"user","content":"a\\"b"}]}'
+    for path, key, asked in (("", "k", b"/v1/chat/completions"), ("/api//", "", b"/api/v1/chat/completions"),
+                             ("/v1/chat/completions/", "k", b"/v1/chat/completions")):
+        out, request = fetch(chat % (path, key), reply, MORV_HTTPS_ALLOW_PRIVATE="")
+        check("chat " + path, (out, request.split()[1], request.endswith(b"\r\n\r\n" + body),
+                               b"Authorization: Bearer k\r\n" in request), ("[hi] 200", asked, True, key == "k"))
+    check("a service's error", fetch(chat % ("", ""), b"HTTP/1.1 500 x\r\n\r\n{}")[0], "[{}] 500")
+
+
+test_pages()
+test_tls()
+test_chat()
 test_languages()
 test_tool_servers()
 test_databases()

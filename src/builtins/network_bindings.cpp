@@ -1,6 +1,7 @@
 #include <string>
 
 #include "builtins/bindings.h"
+#include "net/https_client.h"
 #include "net/mcp_client.h"
 
 namespace vorc {
@@ -34,11 +35,40 @@ void MorvMcpDisconnectBuiltin(BuiltinCall& call) {
   if (const auto handle = call.Int(0)) ServersOf(call).MorvMcpDisconnect(*handle);
 }
 
+HttpsClient& ClientOf(const BuiltinCall& call) {
+  return call.runtime().State<HttpsClient>();
+}
+
+void MorvHttpsGetBuiltin(BuiltinCall& call) {
+  call.ReturnText(ClientOf(call).MorvHttpsGet(call.Text(0).value_or(""), call.Text(1).value_or("")),
+                  BuiltinCall::kNoLimit);
+}
+
+void MorvHttpsPostBuiltin(BuiltinCall& call) {
+  call.ReturnText(ClientOf(call).MorvHttpsPost(call.Text(0).value_or(""), call.Text(1).value_or(""),
+                                               call.Text(2).value_or("")),
+                  BuiltinCall::kNoLimit);
+}
+
+void MorvHttpsStatusBuiltin(BuiltinCall& call) {
+  call.ReturnInt(ClientOf(call).MorvHttpsStatus());
+}
+
+void MorvOpenAIChatBuiltin(BuiltinCall& call) {
+  const auto url = call.Text(0);
+  const auto key = call.Text(1);
+  const auto model = call.Text(2);
+  const auto prompt = call.Text(3);
+  const bool fit = url && key && model && prompt;
+  call.ReturnText(fit ? ClientOf(call).MorvOpenAIChat(*url, *key, *model, *prompt, BuiltinCall::kTextLimit)
+                      : "");
+}
+
 constexpr BuiltinBinding kBuiltins[] = {
-    {"morv_mcp_connect", MorvMcpConnectBuiltin},
-    {"morv_mcp_list_tools", MorvMcpListToolsBuiltin},
-    {"morv_mcp_call", MorvMcpCallBuiltin},
-    {"morv_mcp_disconnect", MorvMcpDisconnectBuiltin},
+    {"morv_https_get", MorvHttpsGetBuiltin},       {"morv_https_post", MorvHttpsPostBuiltin},
+    {"morv_https_status", MorvHttpsStatusBuiltin}, {"morv_openai_chat", MorvOpenAIChatBuiltin},
+    {"morv_mcp_connect", MorvMcpConnectBuiltin},   {"morv_mcp_list_tools", MorvMcpListToolsBuiltin},
+    {"morv_mcp_call", MorvMcpCallBuiltin},         {"morv_mcp_disconnect", MorvMcpDisconnectBuiltin},
 };
 
 }  // namespace

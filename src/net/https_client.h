@@ -1,0 +1,61 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace vorc {
+
+struct HttpUrl {
+  bool use_tls = false;
+  std::string host;
+  int32_t port = 0;
+  std::string rest;  ///< path and query, empty if there are none
+};
+
+/// Takes "https://host[:port][/path]" or the same with "http" apart. Nothing for other texts, for
+/// control characters and for hosts beyond 255 bytes.
+std::optional<HttpUrl> ParseHttpUrl(std::string_view url);
+
+/// The lines of a header text that hold a name, a colon and no control character, in wire form.
+std::string FilterHeaders(std::string_view headers);
+
+/// The bytes of a chunked body (RFC 9112) up to the first chunk that is broken or cut.
+std::string DecodeChunks(const std::string& body);
+
+struct HttpRequest {
+  std::string method;
+  HttpUrl url;
+  std::string path;
+  std::string extra_headers;  ///< in wire form
+  std::optional<std::string> body;
+  size_t max_bytes = 0;  ///< of the whole answer
+  bool allow_private = false;
+};
+
+/// One request over a connection of its own. The answer's body up to its first NUL byte, or nothing;
+/// `status` is 0 where there is no answer. Each wait ends after MORV_HTTPS_TIMEOUT_MS.
+std::optional<std::string> MorvHttpTransport(const HttpRequest& request, int32_t& status);
+
+/// What a script fetches, and the status of its last request.
+class HttpsClient {
+ public:
+  /// Empty on failure. Reserved addresses are reached only if MORV_HTTPS_ALLOW_PRIVATE is "1".
+  std::string MorvHttpsGet(std::string_view url, std::string_view headers);
+  std::string MorvHttpsPost(std::string_view url, std::string_view headers, std::string_view body);
+  int32_t MorvHttpsStatus() const { return last_status_; }
+
+  /// The reply of a chat model to one message, or the service's whole answer if it holds none.
+  std::string MorvOpenAIChat(std::string_view base_url, std::string_view api_key, std::string_view model,
+                             std::string_view prompt, size_t capacity);
+
+ private:
+  std::string morv_https_do(const char* method, std::string_view url, std::string_view headers,
+                            std::optional<std::string> body);
+
+  int32_t last_status_ = 0;
+};
+
+}  // namespace vorc
