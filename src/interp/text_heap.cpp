@@ -133,7 +133,7 @@ void TextHeap::Keep(const void* address) {
   }
 }
 
-[[gnu::no_sanitize("address")]] void TextHeap::KeepFrom(const void* begin, const void* end) {
+__attribute__((no_sanitize("address"))) void TextHeap::KeepFrom(const void* begin, const void* end) {
   const auto base = reinterpret_cast<uintptr_t>(memory_.data());
   const size_t used = next_page_ * kPageSize;
   if (begin == nullptr) return;
