@@ -24,6 +24,7 @@
 #include "lib/sandbox.h"
 #include "output/assembly.h"
 #include "output/pic_rewrite.h"
+#include "retarget/back_end.h"
 #include "rtl/generate.h"
 
 namespace vorc {
@@ -79,6 +80,7 @@ class Compilation {
   Scanner scanner_;
   Interpreter interpreter_;
   OutputFiles outputs_;
+  std::unique_ptr<BackEnd> back_end_;
   bool defines_failed_ = false;
 };
 
@@ -88,7 +90,9 @@ int Compilation::Run() {
     std::fputs("vorc: failed (the host grants too little address space)\n", stderr);
     return kExitFailure;
   }
+  back_end_ = InstallBackEnd(*slot_, options_.source);
   if (!options_.target.quiet) {
+    if (back_end_ != nullptr) SendOutput(back_end_->InstalledLine());
     SendOutput(Format("vorc: %s '%s'", options_.target.script ? "interpreting" : "compiling",
                       options_.source.c_str()));
   }
@@ -183,7 +187,7 @@ int Compilation::FinishRtl() {
 // A source without errors becomes code. What can't be written whole is an error of the run.
 void Compilation::GenerateCode() {
   if (slot_->Display.ErrorCount == 0 && !slot_->IsScript())
-    EmitAssembly(*slot_, outputs_, options_.source, nullptr);
+    EmitAssembly(*slot_, outputs_, options_.source, back_end_.get());
   if (!outputs_.Close()) {
     slot_->Display.DisplayError(options_.source, 0, 0, "The output files could not be written.");
     for (const char* extension : kOutputExtensions) {
@@ -215,6 +219,7 @@ int Compilation::Finish() {
     interpreter_.InterpretScript();
     slot_->Display.FlushLog();
   }
+  if (back_end_ != nullptr) back_end_->Finish();
   if (display.ErrorCount == 0 && options_.target.warnings_as_errors && display.WarningCount > 0) {
     std::fprintf(stderr, "vorc: %ld warning(s) treated as errors (-Werr)\n", display.WarningCount);
     return kExitFailure;
