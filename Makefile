@@ -8,7 +8,7 @@ MAKEFLAGS += --no-print-directory
 release = -DCMAKE_BUILD_TYPE=Release -DVORC_WERROR=ON
 configure = cmake -S . -B $(1) $(2) >/dev/null && cmake --build $(1) -j $(JOBS)
 
-.PHONY: all help build programs run test sanitize clang mutants bench deb archive install uninstall clean
+.PHONY: all help build programs run test sanitize clang mutants bench deb archive site install uninstall clean
 
 all: build
 
@@ -67,6 +67,11 @@ archive: ## the sources of the last commit, in dist/; they build without git
 	@mkdir -p dist
 	@git archive --prefix vorc-$(VERSION)/ -o dist/vorc-$(VERSION).tar.gz HEAD
 	@ls dist/vorc-$(VERSION).tar.gz
+
+site: ## the documentation as static pages, in dist/site/
+	@scripts/install_dependencies.sh site
+	@python3 scripts/site/build.py . dist/site
+	@echo "dist/site/index.html"
 
 install: programs ## install below PREFIX (/usr/local), in front of which DESTDIR may stand
 	@DESTDIR=$(DESTDIR) cmake --install build --prefix $(PREFIX)
