@@ -23,6 +23,7 @@
 #include "interp/interpreter.h"
 #include "lib/sandbox.h"
 #include "output/assembly.h"
+#include "output/object_writer.h"
 #include "output/pic_rewrite.h"
 #include "retarget/back_end.h"
 #include "rtl/generate.h"
@@ -35,6 +36,8 @@ constexpr const char* kErrorLog = "error";
 // All that a run writes beside its source, whatever the mode.
 constexpr const char* kOutputExtensions[] = {kErrorLog, "asm", "code_gen_analysis.txt", "datafile_tac.txt",
                                              "ai_tac_analysis_input.txt"};
+// What a compilation adds to that.
+constexpr const char* kRecordExtensions[] = {"symtab", "obj"};
 
 std::string FullPath(const std::string& path) {
   const std::unique_ptr<char, decltype(&std::free)> real(realpath(path.c_str(), nullptr), &std::free);
@@ -124,6 +127,9 @@ bool Compilation::OpenRelatedFiles() {
     return SetFileExt(options_.source, extension) == options_.source;
   };
   if (std::any_of(std::begin(kOutputExtensions), std::end(kOutputExtensions), is_source)) return false;
+  if (!slot_->IsScript() &&
+      std::any_of(std::begin(kRecordExtensions), std::end(kRecordExtensions), is_source))
+    return false;
   const std::string error_log = SetFileExt(options_.source, kErrorLog);
   unlink(error_log.c_str());
   return slot_->Display.OpenLog(error_log) && outputs_.Open(options_.source);
@@ -186,7 +192,8 @@ int Compilation::FinishRtl() {
 
 // A source without errors becomes code. What can't be written whole is an error of the run.
 void Compilation::GenerateCode() {
-  if (slot_->Display.ErrorCount == 0 && !slot_->IsScript())
+  if (slot_->Display.ErrorCount == 0 && !slot_->IsScript() &&
+      WriteSymbolAndObjectFiles(*slot_, options_.source, outputs_.reference))
     EmitAssembly(*slot_, outputs_, options_.source, back_end_.get());
   if (!outputs_.Close()) {
     slot_->Display.DisplayError(options_.source, 0, 0, "The output files could not be written.");
