@@ -52,7 +52,9 @@ class ProgramWriter {
     Line(
         "int i; int j; int k; char c; double d; int a[6]; double e[4]; struct Node s; struct Node *p; int "
         "*q;");
-    Line("$x = 1; $y = 2.5; $t = \"t\"; i = j = k = c = 0; d = 0.5; s.n = 1; s.c = 2; s.d = 0.25; p = &s; q = a;");
+    Line(
+        "$x = 1; $y = 2.5; $t = \"t\"; i = j = k = c = 0; d = 0.5; s.n = 1; s.c = 2; s.d = 0.25; p = &s; q = "
+        "a;");
     Line("for (i = 0; i < 6; i++) a[i] = i; for (i = 0; i < 4; i++) { e[i] = i; s.v[i] = i; } s.next = &gs;");
   }
 
