@@ -56,7 +56,7 @@ int main() {
       if (!outputs.Open(source)) return 1;
       compilation.Parse();
       const double parsed = Seconds();
-      if (!vorc::WriteSymbolAndObjectFiles(compilation.slot(), source, outputs.reference)) return 1;
+      if (!vorc::WriteSymbolAndObjectFiles(compilation.slot(), source, outputs.Reference())) return 1;
       records.push_back(Seconds() - parsed);
       vorc::EmitAssembly(compilation.slot(), outputs, source, nullptr);
       if (!outputs.Close()) return 1;

@@ -193,7 +193,7 @@ int Compilation::FinishRtl() {
 // A source without errors becomes code. What can't be written whole is an error of the run.
 void Compilation::GenerateCode() {
   if (slot_->Display.ErrorCount == 0 && !slot_->IsScript() &&
-      WriteSymbolAndObjectFiles(*slot_, options_.source, outputs_.reference))
+      WriteSymbolAndObjectFiles(*slot_, options_.source, outputs_.Reference()))
     EmitAssembly(*slot_, outputs_, options_.source, back_end_.get());
   if (!outputs_.Close()) {
     slot_->Display.DisplayError(options_.source, 0, 0, "The output files could not be written.");

@@ -192,15 +192,20 @@ bool Interpreter::RunBuiltin(const Op& op, const BuiltinValue* arguments, size_t
   if (row.handler == nullptr)
     return Fail(op.node, Format("Built-in function '%s' is not available.", row.name));
   BuiltinCall call(runtime_, {arguments, count});
+  if (!RunHandler(op, call)) return false;
+  FromBuiltinValue(call.result(), result);
+  return true;
+}
+
+bool Interpreter::RunHandler(const Op& op, BuiltinCall& call) {
   bool enough_memory = true;
   try {
-    row.handler(call);
+    op.builtin->handler(call);
   } catch (const std::bad_alloc&) {
     enough_memory = false;
   }
   if (!enough_memory || call.out_of_memory())
     return Fail(op.node, "ExecSystemFunction: Not enough system memory");
-  FromBuiltinValue(call.result(), result);
   return true;
 }
 

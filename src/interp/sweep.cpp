@@ -13,7 +13,7 @@ namespace vorc {
   memory_.SweepTexts([&](TextHeap& heap) {
     heap.KeepFrom(&registers, &registers + 1);
     heap.KeepFrom(__builtin_frame_address(0), host_stack_top_);
-    heap.KeepFrom(operand_memory_.data(), operands_ + kOperandsInHand);
+    heap.KeepFrom(operands_begin_, operands_ + kOperandsInHand);
     heap.KeepFrom(pending_.data(), pending_.data() + pending_.size());
     heap.Keep(return_reg_string_);
     for (const TextRing* ring : {&concat_ring_, &return_ring_}) {
