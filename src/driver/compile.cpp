@@ -18,6 +18,7 @@
 #include "base/format.h"
 #include "base/text_search.h"
 #include "base/trace.h"
+#include "builtins/table.h"
 #include "frontend/parser.h"
 #include "frontend/scanner.h"
 #include "interp/interpreter.h"
@@ -25,6 +26,7 @@
 #include "output/assembly.h"
 #include "output/object_writer.h"
 #include "output/pic_rewrite.h"
+#include "program/layout.h"
 #include "retarget/back_end.h"
 #include "rtl/generate.h"
 
@@ -57,11 +59,23 @@ Descriptor OpenSafely(const std::string& path) {
   return Descriptor(file == nullptr ? -1 : dup(fileno(file.get())));
 }
 
+/// What the parser finds behind it when nothing is run.
+class NothingRuns final : public ParseServices {
+ public:
+  void AllocateData(SYM_REC*) override {}
+  void InitializeData(SYM_REC*) override {}
+  int64_t RoomOf(const SYM_REC*) override { return kLargestType; }
+  void RunStatement(STATEMENT_BLOCK*) override {}
+  bool IsBuiltin(const Name* name) override { return FindSystemFunction(name->Text) != nullptr; }
+};
+
 /// One compilation from its options to its exit status.
 class Compilation {
  public:
   explicit Compilation(const Options& options)
-      : options_(options), slot_(std::make_unique<C_SLOT>()), scanner_(*slot_), interpreter_(*slot_) {}
+      : options_(options), slot_(std::make_unique<C_SLOT>()), scanner_(*slot_) {
+    if (options.target.script) interpreter_ = std::make_unique<Interpreter>(*slot_);
+  }
 
   int Run();
 
@@ -81,7 +95,8 @@ class Compilation {
   const std::string full_source_ = FullPath(options_.source);
   std::unique_ptr<C_SLOT> slot_;
   Scanner scanner_;
-  Interpreter interpreter_;
+  std::unique_ptr<Interpreter> interpreter_;  ///< of a script
+  NothingRuns nothing_runs_;
   OutputFiles outputs_;
   std::unique_ptr<BackEnd> back_end_;
   bool defines_failed_ = false;
@@ -89,7 +104,7 @@ class Compilation {
 
 int Compilation::Run() {
   FillSlot();
-  if (!interpreter_.ready() || !slot_->Expressions.reserved()) {
+  if ((interpreter_ != nullptr && !interpreter_->ready()) || !slot_->Expressions.reserved()) {
     std::fputs("vorc: failed (the host grants too little address space)\n", stderr);
     return kExitFailure;
   }
@@ -111,7 +126,8 @@ int Compilation::Run() {
 void Compilation::FillSlot() {
   slot_->Target = options_.target;
   slot_->Display.set_quiet(options_.target.quiet);
-  slot_->Services = &interpreter_;
+  slot_->Services = &nothing_runs_;
+  if (interpreter_ != nullptr) slot_->Services = interpreter_.get();
   slot_->OpenSource = [this](const std::string& path) { return OpenSource(path); };
 }
 
@@ -223,7 +239,7 @@ int Compilation::Finish() {
   if (display.ErrorCount == 0 && options_.rtl) return FinishRtl();
   if (display.ErrorCount == 0 && options_.target.script && FindProgramEntryLabel(*slot_) != nullptr) {
     if (!options_.target.quiet) SendOutput("vorc: executing main() ....");
-    interpreter_.InterpretScript();
+    interpreter_->InterpretScript();
     slot_->Display.FlushLog();
   }
   if (back_end_ != nullptr) back_end_->Finish();

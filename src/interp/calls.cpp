@@ -298,7 +298,7 @@ void Interpreter::BindArgument(SYM_REC* parameter, const Entry& argument, char* 
   if (argument.token == Tok::STRING && argument.text != nullptr) {
     if (!pointer && parameter->BasicType != Tok::dollar) return;
     std::memcpy(word, &argument.text, sizeof argument.text);
-    if (!pointer) parameter->CurrentType = Tok::STRING;
+    if (!pointer) StateOf(parameter).holds = Tok::STRING;
     return;
   }
   if (pointer) {

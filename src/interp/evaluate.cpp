@@ -42,9 +42,11 @@ Interpreter::Interpreter(C_SLOT& slot, Road road)
       walks_(road == Road::kWalker || TraceOn() || std::getenv("VORC_WALK") != nullptr) {
   constexpr size_t kRecords = kMostCalls * sizeof(CallRecord);
   constexpr size_t kStates = capacity::kStatementBlocks;
-  constexpr size_t kKnown = capacity::kSymbols * sizeof(KnownText);
+  constexpr size_t kSymbols = (capacity::kSymbols + 1) * sizeof(SymbolState);
+  constexpr size_t kChains = (capacity::kExpressions + 1) * sizeof(Code*);
   constexpr size_t kFixed = ReservedPieces::RoomFor(kRecords) + ReservedPieces::RoomFor(kSaveMemory) +
-                            ReservedPieces::RoomFor(kStates) + ReservedPieces::RoomFor(kKnown);
+                            ReservedPieces::RoomFor(kStates) + ReservedPieces::RoomFor(kSymbols) +
+                            ReservedPieces::RoomFor(kChains);
   work_memory_.emplace(std::initializer_list<size_t>{kFixed + kOperandMemory, kFixed + kFewOperands});
   const std::span<char> rest = work_memory_->Rest();
   if (rest.data() == nullptr) return;
@@ -53,7 +55,8 @@ Interpreter::Interpreter(C_SLOT& slot, Road road)
   save_top_ = work_memory_->Take(kSaveMemory);
   save_end_ = save_top_ + kSaveMemory;
   exec_states_ = reinterpret_cast<uint8_t*>(work_memory_->Take(kStates));
-  known_texts_ = reinterpret_cast<KnownText*>(work_memory_->Take(kKnown));
+  symbol_states_ = reinterpret_cast<SymbolState*>(work_memory_->Take(kSymbols));
+  decoder_.KeepIn(reinterpret_cast<Code**>(work_memory_->Take(kChains)));
   const std::span<char> operands = work_memory_->Rest();
   operands_ = operands_begin_ = reinterpret_cast<Entry*>(operands.data());
   operands_end_ = operands_ + operands.size() / sizeof(Entry) - 2 * kDeepestOperands;
@@ -254,7 +257,7 @@ void Interpreter::FinishResult(Entry* entry) {
     entry->value = 0;
     return;
   }
-  const bool text = entry->IsDollar() ? entry->symbol->CurrentType == Tok::STRING
+  const bool text = entry->IsDollar() ? StateOf(entry->symbol).holds == Tok::STRING
                                       : char_type && entry->kind == 3 && entry->depth == 1;
   if (text && entry->kind != 1) {
     const char* stored = nullptr;
@@ -375,7 +378,7 @@ void Interpreter::NotInvert(Tok token, Entry* entry) {
   if (token == Tok::NOT) {
     if (entry->token == Tok::STRING) return entry->SetInt(0);
     const bool holds_text = entry->IsVariable() && entry->symbol != nullptr && entry->IsDollar() &&
-                            entry->symbol->CurrentType == Tok::STRING;
+                            StateOf(entry->symbol).holds == Tok::STRING;
     const bool pointer = entry->IsVariable() && entry->kind == 3;
     Materialize(entry);
     if (pointer || holds_text) return entry->SetInt(entry->value == 0);

@@ -12,6 +12,7 @@
 #include "interp/exec_state.h"
 #include "interp/frame.h"
 #include "interp/memory.h"
+#include "interp/symbol_state.h"
 #include "interp/vm_code.h"
 #include "interp/vm_states.h"
 #include "program/initializer_walk.h"
@@ -86,7 +87,7 @@ class Interpreter final : public ParseServices {
  public:
   explicit Interpreter(C_SLOT& slot, Road road = Road::kMachine);
   /// False if the host grants no memory to run in.
-  bool ready() const { return memory_.ready() && known_texts_ != nullptr; }
+  bool ready() const { return memory_.ready() && symbol_states_ != nullptr; }
 
   /// Runs `main`. False after an error or without a `main`.
   bool InterpretScript();
@@ -94,6 +95,7 @@ class Interpreter final : public ParseServices {
   void AllocateData(SYM_REC* symbol) override;
   void InitializeData(SYM_REC* symbol) override;
   void RunStatement(STATEMENT_BLOCK* statement) override;
+  int64_t RoomOf(const SYM_REC* symbol) override;
   bool IsBuiltin(const Name* name) override { return FindSystemFunction(name->Text) != nullptr; }
 
  private:
@@ -258,6 +260,7 @@ class Interpreter final : public ParseServices {
   char* AddressOfSymbol(const SYM_REC* symbol) const;
   bool ConstantEntry(const InitializerLeaf& leaf, Entry* entry);
 
+  SymbolState& StateOf(const SYM_REC* symbol) const { return symbol_states_[symbol->Index + 1]; }
   bool failed() const { return slot_.Display.ErrorCount > 0; }
   bool Fail(const EXPR_NODE* node, const std::string& text);
   char* Word(int64_t index) const {
@@ -315,18 +318,12 @@ class Interpreter final : public ParseServices {
   };
   char* GrowSlot(TextSlot* slot, size_t needed);
   bool TextFits(size_t length);
-  /// How long a text was, as long as no pointer has reached into texts since.
-  struct KnownText {
-    const char* text;
-    size_t length;
-    uint64_t texts_reached;
-  };
   bool Holds(const KnownText& known, const char* text) const {
     return known.text == text && text != nullptr && known.texts_reached == memory_.texts_reached();
   }
-  KnownText* known_texts_ = nullptr;  ///< of each typeless variable, by the symbol's index
-  KnownText joined_{};                ///< what was joined last, for whoever stores it
-  KnownText joined_left_{};           ///< what it starts with
+  SymbolState* symbol_states_ = nullptr;  ///< by the symbol's index; ahead of all those of a full table
+  KnownText joined_{};                    ///< what was joined last, for whoever stores it
+  KnownText joined_left_{};               ///< what it starts with
   TextRing concat_ring_;
   TextRing return_ring_;
 };

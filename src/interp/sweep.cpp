@@ -19,7 +19,8 @@ namespace vorc {
     for (const TextRing* ring : {&concat_ring_, &return_ring_}) {
       for (const TextSlot& slot : ring->slots) heap.Keep(slot.buffer);
     }
-    for (size_t i = 0; i < slot_.SymbolRecords.count(); ++i) heap.Keep(slot_.SymbolRecords.At(i)->TextBuffer);
+    for (size_t i = 0; i < slot_.SymbolRecords.count(); ++i)
+      heap.Keep(StateOf(slot_.SymbolRecords.At(i)).text);
   });
 }
 

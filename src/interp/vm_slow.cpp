@@ -172,7 +172,7 @@ bool Interpreter::ArgumentOf(const BuiltinArgument& argument, const char* fp, Bu
     default: break;
   }
   if (argument.symbol != nullptr &&
-      (argument.symbol->ValueType != Tok::dollar || argument.symbol->CurrentType == Tok::STRING)) {
+      (argument.symbol->ValueType != Tok::dollar || StateOf(argument.symbol).holds == Tok::STRING)) {
     const char* text = nullptr;
     std::memcpy(&text, fp + argument.place, sizeof text);
     if (CheckedText(text) != nullptr) {
@@ -190,7 +190,7 @@ bool Interpreter::ArgumentOf(const BuiltinArgument& argument, const char* fp, Bu
 void Interpreter::StoreText(SYM_REC* symbol, char* address, const char* text) {
   if (text != nullptr) return StoreDollarText(symbol, address, text);
   std::memset(address, 0, ScriptMemory::kWordSize);
-  symbol->CurrentType = Tok::int_;
+  StateOf(symbol).holds = Tok::int_;
 }
 
 std::string Disassemble(const FunctionCode& code) {

@@ -68,6 +68,9 @@ class ParseServices {
   virtual void AllocateData(SYM_REC* symbol) = 0;
   /// Fills a global's or static's storage from its initializer.
   virtual void InitializeData(SYM_REC* symbol) = 0;
+  /// Bytes that a global or static has been given by its uses, which must go on to see the same place; the
+  /// largest there may be if it has no storage yet.
+  virtual int64_t RoomOf(const SYM_REC* symbol) = 0;
   /// Runs a statement of `MorvMain`.
   virtual void RunStatement(STATEMENT_BLOCK* statement) = 0;
   /// True for the name of a built-in function.
