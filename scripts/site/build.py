@@ -35,12 +35,10 @@ def stage(tree, place):
     # An example's heading, as the name of its place in the page.
     for page in (place / "builtins").glob("*.md"):
         page.write_text(re.sub(r"\]\(../../examples/(\w+)\.c\)", r"](../examples.md#\1c)", page.read_text()))
-    readme = (tree / "README.md").read_text()
-    readme = readme.replace("](docs/", "](").replace("](examples)", "](examples.md)")
-    for name in re.findall(r"\]\(([A-Z]+\.md)\)", readme):
-        shutil.copy(tree / name, place / name.lower())
-        readme = readme.replace(f"]({name})", f"]({name.lower()})")
-    (place / "index.md").write_text(readme)
+    for page in tree.glob("*.md"):
+        text = page.read_text().replace("](docs/", "](").replace("](examples)", "](examples.md)")
+        text = re.sub(r"\]\(([A-Z]+)\.md\)", lambda link: f"]({link.group(1).lower()}.md)", text)
+        (place / f"{page.stem.lower().replace('readme', 'index')}.md").write_text(text)
 
 
 def navigation(place):
