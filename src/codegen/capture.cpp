@@ -1,5 +1,9 @@
 #include "codegen/capture.h"
 
+#include <utility>
+
+#include "codegen/frame.h"
+
 namespace vorc {
 
 namespace {
@@ -8,6 +12,7 @@ Instruction* Add_flattened_three_address_code(Walk& walk) {
   Procedure& procedure = walk.procedure;
   auto* instruction = new (procedure.memory.Allocate(sizeof(Instruction))) Instruction();
   instruction->line = walk.line;
+  instruction->is_inexact = std::exchange(walk.is_inexact, false);
   instruction->block = procedure.current_bb;
   BasicBlock* block = procedure.current_bb;
   (procedure.last == nullptr ? procedure.first : procedure.last->next) = instruction;
@@ -225,7 +230,8 @@ void CaptureStore(Walk& walk, int32_t value, int32_t base, AccessWidth width) {
   instruction.mnemonic = mnemonic;
 }
 
-void CapturePush(Walk& walk, const TacOperand& value, int width, std::string_view comment) {
+void CapturePush(Walk& walk, const TacOperand& value, int width, std::string_view comment,
+                 const ValueType& type) {
   Procedure& procedure = walk.procedure;
   const std::string_view mnemonic = PushMnemonic(width);
   Instruction& instruction =
@@ -233,6 +239,7 @@ void CapturePush(Walk& walk, const TacOperand& value, int width, std::string_vie
                       Compose(procedure, mnemonic, " ", NameIn(procedure, value)), comment);
   instruction.operand1 = value;
   instruction.mnemonic = mnemonic;
+  instruction.passed = PassedOf(walk.slot, type);
 }
 
 void CapturePushRegister(Walk& walk, std::string_view reg) {

@@ -243,7 +243,9 @@ Operand BinaryOperation(Walk& walk, Tok op, const Operand& left, const Operand& 
   const int32_t result = walk.procedure.NewTemp();
   const TacOperand first = ValueOf(walk, a);
   const TacOperand second = ValueOf(walk, b);
+  walk.is_inexact |= IsFloatingScalar(left.type) || IsFloatingScalar(right.type);
   Instruction& instruction = CapturePlain(walk, op, first, second, result);
+  instruction.is_int32 = !wide && !work.is_unsigned && !compare;
   // Zero-extended 32 bits compare and divide alike in either way; a full register does not.
   const bool full = wide || walk.mnemonics.cpu_bytes == 4;
   instruction.is_unsigned = (work.is_unsigned && full) || (work.is_unsigned && !compare) || !plain;
@@ -272,7 +274,8 @@ Operand UnaryOperation(Walk& walk, Tok op, const Operand& operand) {
   const Operand exact = op == Tok::NOT && operand.may_be_wide ? Boolean(walk, operand) : operand;
   const TacOperand value = ValueOf(walk, exact);
   const int32_t result = walk.procedure.NewTemp();
-  CapturePlain(walk, op, value, {}, result);
+  walk.is_inexact |= IsFloatingScalar(operand.type);
+  CapturePlain(walk, op, value, {}, result).is_int32 = op != Tok::NOT && !IsWide(walk, work) && !work.is_unsigned;
   if (op != Tok::NOT) return Finished(walk, op, result, work, operand.may_be_wide);
   Operand boolean = TempValue(result, ValueType::Basic(Tok::int_));
   boolean.is_boolean = true;

@@ -114,6 +114,14 @@ Operand Narrowed(Walk& walk, const Operand& operand, AccessWidth width, const Va
   return TempValue(result, type);
 }
 
+// A variable real becomes another type, or the other way: its bits would be taken for the value.
+void NoteReals(Walk& walk, const Operand& operand, const ValueType& type) {
+  const bool constant = operand.IsNumber() || operand.kind == Operand::Kind::kReal;
+  const bool real = IsFloatingScalar(operand.type);
+  if (constant || (!real && !IsFloatingScalar(type))) return;
+  walk.is_inexact |= !real || !IsFloatingScalar(type) || operand.type.basic != type.basic;
+}
+
 bool Fits(AccessWidth value, AccessWidth target) {
   if (value.is_unsigned == target.is_unsigned) return value.bytes <= target.bytes;
   return value.is_unsigned && value.bytes < target.bytes;
@@ -231,6 +239,7 @@ int32_t ValueInTemp(Walk& walk, const Operand& operand) {
 }
 
 Operand Converted(Walk& walk, const Operand& operand, const ValueType& type) {
+  NoteReals(walk, operand, type);
   const bool plain = !type.IsPointer() && !type.IsArray() && !type.IsStruct() && type.function == nullptr;
   if (!plain || operand.kind == Operand::Kind::kText || operand.kind == Operand::Kind::kFunction ||
       operand.type.IsStruct() || IsFloatingScalar(operand.type) || IsFloatingScalar(type)) {
@@ -273,6 +282,7 @@ Operand Boolean(Walk& walk, const Operand& operand) {
   const Operand value =
       operand.may_be_wide ? Narrowed(walk, operand, AccessOf(walk, operand.type), operand.type) : operand;
   const int32_t result = walk.procedure.NewTemp();
+  walk.is_inexact |= IsFloatingScalar(operand.type);
   CapturePlain(walk, Tok::NE, ValueOf(walk, value), NumberOperand(walk.procedure, 0), result);
   Operand boolean = TempValue(result, ValueType::Basic(Tok::int_));
   boolean.is_boolean = true;
@@ -285,6 +295,7 @@ Operand StoreInto(Walk& walk, const Operand& place, const Operand& value) {
     return place;
   }
   const bool real_target = IsFloatingScalar(place.type);
+  NoteReals(walk, value, place.type);
   // Memory cuts a value by itself; a register that is used again must hold the cut value.
   const bool cut = walk.slot.Target.optimization_level >= 1 || real_target ||
                    value.kind == Operand::Kind::kReal || value.IsNumber() || value.may_be_wide ||
