@@ -92,6 +92,7 @@ Operand TakeResult(Walk& walk, const ValueType& type) {
   const int32_t temp = walk.procedure.NewTemp();
   CaptureMoveRegToVar(walk, temp, "return_reg");
   walk.procedure.last->passed = PassedOf(walk.slot, type);
+  walk.procedure.last->is_wide = IsWideNumber(walk, type);
   return TempValue(temp, type);
 }
 
@@ -177,7 +178,7 @@ Operand ExecFuncPointer(Walk& walk, const EXPR_NODE* node, const EXPR_NODE* argu
   ArgumentCounts counts;
   for (const Argument& argument : VorcBuildArgSlotWidthTable(signature, arguments)) {
     pushed_bytes += PushArgument(walk, argument, name);
-    ++counts.all;
+    walk.procedure.last->argument = counts.all++;
     if (signature != nullptr && argument.parameter == nullptr) ++counts.variadic;
   }
   if (by_name) {
@@ -240,7 +241,7 @@ Operand ExecMemberFunc(Walk& walk, const Operand& object, const EXPR_NODE* node)
   for (const EXPR_NODE* at = node->Arguments; at != nullptr; at = at->NextArgument) {
     const Operand value = EvalExpression(walk, at);
     CapturePush(walk, TempOperand(ValueInTemp(walk, value)), kMemberArgumentWidth, name, value.type);
-    ++counts.all;
+    walk.procedure.last->argument = counts.all++;
   }
   FUNCPROTO_REC* function = CurrentFunction(walk.slot, member.Function);
   GenCallInstruction(walk, AsmNameOf(walk.procedure.context, function), counts, {});

@@ -48,7 +48,7 @@ Operand ThisValue(Walk& walk) {
   const int32_t address = walk.procedure.NewTemp();
   CaptureAddressInFrame(walk, address, -walk.procedure.total_arg_size, "address of 'this'");
   const int32_t pointer = walk.procedure.NewTemp();
-  CaptureLoad(walk, pointer, address, {walk.mnemonics.address_bytes, true});
+  CaptureLoad(walk, pointer, address, {walk.mnemonics.address_bytes, true, true});
   ValueType type;
   type.basic = Tok::struct_;
   type.record = owner;
