@@ -95,7 +95,7 @@ struct Instruction {
   bool is_int32 = false;         ///< the operation is one of signed 32 bits; what lies above is its sign
   bool is_source_text = false;   ///< assembly that the source brings
   bool is_wide = false;          ///< a number of 64 bits takes part, which a shorter register can't hold
-  bool is_inexact = false;       ///< stands for an operation on reals that integers don't do
+  bool is_inexact = false;       ///< does less than the source says, such as integers for reals
   AsmOp asmop = INVALID_ASMOP;
   AddressCodeType address_code_type = ADDRESS_CODE_TYPE_THREE_ADDRESS_CODE;
   Tok op = Tok::NOTOKEN;

@@ -182,6 +182,8 @@ Operand ExecFuncPointer(Walk& walk, const EXPR_NODE* node, const EXPR_NODE* argu
     if (signature != nullptr && argument.parameter == nullptr) ++counts.variadic;
   }
   if (by_name) {
+    // A member function that is called by its name alone gets no object.
+    walk.is_inexact |= function != nullptr && function->OwnerClass != nullptr;
     GenCallInstruction(walk, name, counts,
                        function == nullptr
                            ? Format(" //calling an external function '%s' that has no protype or "
