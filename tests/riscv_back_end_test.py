@@ -4,6 +4,8 @@
 import os
 import pathlib
 import re
+import shutil
+import subprocess
 import sys
 
 sys.dont_write_bytecode = True
@@ -209,6 +211,22 @@ def check_classes(vorc, folder):
         assert "every statement in this compile was translated.\n" in text, text
         numbers = target.run(list(CLASS_VALUES), functions, folder)
         assert numbers == list(CLASS_VALUES.values()), (target.core, numbers)
+
+
+def check_page(vorc, folder):
+    """The commands of the page print what it says."""
+    root = pathlib.Path(__file__).resolve().parent.parent
+    for source in (root / "examples" / "riscv").iterdir():
+        shutil.copy(source, folder)
+    page = (root / "docs" / "riscv.md").read_text()
+    start, image = re.findall(r"^```text\n(  \.globl _start\n.*?)^```$", page, re.M | re.S)
+    assert start in pathlib.Path(folder, "start.s").read_text()
+    pathlib.Path(folder, "image.s").write_text(image)
+    for block in re.findall(r"^```console\n(.*?)^```$", page, re.M | re.S):
+        for command, expected in re.findall(r"^\$ (.*)\n((?:(?!\$ ).*\n)*)", block, re.M):
+            done = subprocess.run(command, shell=True, cwd=folder, capture_output=True, text=True,
+                                  env=os.environ | {"PATH": os.path.dirname(vorc) + ":" + os.environ["PATH"]})
+            assert done.stdout == expected, (command, done.stdout, done.stderr)
 
 
 def main():

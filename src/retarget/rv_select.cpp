@@ -48,7 +48,8 @@ const RvSelector::OpcodeRow RvSelector::kOpcodes[] = {
     {ASMOP_LABEL, &RvSelector::Label},
     {ASMOP_GOTO_LABEL, &RvSelector::Label},
     {ASMOP_LOADIMMED, &RvSelector::LoadImmediate},
-    {ASMOP_BASIC_BLOCK_BEGIN_LABEL, &RvSelector::Label},
+    // Nothing branches to the beginning of a block as such.
+    {ASMOP_BASIC_BLOCK_BEGIN_LABEL, &RvSelector::Nothing},
     {ASMOP_FUNCTION_HEADER, &RvSelector::Nothing},
     {ASMOP_FUNCTION_FOOTER, &RvSelector::Nothing},
     {ASMOP_PLAIN_TEXT, &RvSelector::PlainText},
@@ -149,7 +150,7 @@ bool RvSelector::PlaceLabel(std::string_view text) {
 }
 
 bool RvSelector::Label(const Instruction& record) {
-  return PlaceLabel(record.label.empty() ? record.text : record.label);
+  return PlaceLabel(record.label);
 }
 
 // Most of it frames procedures and calls in a way of their own.
