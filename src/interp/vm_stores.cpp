@@ -215,7 +215,7 @@ bool VmCompiler::StoreTypeless(const Item& target, const Item& value) {
   if (value.is_real) {
     const int32_t from = RealPlace(value);
     if (from == kNoPlace) return false;
-    NewSite(&number).symbol = target.symbol;
+    NewSite(&number).state = &host_.StateOf(target.symbol);
     Emit(VmOp::kStoreTypelessWord, target.place, from, static_cast<int32_t>(Tok::double_), number);
     return true;
   }
@@ -223,7 +223,7 @@ bool VmCompiler::StoreTypeless(const Item& target, const Item& value) {
   if (!word && (!value.exact || value.is_unsigned)) return false;
   const int32_t from = word ? WordPlace(value) : IntPlace(value);
   if (from == kNoPlace) return false;
-  NewSite(&number).symbol = target.symbol;
+  NewSite(&number).state = &host_.StateOf(target.symbol);
   Emit(word ? VmOp::kStoreTypelessWord : VmOp::kStoreTypelessInt, target.place, from,
        static_cast<int32_t>(Tok::int_), number);
   return true;
