@@ -12,7 +12,8 @@ constexpr uint32_t kWord = 8;
 
 bool HoldsReals(const STRUCT_REC* record) {
   for (const SYM_REC* member : record->MembersHeader.Symbols) {
-    if (member->TotalDepth > 0 || member->IsFunctionPointer) continue;
+    const bool is_this = member == record->This || member->Struct == record;
+    if (is_this || member->TotalDepth > 0 || member->IsFunctionPointer) continue;
     if (member->ValueType == Tok::float_ || member->ValueType == Tok::double_) return true;
     if (member->Struct != nullptr && HoldsReals(member->Struct)) return true;
   }

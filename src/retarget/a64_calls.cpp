@@ -153,6 +153,7 @@ bool A64Function::SelectCall(const Instruction& instruction) {
 
 bool A64Function::SelectMoveToRegister(const Instruction& instruction) {
   if (IsReturnRegister(instruction)) {
+    if (result_.is_real && result_.bytes == 0) return false;
     if (!Read(instruction.operand1, kX0)) return false;
     GiveResult();
     return true;
@@ -171,7 +172,7 @@ void A64Function::GiveResult() {
 
 bool A64Function::SelectMoveFromRegister(const Instruction& instruction) {
   const PassedValue& value = instruction.passed;
-  if (!IsReturnRegister(instruction)) return false;
+  if (!IsReturnRegister(instruction) || value.bytes == 0) return false;
   if (value.is_real)
     (value.bytes == kWord ? va64_fmov_from_double : va64_fmov_from_float)(enc_, kX0, 0);
   Extend(kX0, value);
