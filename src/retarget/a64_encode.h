@@ -11,7 +11,7 @@
 namespace vorc {
 
 inline constexpr size_t kVa64MaxLabels = 4096;
-inline constexpr size_t kVa64MaxFixups = 8192;
+inline constexpr size_t kVa64MaxFixups = 65536;
 
 enum A64Condition : uint32_t {
   kEq,
