@@ -51,7 +51,9 @@ def call_all(arguments, functions, calls, folder):
 
 
 def try_source(arguments, source, calls, options, folder):
-    values = judge.expected(source, calls, folder)
+    # What gcc can't read tells its answers itself.
+    answers = [judge.Value(int(answer), 4) for line in judge.headers(source, "answers") for answer in line.split("; ")]
+    values = answers or judge.expected(source, calls, folder)
     functions = compile_image(arguments, source, options, folder)
     numbers = call_all(arguments, functions, calls, folder)
     wrong = [f"{call} is {number}, should be {value.number} ({value.size} bytes)"

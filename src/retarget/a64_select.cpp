@@ -228,8 +228,8 @@ bool A64Function::SelectLabel(const Instruction& instruction) {
   return PlaceLabel(instruction.label);
 }
 
-bool A64Function::SelectHeader(const Instruction&) {
-  return parameters_taken_;
+bool A64Function::SelectHeader(const Instruction& instruction) {
+  return parameters_taken_ || instruction.text == "BEGIN";
 }
 
 bool A64Function::SelectFooter(const Instruction&) {
