@@ -46,6 +46,7 @@ bench:
 	@build-bench/bench/micro_bench
 	@build-bench/bench/codec_bench
 	@build-bench/bench/pic_bench
+	@build-bench/bench/object_bench
 	@python3 bench/codes.py build-bench/vorc build-bench/bench/pictures/code_pictures
 	@build-bench/bench/codes_bench
 

@@ -227,7 +227,7 @@ bool VmCompiler::Guard(const Item& item) {
   }
   guarded_.push_back(item.symbol);
   int number = 0;
-  NewSite(&number).symbol = item.symbol;
+  NewSite(&number).state = &host_.StateOf(item.symbol);
   fails_at_.push_back({static_cast<size_t>(number), fail_});
   fails_ = true;
   Emit(item.is_real ? VmOp::kGuardReal : VmOp::kGuardInt, 0, 0, 0, number);

@@ -160,22 +160,22 @@ dispatch:
   STORE_OP(StoreDataWord, AT(int64_t, data + pc->a) = WORD(pc->b))
 
   OP(GuardInt) {
-    const Tok holds = SITE.symbol->CurrentType;
+    const Tok holds = SITE.state->holds;
     if (holds == Tok::STRING || holds == Tok::double_) FAIL(SITE);
     NEXT;
   }
   OP(GuardReal) {
-    if (SITE.symbol->CurrentType != Tok::double_) FAIL(SITE);
+    if (SITE.state->holds != Tok::double_) FAIL(SITE);
     NEXT;
   }
   OP(StoreTypelessInt) {
     WORD(pc->a) = INT(pc->b);
-    SITE.symbol->CurrentType = static_cast<Tok>(pc->c);
+    SITE.state->holds = static_cast<Tok>(pc->c);
     NEXT;
   }
   OP(StoreTypelessWord) {
     WORD(pc->a) = WORD(pc->b);
-    SITE.symbol->CurrentType = static_cast<Tok>(pc->c);
+    SITE.state->holds = static_cast<Tok>(pc->c);
     NEXT;
   }
   OP(StoreTypelessText) {

@@ -68,7 +68,7 @@ void EmitAssembly(C_SLOT& slot, OutputFiles& files, const std::string& source, B
   context.label_stem = LabelStem(source);
   ReserveNames(context);
   RenameProcStatics(context);
-  EmitAssemblyHeaders(context, files.reference, source);
+  EmitAssemblyHeaders(context, files.Reference(), source);
   EmitAssemblyBssSection(context);
   EmitAssemblyDataSection(context);
   context.assembly.Write(kStars, "/*********** SECTION CODE ************/\n", kStars,

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace vorc {
@@ -28,5 +29,10 @@ struct TargetOptions {
 
   int AddressBytes() const { return address_size / 8; }
 };
+
+/// The name of an executable format; "unknown" for a number that is none.
+std::string_view ExeFormatName(uint64_t format);
+/// The format of a name, whose case doesn't count and of which 15 characters do. -1 for none.
+int ExeFormatFromName(std::string_view name);
 
 }  // namespace vorc
