@@ -78,6 +78,8 @@ void DefineOutput(duk_context* context) {
     duk_put_prop_string(context, -2, name);
   }
   DefineHidden(context, "console");
+  duk_get_prop_string(context, -1, "performance");
+  DefineHidden(context, "performance");
 }
 
 int32_t KindOfTop(duk_context* context) {

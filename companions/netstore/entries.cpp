@@ -6,7 +6,6 @@
 #include <string>
 #include <unordered_map>
 
-#include "netstore/interrupt.h"
 #include "netstore/store.h"
 
 #define NSTORE_ENTRY __attribute__((visibility("default")))
@@ -105,7 +104,6 @@ NSTORE_ENTRY int64_t NSTORE_StartNetStore(int64_t i, const char* home, const cha
     if (home == nullptr && (instance.local || address == nullptr || port == nullptr)) return 0;
     auto store = home != nullptr ? Store::Local(home, instance.root) : Store::Remote(address, port);
     if (store == nullptr) return 0;
-    vorc::WatchInterrupts();
     return Add(stores, std::move(store));
   });
 }

@@ -11,10 +11,10 @@ namespace vorc {
 
 namespace {
 
-std::atomic<bool> running;
 std::atomic<bool> interrupted;
 std::atomic<sqlite3*> running_database;
 std::atomic<int64_t> last_interrupt;
+struct sigaction before {};
 
 constexpr int64_t kNanoseconds = 1'000'000'000;
 static_assert(std::atomic<bool>::is_always_lock_free && std::atomic<int64_t>::is_always_lock_free);
@@ -28,9 +28,9 @@ int64_t Now() {
 void OnInterrupt(int number) {
   const int error = errno;
   const int64_t now = Now();
-  const int64_t before = last_interrupt.exchange(now);
-  if (!running || (before != 0 && now - before < kNanoseconds)) {
-    std::signal(number, SIG_DFL);
+  const int64_t last = last_interrupt.exchange(now);
+  if (last != 0 && now - last < kNanoseconds) {
+    sigaction(number, &before, nullptr);
     raise(number);
   } else {
     interrupted = true;
@@ -41,23 +41,18 @@ void OnInterrupt(int number) {
 
 }  // namespace
 
-void WatchInterrupts() {
-  struct sigaction action {};
-  if (sigaction(SIGINT, nullptr, &action) != 0 || action.sa_handler != SIG_DFL) return;
-  action = {};
-  action.sa_handler = OnInterrupt;
-  action.sa_flags = SA_RESTART;
-  sigaction(SIGINT, &action, nullptr);
-}
-
 RunningQuery::RunningQuery(sqlite3* database) {
   interrupted = false;
   running_database = database;
-  running = true;
+  struct sigaction action {};
+  action.sa_handler = OnInterrupt;
+  action.sa_flags = SA_RESTART;
+  sigaction(SIGINT, &action, &before);
+  if (before.sa_handler == SIG_IGN) sigaction(SIGINT, &before, nullptr);
 }
 
 RunningQuery::~RunningQuery() {
-  running = false;
+  sigaction(SIGINT, &before, nullptr);
   running_database = nullptr;
 }
 

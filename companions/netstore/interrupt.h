@@ -4,14 +4,11 @@ struct sqlite3;
 
 namespace vorc {
 
-/// Lets SIGINT end a running query instead of the process, where nobody else has asked for that
-/// signal. Outside of queries, and twice within a second, it ends the process as before.
-void WatchInterrupts();
-
-/// A query that SIGINT may end, for as long as this stands. One at a time.
+/// As long as this stands, SIGINT ends the query and not the process. Twice within a second, it does what it
+/// did before. One at a time; ignored signals stay ignored.
 class RunningQuery {
  public:
-  /// With a database, that one is told to stop.
+  /// A database is told to stop; without one, ask Interrupted.
   explicit RunningQuery(sqlite3* database);
   ~RunningQuery();
   RunningQuery(const RunningQuery&) = delete;
