@@ -16,6 +16,7 @@ namespace {
 
 constexpr const char* kConnectSeconds = "5";
 constexpr int kPollMs = 100;
+constexpr int kLastWords = 8;
 constexpr Oid kBool = 16;
 constexpr Oid kBytes = 17;
 
@@ -108,8 +109,9 @@ bool RemoteDatabase::Revive(Outcome& outcome) {
   }
   PGconn* connection = connection_.get();
   const bool idle = PQtransactionStatus(connection) == PQTRANS_IDLE;
-  if (PQstatus(connection) == CONNECTION_OK && idle && Readable(PQsocket(connection), 0)) {
-    PQconsumeInput(connection);
+  // What a server says before it closes comes first.
+  for (int i = 0; idle && i < kLastWords && Readable(PQsocket(connection), 0); ++i) {
+    if (PQconsumeInput(connection) == 0) break;
   }
   if (PQstatus(connection) == CONNECTION_OK) return true;
   outcome = Connect();

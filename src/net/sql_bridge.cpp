@@ -4,6 +4,7 @@
 #include <fcntl.h>
 #include <netdb.h>
 #include <poll.h>
+#include <strings.h>
 #include <sys/socket.h>
 
 #include <algorithm>
@@ -100,10 +101,19 @@ void Wipe(std::string& text) {
   text.clear();
 }
 
+// A statement as far as it may be shown: a login without what stands behind its user.
+std::string Shown(const std::string& sql) {
+  constexpr std::string_view kLogin = "login";
+  const size_t start = std::min(sql.find_first_not_of(" \t\r\n"), sql.size());
+  const bool login = strncasecmp(sql.c_str() + start, kLogin.data(), kLogin.size()) == 0;
+  return login ? sql.substr(0, sql.find(',')) : sql;
+}
+
 void TraceSql(const std::string& sql) {
   if (!TraceOn()) return;
-  std::fprintf(stderr, "DIAG: sql len=%d [%s]\n", static_cast<int>(sql.size()), sql.c_str());
-  for (const char byte : sql.substr(0, kTracedBytes)) {
+  const std::string shown = Shown(sql);
+  std::fprintf(stderr, "DIAG: sql len=%d [%s]\n", static_cast<int>(sql.size()), shown.c_str());
+  for (const char byte : shown.substr(0, kTracedBytes)) {
     std::fprintf(stderr, "%02x ", static_cast<unsigned>(static_cast<unsigned char>(byte)));
   }
   std::fputc('\n', stderr);
