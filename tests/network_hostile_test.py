@@ -282,7 +282,10 @@ def interrupt(name, body, started, number=signal.SIGINT, **variables):
             script.communicate(timeout=10)
         except subprocess.TimeoutExpired:
             script.kill()
-        check(name, (script.returncode, [child for child in children if runs(child)]), (-number, []))
+        deadline = time.monotonic() + 5
+        while (left := list(filter(runs, children))) and time.monotonic() < deadline:
+            time.sleep(0.02)
+        check(name, (script.returncode, left), (-number, []))
 
 
 def test_silence():

@@ -151,6 +151,26 @@ def test_chat():
     check("a service's error", fetch(chat % ("", ""), b"HTTP/1.1 500 x\r\n\r\n{}")[0], "[{}] 500")
 
 
+def test_examples():
+    folder = os.path.join(os.path.dirname(os.path.dirname(os.path.realpath(__file__))), "examples", "network")
+    environment = {**os.environ, **loopback.ALLOWED, "LD_LIBRARY_PATH": os.path.dirname(STORE)}
+    with subprocess.Popen([sys.executable, os.path.join(folder, "service.py")], stdout=subprocess.PIPE, text=True) as service, \
+            program.Folder(copy_of=folder) as copy:
+        where = f"http://localhost:{service.stdout.readline().strip()}"
+
+        def example(name):
+            return subprocess.run([scripts.vorc, "-morv", "-morvquiet", name, where], cwd=copy.path, env=environment, timeout=60,
+                                  stdin=subprocess.DEVNULL, capture_output=True, check=False).stdout.decode()
+
+        for name in ("fetch_page", "ask_model", "use_tool"):
+            with open(os.path.join(folder, name + ".out"), encoding="ascii") as expected:
+                check("example " + name, example(name + ".c"), expected.read())
+        check("example list_rows", [line for line in example("list_rows.c").splitlines() if "(" not in line],
+              ["2 rows", "berth of row 1: field 2", "berth of row 2: field 2"])
+        service.terminate()
+
+
+test_examples()
 test_pages()
 test_chat()
 test_languages()
