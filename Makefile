@@ -18,12 +18,14 @@ run: build
 	@scripts/run_examples.sh build/vorc examples
 
 test: build
+	@scripts/install_tool_server.sh build/tool-server
 	@scripts/run_tests.sh build
 
 # The same tests with addresses, leaks and undefined behaviour checked.
 sanitize:
 	@scripts/install_dependencies.sh build test
 	@$(call configure,build-sanitize,-DCMAKE_BUILD_TYPE=Release -DVORC_SANITIZE=ON)
+	@scripts/install_tool_server.sh build-sanitize/tool-server
 	@scripts/run_tests.sh build-sanitize
 
 # A second compiler's opinion: warnings are errors there too.
@@ -51,6 +53,7 @@ bench:
 	@build-bench/bench/object_bench
 	@python3 bench/codes.py build-bench/vorc build-bench/bench/pictures/code_pictures
 	@build-bench/bench/codes_bench
+	@python3 bench/network.py build-bench/vorc
 
 install: build
 	@cmake --install build --prefix $(DESTDIR)$(PREFIX)

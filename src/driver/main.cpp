@@ -18,6 +18,7 @@
 #include "driver/options.h"
 #include "lib/processes.h"
 #include "lib/sandbox.h"
+#include "net/https_client.h"
 
 #if defined(__SANITIZE_ADDRESS__)
 #define VORC_SANITIZED
@@ -116,8 +117,8 @@ int RunProgram(int argc, char** argv) {
   std::setvbuf(stderr, nullptr, _IONBF, 0);
   vorc::IgnoreWriteSignals();
   std::signal(SIGCHLD, SIG_DFL);
-  // The root of the sandbox is settled before a script can touch the environment.
-  vorc::MorvSandboxActive();
+  // What a sandbox confines is settled before a script can touch the environment.
+  if (vorc::MorvSandboxActive()) vorc::PrivateAddressesAllowed();
 
   const std::vector<std::string> arguments(argv + 1, argv + argc);
   vorc::Options options;
