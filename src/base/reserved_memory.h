@@ -27,7 +27,6 @@ class ReservedMemory {
   size_t size_ = 0;
 };
 
-<<<<<<< HEAD
 /// Several stretches of one reservation, which costs the host as much as each would. Every piece begins on
 /// a page of its own.
 class ReservedPieces {
@@ -54,10 +53,9 @@ class ReservedPieces {
   ReservedMemory memory_;
   size_t used_ = 0;
 };
-=======
+
 /// Has the host back memory that is about to be written as a whole by large pages, which takes it much
 /// less time. Worth while from some megabytes, and does nothing below.
 void UseLargePages(char* memory, size_t size);
->>>>>>> network
 
 }  // namespace vorc
