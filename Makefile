@@ -28,11 +28,13 @@ run: programs ## build the programs and run every example
 	@scripts/run_examples.sh build/vorc examples
 
 test: build ## all tests
+	@scripts/install_tool_server.sh build/tool-server
 	@scripts/run_tests.sh build
 
 sanitize: ## the same tests with addresses, leaks and undefined behaviour checked
 	@scripts/install_dependencies.sh build test
 	@$(call configure,build-sanitize,$(release) -DVORC_SANITIZE=ON)
+	@scripts/install_tool_server.sh build-sanitize/tool-server
 	@scripts/run_tests.sh build-sanitize
 
 clang: ## a second compiler's opinion: warnings are errors there too
@@ -53,9 +55,12 @@ bench: ## measurements beside the same programs in other languages
 	@build-bench/bench/micro_bench
 	@build-bench/bench/codec_bench
 	@build-bench/bench/pic_bench
+	@build-bench/bench/retarget_bench
+	@python3 bench/retarget.py build-bench/vorc
 	@build-bench/bench/object_bench
 	@python3 bench/codes.py build-bench/vorc build-bench/bench/pictures/code_pictures
 	@build-bench/bench/codes_bench
+	@python3 bench/network.py build-bench/vorc
 
 deb: ## a package for Debian, in dist/
 	@scripts/install_dependencies.sh build package

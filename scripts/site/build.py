@@ -38,6 +38,8 @@ def stage(tree, place):
     for page in tree.glob("*.md"):
         text = page.read_text().replace("](docs/", "](").replace("](examples)", "](examples.md)")
         text = re.sub(r"\]\(([A-Z]+)\.md\)", lambda link: f"]({link.group(1).lower()}.md)", text)
+        # Folders of the tree are no pages.
+        text = re.sub(r"\[([^\]]+)\]\(\w+/?\)", r"\1", text)
         (place / f"{page.stem.lower().replace('readme', 'index')}.md").write_text(text)
 
 

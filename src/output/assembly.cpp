@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "codegen/block_hook.h"
 #include "codegen/flow_graph.h"
 #include "codegen/mnemonics.h"
 #include "codegen/passes.h"
@@ -77,6 +78,7 @@ void EmitAssembly(C_SLOT& slot, OutputFiles& files, const std::string& source, B
   end_write_tac_sample(context);
   context.assembly.Write("END   //SECTION CODE\n/* * * */\n");
   EmitAssemblyUnnamedStringDataSection(context);
+  if (hook != nullptr) hook->EndOfUnit(context);
 }
 
 }  // namespace vorc
