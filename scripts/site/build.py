@@ -34,7 +34,8 @@ def stage(tree, place):
     (place / "examples.md").write_text(example_page(tree))
     # An example's heading, as the name of its place in the page.
     for page in (place / "builtins").glob("*.md"):
-        page.write_text(re.sub(r"\]\(../../examples/(\w+)\.c\)", r"](../examples.md#\1c)", page.read_text()))
+        text = re.sub(r"\]\(../../examples/(\w+)\.c\)", r"](../examples.md#\1c)", page.read_text())
+        page.write_text(re.sub(r"\[([^\]]+)\]\(../../[\w/.]+\)", r"\1", text))
     for page in tree.glob("*.md"):
         text = page.read_text().replace("](docs/", "](").replace("](examples)", "](examples.md)")
         text = re.sub(r"\]\(([A-Z]+)\.md\)", lambda link: f"]({link.group(1).lower()}.md)", text)
@@ -64,8 +65,10 @@ def main():
         settings = (tree / "scripts/site/mkdocs.yml").read_text() + navigation(place)
         pathlib.Path(folder, "mkdocs.yml").write_text(settings)
         shutil.copytree(tree / "scripts/site/theme", pathlib.Path(folder, "theme"))
-        done = subprocess.run(["mkdocs", "build", "--quiet", "--strict", "--clean", "--config-file", f"{folder}/mkdocs.yml",
-                               "--site-dir", str(target)])
+        done = subprocess.run(["mkdocs", "build", "--strict", "--clean", "--config-file", f"{folder}/mkdocs.yml",
+                               "--site-dir", str(target)], capture_output=True, text=True)
+    if done.returncode != 0:
+        print(done.stdout + done.stderr, file=sys.stderr)
     return done.returncode
 
 
