@@ -106,7 +106,7 @@ def check_fish(root):
 
 
 def check_manual(root):
-    for page in ("vorc", "morv", "vorc-sim", "vorc-objdump"):
+    for page in ("vorc", "morv", "vorc-sim", "vorc-objdump", "vorc-view"):
         file = root / f"usr/share/man/man1/{page}.1"
         check(f"manual page of {page}", file.exists())
         if file.exists() and not missing("man"):
