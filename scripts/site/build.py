@@ -35,12 +35,15 @@ def stage(tree, place):
     # An example's heading, as the name of its place in the page.
     for page in (place / "builtins").glob("*.md"):
         text = re.sub(r"\]\(../../examples/(\w+)\.c\)", r"](../examples.md#\1c)", page.read_text())
-        page.write_text(re.sub(r"\[([^\]]+)\]\(../../[\w/.]+\)", r"\1", text))
+        text = text.replace("](../../examples/", "](../examples/")
+        # The header of runtimes goes along as it is.
+        page.write_text(text.replace("](../../include/vorc/", "](../include/vorc/"))
+    shutil.copytree(tree / "include", place / "include")
+    shutil.copytree(tree / "examples/runtime", place / "examples/runtime")
     for page in tree.glob("*.md"):
         text = page.read_text().replace("](docs/", "](").replace("](examples)", "](examples.md)")
+        text = text.replace("](companions)", "](builtins/sql.md)")
         text = re.sub(r"\]\(([A-Z]+)\.md\)", lambda link: f"]({link.group(1).lower()}.md)", text)
-        # Folders of the tree are no pages.
-        text = re.sub(r"\[([^\]]+)\]\(\w+/?\)", r"\1", text)
         (place / f"{page.stem.lower().replace('readme', 'index')}.md").write_text(text)
 
 

@@ -148,4 +148,8 @@ void RvBackEnd::Finish() {
   CloseFiles();
 }
 
+std::unique_ptr<BackEnd> MakeRiscvBackEnd(C_SLOT& slot, const std::string& source) {
+  return std::make_unique<RvBackEnd>(slot, source);
+}
+
 }  // namespace vorc
