@@ -128,7 +128,9 @@ def check_archive():
 
 
 def check_package(folder):
-    status, out, errors = run(["cpack", "--config", str(BUILD / "CPackConfig.cmake"), "-B", folder.path], cwd=BUILD)
+    status, out, errors = run(["cpack", "--config", str(BUILD / "CPackConfig.cmake"), "-B", folder.path,
+                               "-D", "CPACK_CMAKE_GENERATOR=Ninja",  # whose programs are built already
+                               "-D", "CPACK_DEBIAN_COMPRESSION_TYPE=gzip"], cwd=BUILD)
     packages = list(pathlib.Path(folder.path).glob("*.deb"))
     check("the package is made", status == 0 and len(packages) == 1, errors + out)
     if not packages:

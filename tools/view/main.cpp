@@ -101,16 +101,28 @@ std::string CompilerPath() {
   return !error && fs::exists(here, error) ? here.string() : "vorc";
 }
 
-// The exit status, -1 where the program can't be started.
-int RunCompiler(const std::vector<std::string>& words) {
+// Runs the compiler in a folder; what it says goes to standard error, since the page may go to standard
+// output. The exit status, -1 where the program can't be started.
+int RunCompiler(const std::vector<std::string>& words, const std::string& folder) {
   std::vector<char*> arguments;
   for (const std::string& word : words) arguments.push_back(const_cast<char*>(word.c_str()));
   arguments.push_back(nullptr);
+  posix_spawn_file_actions_t actions;
+  posix_spawn_file_actions_init(&actions);
+  posix_spawn_file_actions_addchdir_np(&actions, folder.c_str());
+  posix_spawn_file_actions_adddup2(&actions, STDERR_FILENO, STDOUT_FILENO);
   pid_t child = 0;
-  if (posix_spawnp(&child, arguments[0], nullptr, nullptr, arguments.data(), environ) != 0) return -1;
+  const int error = posix_spawnp(&child, arguments[0], &actions, nullptr, arguments.data(), environ);
+  posix_spawn_file_actions_destroy(&actions);
+  if (error != 0) return -1;
   int status = 0;
   while (waitpid(child, &status, 0) < 0 && errno == EINTR) continue;
   return WIFEXITED(status) ? WEXITSTATUS(status) : kExitFailure;
+}
+
+std::string Absolute(const fs::path& path) {
+  std::error_code error;
+  return fs::absolute(path.empty() ? fs::path(".") : path, error).string();
 }
 
 int ShowFunctions(const Command& command) {
@@ -120,15 +132,12 @@ int ShowFunctions(const Command& command) {
   const fs::path name = fs::path(command.input).filename();
   const std::string copy = place.path() + "/" + (name == "-" ? std::string("stdin.c") : name.string());
   if (place.path().empty() || !WriteFile(copy, *source)) return Fail("cannot write to the temporary folder");
-  std::error_code error;
-  const std::string beside =
-      fs::absolute(
-          fs::path(command.input).parent_path().empty() ? "." : fs::path(command.input).parent_path(), error)
-          .string();
-  std::vector<std::string> words{CompilerPath(), "-morvquiet", "-I" + beside};
+  std::vector<std::string> words{CompilerPath(), "-morvquiet",
+                                 "-I" + Absolute(fs::path(command.input).parent_path())};
   words.insert(words.end(), command.passed_on.begin(), command.passed_on.end());
-  words.push_back(copy);
-  if (RunCompiler(words) != kExitSuccess) return Fail("'" + command.input + "' could not be compiled");
+  words.push_back(fs::path(copy).filename().string());
+  if (RunCompiler(words, place.path()) != kExitSuccess)
+    return Fail("'" + command.input + "' could not be compiled");
   const std::string stem = (fs::path(copy).parent_path() / fs::path(copy).stem()).string();
   const std::optional<std::string> log = ReadFile(stem + ".code_gen_analysis.txt");
   const std::optional<std::string> assembly = ReadFile(stem + ".asm");
@@ -172,6 +181,8 @@ std::optional<int> ReadCommand(const std::vector<std::string>& words, Command* c
       command->output = words[++i];
     } else if (word == "-D" && value) {
       command->passed_on.push_back("-D" + words[++i]);
+    } else if (word.starts_with("-I")) {
+      command->passed_on.push_back("-I" + Absolute(word.substr(2)));
     } else if (word.starts_with("-") && word != "-") {
       command->passed_on.push_back(word);
     } else if (command->input.empty()) {
