@@ -2,7 +2,7 @@
 #   cmake -S . -B build && cmake --build build
 JOBS ?= $(shell nproc 2>/dev/null || echo 2)
 PREFIX ?= /usr/local
-VERSION = $(shell sed -n 's/^project(vorc VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt)
+VERSION = $(shell sed -n 's|.*VERSION \([0-9.]*\) LANGUAGES.*|\1|p' CMakeLists.txt)
 MAKEFLAGS += --no-print-directory
 
 release = -DCMAKE_BUILD_TYPE=Release -DVORC_WERROR=ON

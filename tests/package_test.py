@@ -123,6 +123,8 @@ def check_archive():
         run(["cmake", "-DRELEASE=1.0.0", f"-DTREE={folder.path}", f"-DOUTPUT={folder.path}/v.cpp", "-P",
              f"{TREE}/scripts/version.cmake"])
         text = pathlib.Path(folder.path, "v.cpp").read_text()
+    planned = run(["make", "-n", "archive", "uninstall", "help"], cwd=TREE)
+    check("make knows the release", planned[0] == 0 and "dist/vorc-1.0.0.tar.gz" in planned[1], planned[2])
     commit = run(["git", "-C", str(TREE), "rev-parse", "--short=7", "HEAD"])[1].strip()
     check("an archive tells its commit", f'"1.0.0+{commit}' in text, text)
 
