@@ -44,6 +44,10 @@ std::string_view NameIn(Procedure& procedure, const TacOperand& operand) {
   }
 }
 
+bool IsWideNumber(AccessWidth width) {
+  return width.bytes > 4 && !width.is_address;
+}
+
 bool IsTemp(const TacOperand& operand) {
   return operand.kind == TacOperand::Kind::kTemp;
 }
@@ -158,6 +162,7 @@ void CaptureAddressOfGlobal(Walk& walk, int32_t temp, const SYM_REC* symbol) {
   instruction.result = TempOperand(temp);
   instruction.operand1.kind = TacOperand::Kind::kLabel;
   instruction.operand1.text = name;
+  instruction.addressed = symbol;
 }
 
 void CaptureAddressOfLabel(Walk& walk, int32_t temp, std::string_view label, std::string_view comment) {
@@ -169,7 +174,8 @@ void CaptureAddressOfLabel(Walk& walk, int32_t temp, std::string_view label, std
   instruction.operand1.text = walk.procedure.Keep(label);
 }
 
-void CaptureAddressInFrame(Walk& walk, int32_t temp, int32_t distance, std::string_view said) {
+Instruction& CaptureAddressInFrame(Walk& walk, int32_t temp, int32_t distance, std::string_view said,
+                                   const SYM_REC* addressed) {
   const std::string_view comment = Compose(walk.procedure, "  //", said);
   Instruction& instruction =
       CaptureAssembly(walk, ASMOP_OPCODE_SUB_TMPVAR_REG_NUMBER,
@@ -177,6 +183,8 @@ void CaptureAddressInFrame(Walk& walk, int32_t temp, int32_t distance, std::stri
   instruction.result = TempOperand(temp);
   instruction.reg = "FRAMEPTR";
   instruction.number = distance;
+  instruction.addressed = addressed;
+  return instruction;
 }
 
 void CaptureAddNumber(Walk& walk, int32_t result, int32_t a, int64_t number, std::string_view said) {
@@ -218,6 +226,7 @@ void CaptureLoad(Walk& walk, int32_t result, int32_t base, AccessWidth width, st
   instruction.result = TempOperand(result);
   instruction.operand1 = TempOperand(base);
   instruction.mnemonic = mnemonic;
+  instruction.is_wide = IsWideNumber(width);
 }
 
 void CaptureStore(Walk& walk, int32_t value, int32_t base, AccessWidth width) {
@@ -228,6 +237,7 @@ void CaptureStore(Walk& walk, int32_t value, int32_t base, AccessWidth width) {
   instruction.result = TempOperand(value);
   instruction.operand1 = TempOperand(base);
   instruction.mnemonic = mnemonic;
+  instruction.is_wide = IsWideNumber(width);
 }
 
 void CapturePush(Walk& walk, const TacOperand& value, int width, std::string_view comment,

@@ -71,7 +71,8 @@ void CaptureLoadImmediate(Walk& walk, int32_t temp, std::string_view number, std
 void CaptureClear(Walk& walk, int32_t temp, std::string_view comment);
 void CaptureAddressOfGlobal(Walk& walk, int32_t temp, const SYM_REC* symbol);
 void CaptureAddressOfLabel(Walk& walk, int32_t temp, std::string_view label, std::string_view comment);
-void CaptureAddressInFrame(Walk& walk, int32_t temp, int32_t distance, std::string_view comment);
+Instruction& CaptureAddressInFrame(Walk& walk, int32_t temp, int32_t distance, std::string_view comment,
+                                   const SYM_REC* addressed = nullptr);
 /// `result = a + number`, `result = a * number`, `result = a + b` over temporaries.
 void CaptureAddNumber(Walk& walk, int32_t result, int32_t a, int64_t number, std::string_view comment = {});
 void CaptureMultiplyNumber(Walk& walk, int32_t result, const TacOperand& a, int64_t number, bool is_unsigned);

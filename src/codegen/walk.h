@@ -69,6 +69,8 @@ int32_t ThisPointer(Walk& walk);
 /// Copies so many bytes between the addresses in two temporaries.
 void CopyBytes(Walk& walk, int32_t to, int32_t from, int64_t bytes);
 bool IsFloatingScalar(const ValueType& type);
+/// True for a number of more than 32 bits.
+bool IsWideNumber(const Walk& walk, const ValueType& type);
 /// Bits and sign of an integer in memory.
 AccessWidth AccessOf(const Walk& walk, const ValueType& type);
 

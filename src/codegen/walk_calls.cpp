@@ -114,6 +114,7 @@ Operand TakeResult(Walk& walk, const ValueType& type) {
   const int32_t temp = walk.procedure.NewTemp();
   CaptureMoveRegToVar(walk, temp, "return_reg");
   walk.procedure.last->passed = PassedOf(walk.slot, type);
+  walk.procedure.last->is_wide = IsWideNumber(walk, type);
   return TempValue(temp, type);
 }
 
@@ -194,10 +195,12 @@ Operand ExecFuncPointer(Walk& walk, const EXPR_NODE* node, const EXPR_NODE* argu
   if (walk.procedure.context.hook != nullptr && by_name) pushed_bytes = PushOwnObject(walk, function, &counts);
   for (const Argument& argument : VorcBuildArgSlotWidthTable(signature, arguments)) {
     pushed_bytes += PushArgument(walk, argument, name);
-    ++counts.all;
+    walk.procedure.last->argument = counts.all++;
     if (signature != nullptr && argument.parameter == nullptr) ++counts.variadic;
   }
   if (by_name) {
+    // The object stands in front of arguments that would have to come last.
+    walk.is_inexact |= counts.variadic > 0 && function->OwnerClass != nullptr;
     GenCallInstruction(walk, name, counts,
                        function == nullptr
                            ? Format(" //calling an external function '%s' that has no protype or "
@@ -257,7 +260,7 @@ Operand ExecMemberFunc(Walk& walk, const Operand& object, const EXPR_NODE* node)
   for (const EXPR_NODE* at = node->Arguments; at != nullptr; at = at->NextArgument) {
     const Operand value = EvalExpression(walk, at);
     CapturePush(walk, TempOperand(ValueInTemp(walk, value)), kMemberArgumentWidth, name, value.type);
-    ++counts.all;
+    walk.procedure.last->argument = counts.all++;
   }
   FUNCPROTO_REC* function = CurrentFunction(walk.slot, member.Function);
   GenCallInstruction(walk, AsmNameOf(walk.procedure.context, function), counts, {});
