@@ -192,7 +192,8 @@ Operand ExecFuncPointer(Walk& walk, const EXPR_NODE* node, const EXPR_NODE* argu
   PushCallersRegisters(walk);
   int32_t pushed_bytes = 0;
   ArgumentCounts counts;
-  if (walk.procedure.context.hook != nullptr && by_name) pushed_bytes = PushOwnObject(walk, function, &counts);
+  if (walk.procedure.context.hook != nullptr && by_name)
+    pushed_bytes = PushOwnObject(walk, function, &counts);
   for (const Argument& argument : VorcBuildArgSlotWidthTable(signature, arguments)) {
     pushed_bytes += PushArgument(walk, argument, name);
     walk.procedure.last->argument = counts.all++;

@@ -192,7 +192,8 @@ int va64_place_label(Va64Encoder& enc, int32_t label) {
 int va64_release_labels(Va64Encoder& enc, size_t first_fixup, std::span<const int32_t> labels) {
   if (enc.error) return 1;
   const std::unordered_set<int32_t> released(labels.begin(), labels.end());
-  const auto first = enc.fixups.begin() + static_cast<std::ptrdiff_t>(std::min(first_fixup, enc.fixups.size()));
+  const auto first =
+      enc.fixups.begin() + static_cast<std::ptrdiff_t>(std::min(first_fixup, enc.fixups.size()));
   const auto kept = std::stable_partition(
       first, enc.fixups.end(), [&](const Va64Fixup& fixup) { return !released.contains(fixup.label); });
   for (auto at = kept; at != enc.fixups.end(); ++at) {
@@ -227,7 +228,7 @@ int va64_resolve(Va64Encoder& enc) {
   int va64_##name(Va64Encoder& enc, uint32_t rt, uint32_t base, int32_t offset) { \
     return Access(enc, #name, bits, bytes, rt, base, offset);                     \
   }
-#define A64_CONVERT(name, bits, text)                              \
+#define A64_CONVERT(name, bits, text)                           \
   int va64_##name(Va64Encoder& enc, uint32_t rd, uint32_t rn) { \
     return Emit(enc, bits | rn << 5 | rd, {rd, rn});            \
   }

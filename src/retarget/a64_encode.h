@@ -79,8 +79,8 @@ int va64_poke_word(Va64Encoder& enc, uint32_t offset, uint32_t word);
 int32_t va64_new_label(Va64Encoder& enc);
 /// Puts a label where the next byte goes. A label is placed once.
 int va64_place_label(Va64Encoder& enc, int32_t label);
-/// Fills in the branches to these labels that are recorded from `first_fixup` on, and gives the labels, all of
-/// them placed, back for new ones.
+/// Fills in the branches to these labels that are recorded from `first_fixup` on, and gives the labels, all
+/// of them placed, back for new ones.
 int va64_release_labels(Va64Encoder& enc, size_t first_fixup, std::span<const int32_t> labels);
 /// Fills in the distances of all other branches. To be called once, when all code is there.
 int va64_resolve(Va64Encoder& enc);

@@ -108,9 +108,8 @@ void A64Function::Close(bool kept) {
 void A64Function::ReleaseLabels() {
   std::vector<int32_t> labels = {end_label_};
   for (const auto& [text, label] : labels_) labels.push_back(label);
-  std::erase_if(labels, [this](int32_t label) {
-    return label < 0 || !enc_.labels[static_cast<size_t>(label)].placed;
-  });
+  std::erase_if(
+      labels, [this](int32_t label) { return label < 0 || !enc_.labels[static_cast<size_t>(label)].placed; });
   va64_release_labels(enc_, first_fixup_, labels);
 }
 

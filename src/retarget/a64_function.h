@@ -89,7 +89,8 @@ class A64Function {
 
   // --- a64_calls.cpp
   bool TakeParameters();
-  bool TakeParameter(const PassedValue& value, const SYM_REC* symbol, int32_t distance, ArgumentPlacer* placer);
+  bool TakeParameter(const PassedValue& value, const SYM_REC* symbol, int32_t distance,
+                     ArgumentPlacer* placer);
   void TakeWord(const ArgumentPlace& from, uint32_t word, const PassedValue& value, const Place& to);
   bool SelectPush(const Instruction& instruction);
   bool SelectCall(const Instruction& instruction);
