@@ -37,7 +37,7 @@ bool RvFunctionCode::Open(Procedure& procedure) {
   vrv_addi(enc_, kSp, kSp, 0);
   return_address_sites_.push_back(enc_.code.size());
   vrv_nop(enc_);
-  return StoreParameters();
+  return StoreParameters() && number_ != RvUnitCode::kNone;
 }
 
 bool RvFunctionCode::StoreParameters() {

@@ -16,14 +16,14 @@ namespace vorc {
 /// What code of a function names: a temporary, a variable of the source, or a cell that only the frame knows.
 struct RvVariable {
   enum Kind : uint8_t {
-    kNone,
+    kUnnamed,
     kTemp,
     kSymbol,
     kIncoming,  ///< the address that a struct parameter came as
     kThis,      ///< the address of the object that a member function works on
   };
 
-  Kind kind = kNone;
+  Kind kind = kUnnamed;
   int32_t temp = kNoTemp;
   const SYM_REC* symbol = nullptr;
 
@@ -52,7 +52,7 @@ class RvFunctionCode {
   // --- rv_function_code.cpp: from the first word to the last
 
   /// Starts a function: its label, a frame that is settled at the end, and its parameters in the frame. False
-  /// if a parameter has no register or no slot.
+  /// if a parameter has no register or no slot, or the function no place in the unit's table.
   bool Open(Procedure& procedure);
   bool is_open() const { return proto_ != nullptr; }
   const FUNCPROTO_REC* proto() const { return proto_; }
@@ -99,7 +99,7 @@ class RvFunctionCode {
   int32_t rv32_label_for(std::string_view text);
   /// An argument that a call will take.
   struct Argument {
-    RvVariable variable;  ///< kNone for a number
+    RvVariable variable;  ///< kUnnamed for a number
     int64_t number = 0;
   };
   std::vector<Argument> pending;

@@ -187,8 +187,8 @@ bool RvSelector::Call(const Instruction& record) {
     const size_t position = i < variadic ? count - variadic + i : i - variadic;
     const auto reg = static_cast<uint32_t>(kA0 + position);
     const RvFunctionCode::Argument& argument = pending[first + i];
-    done = argument.variable.kind == RvVariable::kNone ? function_.LoadNumber(reg, argument.number)
-                                                       : function_.rv32_load_var(reg, argument.variable);
+    done = argument.variable.kind == RvVariable::kUnnamed ? function_.LoadNumber(reg, argument.number)
+                                                          : function_.rv32_load_var(reg, argument.variable);
   }
   pending.resize(first);
   function_.has_call = true;
@@ -264,7 +264,6 @@ bool RvSelector::Add(const Instruction& record) {
 }
 
 bool RvSelector::MultiplyBy(uint32_t target, uint32_t source, int64_t factor) {
-  if (factor < 1) return false;
   if (std::has_single_bit(static_cast<uint64_t>(factor))) {
     const auto shift = static_cast<uint32_t>(std::countr_zero(static_cast<uint64_t>(factor)));
     return shift < kMostShift && vrv_slli(enc_, target, source, shift) == 0;
@@ -279,7 +278,8 @@ bool RvSelector::Multiply(const Instruction& record) {
   if (!rv32_dest_name(record, result) || !rv32_resolve_operand(record.operand1, value)) return false;
   const int32_t source = ReadOperand(value, kT0);
   const uint32_t target = function_.TargetOf(result, kT1);
-  return source >= 0 && MultiplyBy(target, static_cast<uint32_t>(source), record.number) &&
+  return source >= 0 &&
+         MultiplyBy(target, static_cast<uint32_t>(source), std::max<int64_t>(record.number, 1)) &&
          function_.rv32_write_done(result, target);
 }
 
