@@ -53,7 +53,7 @@ register assignments: 3 (block-local, one register per variable from
 """
 CLASS = """
 class C { public: int v; int w; void set(int a) { v = a; w = 7; } int get(int k) { return v * k + w; } };
-class D : public C { public: int u; int all(int k) { u = k; this->set(k + 1); return this->get(u) * 10 + w; } };
+class D : public C { public: int u; int all(int k) { u = k; set(k + 1); return this->get(u) * 10 + w; } };
 struct S { char a; int b; short c[4]; };
 int passed(struct S s, int k) { s.b = s.b + k; return s.b + s.c[2]; }
 int sum3(int a, int b, int c) { return a * 100 + b * 10 + c; }

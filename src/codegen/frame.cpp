@@ -50,7 +50,8 @@ PassedValue PassedOf(const C_SLOT& slot, const ValueType& type) {
   }
   const bool address = type.IsPointer() || type.IsArray();
   const AccessWidth width = AccessOfType(slot, type.basic, address ? 1 : 0, type.is_unsigned);
-  passed.bytes = type.basic == Tok::void_ && !address ? 0 : width.bytes;
+  const bool nothing = type.basic == Tok::void_ || type.basic == Tok::longdouble;
+  passed.bytes = nothing && !address ? 0 : width.bytes;
   passed.is_unsigned = width.is_unsigned;
   passed.is_real = type.IsReal() && !address;
   return passed;

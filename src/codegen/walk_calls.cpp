@@ -1,6 +1,7 @@
 #include "base/format.h"
 #include "codegen/frame.h"
 #include "codegen/walk.h"
+#include "program/members.h"
 #include "program/overloads.h"
 #include "program/symtab.h"
 
@@ -15,6 +16,12 @@ constexpr int kMemberArgumentWidth = 8;
 struct Argument {
   const EXPR_NODE* head;
   const SYM_REC* parameter;  ///< null in the tail of a variadic call
+};
+
+/// How many arguments a call has, and how many of them, pushed first, are beyond the parameters.
+struct ArgumentCounts {
+  int32_t all = 0;
+  int32_t variadic = 0;
 };
 
 // Arguments in the order in which they are pushed: those that have no parameter go first.
@@ -72,6 +79,21 @@ int32_t PushArgument(Walk& walk, const Argument& argument, std::string_view func
   return width;
 }
 
+// A member function that names another one calls it on its own object.
+int32_t PushOwnObject(Walk& walk, const FUNCPROTO_REC* function, ArgumentCounts* counts) {
+  if (function == nullptr || function->OwnerClass == nullptr) return 0;
+  const STRUCT_REC* home = walk.procedure.proto->OwnerClass;
+  const MemberResult member =
+      home == nullptr ? MemberResult() : FindStructMember(walk.slot, home, function->name);
+  walk.is_inexact |= member.Function == nullptr || function->HasVarArgs;
+  const int32_t object = walk.procedure.NewTemp();
+  CaptureAddNumber(walk, object, ThisPointer(walk), member.BaseOffset);
+  ValueType pointer = ValueType::Basic(Tok::void_).Pointer();
+  CapturePush(walk, TempOperand(object), kMemberArgumentWidth, "this", pointer);
+  ++counts->all;
+  return kMemberArgumentWidth;
+}
+
 // Behind the call: the arguments go, and the caller's registers come back.
 void CleanUp(Walk& walk, int32_t pushed_bytes) {
   CaptureAssembly(walk, ASMOP_PLAIN_TEXT,
@@ -95,12 +117,6 @@ Operand TakeResult(Walk& walk, const ValueType& type) {
   walk.procedure.last->is_wide = IsWideNumber(walk, type);
   return TempValue(temp, type);
 }
-
-/// How many arguments a call has, and how many of them, pushed first, are beyond the parameters.
-struct ArgumentCounts {
-  int32_t all = 0;
-  int32_t variadic = 0;
-};
 
 void MarkCall(Instruction* call, ArgumentCounts counts) {
   call->is_call = true;
@@ -176,14 +192,14 @@ Operand ExecFuncPointer(Walk& walk, const EXPR_NODE* node, const EXPR_NODE* argu
   PushCallersRegisters(walk);
   int32_t pushed_bytes = 0;
   ArgumentCounts counts;
+  if (walk.procedure.context.hook != nullptr && by_name)
+    pushed_bytes = PushOwnObject(walk, function, &counts);
   for (const Argument& argument : VorcBuildArgSlotWidthTable(signature, arguments)) {
     pushed_bytes += PushArgument(walk, argument, name);
     walk.procedure.last->argument = counts.all++;
     if (signature != nullptr && argument.parameter == nullptr) ++counts.variadic;
   }
   if (by_name) {
-    // A member function that is called by its name alone gets no object.
-    walk.is_inexact |= function != nullptr && function->OwnerClass != nullptr;
     GenCallInstruction(walk, name, counts,
                        function == nullptr
                            ? Format(" //calling an external function '%s' that has no protype or "

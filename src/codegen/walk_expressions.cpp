@@ -45,15 +45,11 @@ Operand ThisValue(Walk& walk) {
     WalkError(walk, 0, "'this' is pointing to invalid object");
     return NumberValue(0);
   }
-  const int32_t address = walk.procedure.NewTemp();
-  CaptureAddressInFrame(walk, address, -walk.procedure.total_arg_size, "address of 'this'");
-  const int32_t pointer = walk.procedure.NewTemp();
-  CaptureLoad(walk, pointer, address, {walk.mnemonics.address_bytes, true, true});
   ValueType type;
   type.basic = Tok::struct_;
   type.record = owner;
   type.depth = 1;
-  return TempValue(pointer, type);
+  return TempValue(ThisPointer(walk), type);
 }
 
 bool IsLogic(const EXPR_NODE* node) {

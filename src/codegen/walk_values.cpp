@@ -16,15 +16,6 @@ std::string Quoted(const char* before, const SYM_REC* symbol) {
   return std::string(before) + "'" + symbol->name->c_str() + "'";
 }
 
-// The pointer to the object that a member function runs on.
-int32_t ThisPointer(Walk& walk) {
-  const int32_t address = walk.procedure.NewTemp();
-  CaptureAddressInFrame(walk, address, -walk.procedure.total_arg_size, "address of 'this'");
-  const int32_t pointer = walk.procedure.NewTemp();
-  CaptureLoad(walk, pointer, address, {walk.mnemonics.address_bytes, true, true});
-  return pointer;
-}
-
 int32_t AddressOfSymbol(Walk& walk, const SYM_REC* symbol) {
   Procedure& procedure = walk.procedure;
   const int32_t temp = procedure.NewTemp();
@@ -157,6 +148,14 @@ void CopyLoop(Walk& walk, int32_t to, int32_t from, int64_t bytes) {
 }
 
 }  // namespace
+
+int32_t ThisPointer(Walk& walk) {
+  const int32_t address = walk.procedure.NewTemp();
+  CaptureAddressInFrame(walk, address, -walk.procedure.total_arg_size, "address of 'this'");
+  const int32_t pointer = walk.procedure.NewTemp();
+  CaptureLoad(walk, pointer, address, {walk.mnemonics.address_bytes, true, true});
+  return pointer;
+}
 
 Operand NumberValue(int64_t number, Tok basic) {
   Operand operand;
