@@ -4,6 +4,7 @@
 
 #include "base/console.h"
 #include "base/format.h"
+#include "retarget/rv_install.h"
 #include "retarget/rv_trace.h"
 #include "retarget/rv_unit.h"
 
@@ -26,6 +27,10 @@ void TellNothingEmitted(const char* reason) {
 }
 
 }  // namespace
+
+std::unique_ptr<BackEnd> InstallRvBackEnd(C_SLOT& slot, const std::string& source) {
+  return std::make_unique<RvBackEnd>(slot, source);
+}
 
 RvBackEnd::RvBackEnd(C_SLOT& slot, const std::string& source)
     : slot_(slot), path_(source + ".rv32.lst"), unit_(slot.Target.xlen, slot.Target.multiply_divide) {
