@@ -62,12 +62,14 @@ int derived(int a) { D d; return d.all(a); }
 int structs(int a) { struct S s; s.b = a; s.c[2] = 5; return passed(s, sum3(0, 1, 2)) * 100 + s.b; }
 int nested(int a) { return sum3(1, sum3(a, 2, sum3(3, 4, 5)), a); }
 int seven() { return 7; }
+unsigned int top(unsigned int a) { return a + 1; }
+unsigned int again(unsigned int a) { return top(a) / 3; }
 int counter() { static int n; n = n + 1; return n * 1000; }
 int eight(int a, int b, int c, int d, int e, int f, int g, int h) { return a + b * 2 + c * 3 + d * 4 + e * 5 + f * 6 + g * 7 + h * 8; }
 int calls(int a) { return eight(a, 2, 3, 4, sum3(1, 1, 1), 6, 7, 8); }
 """
 CLASS_VALUES = {"object(5)": 632, "derived(3)": (4 * 3 + 7) * 10 + 7, "structs(4)": (4 + 12 + 5) * 100 + 4,
-                "nested(2)": 100 + (200 + 20 + 345) * 10 + 2, "seven()": 7, "counter()": 1000, "calls(1)": 1 + 4 + 9 + 16 + 555 + 36 + 49 + 64}
+                "nested(2)": 100 + (200 + 20 + 345) * 10 + 2, "seven()": 7, "top(4294967293)": -2, "again(4294967293)": 1431655764, "counter()": 1000, "calls(1)": 1 + 4 + 9 + 16 + 555 + 36 + 49 + 64}
 
 
 class Run:

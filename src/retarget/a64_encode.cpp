@@ -204,7 +204,7 @@ int va64_resolve(Va64Encoder& enc) {
   int va64_##name(Va64Encoder& enc, uint32_t rt, uint32_t base, int32_t offset) { \
     return Access(enc, #name, bits, bytes, rt, base, offset);                     \
   }
-#define A64_CONVERT(name, bits, text)                              \
+#define A64_CONVERT(name, bits, text)                           \
   int va64_##name(Va64Encoder& enc, uint32_t rd, uint32_t rn) { \
     return Emit(enc, bits | rn << 5 | rd, {rd, rn});            \
   }

@@ -20,6 +20,8 @@ bool RvFunctionCode::Open(Procedure& procedure) {
   proto_ = procedure.proto;
   name_ = procedure.name;
   epilogue_ = has_call = false;
+  const PassedValue result = PassedOf(procedure.slot, ValueType::OfType(proto_->ReturnType));
+  result_is_uint32_ = result.bytes == 4 && result.is_unsigned && !result.is_real;
   slot_words_ = 0;
   slots_.clear();
   labels_.clear();
@@ -62,10 +64,8 @@ bool RvFunctionCode::StoreParameter(uint32_t reg, const SYM_REC* parameter) {
   if (IsTooWide(parameter)) return false;
   const AccessWidth width = AccessOfSymbol(procedure_->slot, parameter);
   // The calling convention extends 32 bits with their sign, whatever the type.
-  if (unit_.is_rv64() && width.bytes == 4 && width.is_unsigned && !width.is_address) {
-    vrv_slli64(enc_, reg, reg, 32);
-    vrv_srli64(enc_, reg, reg, 32);
-  }
+  const bool is_uint32 = width.bytes == 4 && width.is_unsigned && !width.is_address;
+  if (unit_.is_rv64() && is_uint32 && !ZeroExtend(reg)) return false;
   return rv32_store_var(reg, RvVariable::Symbol(parameter));
 }
 
@@ -83,6 +83,10 @@ int RvFunctionCode::BeginBlock(Procedure& procedure, const BasicBlock& block) {
       residents_.push_back({variable, RV32_REGPOOL[residents_.size()], false, false});
   }
   return static_cast<int>(residents_.size());
+}
+
+bool RvFunctionCode::FinishResult() {
+  return !unit_.is_rv64() || !result_is_uint32_ || vrv_addiw(enc_, kA0, kA0, 0) == 0;
 }
 
 bool RvFunctionCode::IsComplete() const {

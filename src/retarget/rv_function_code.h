@@ -67,6 +67,8 @@ class RvFunctionCode {
   /// Settles the frame. False if it is beyond reach of the instructions that make it.
   bool rv32_flush_function(bool emitted);
   int32_t frame_bytes() const;
+  /// Brings the result in a0 to the form in which callers of any origin expect it.
+  bool FinishResult();
 
   // --- rv_variables.cpp: registers and memory
 
@@ -90,6 +92,8 @@ class RvFunctionCode {
   /// The address of a variable's memory in a register.
   bool LoadAddress(uint32_t reg, const RvVariable& variable);
   bool LoadNumber(uint32_t reg, int64_t number);
+  /// Zeros above the lower 32 bits.
+  bool ZeroExtend(uint32_t reg);
   bool LoadMemory(AccessWidth width, uint32_t reg, uint32_t base, int32_t offset);
   bool StoreMemory(int bytes, uint32_t base, int32_t offset, uint32_t reg);
 
@@ -140,6 +144,7 @@ class RvFunctionCode {
   uint32_t start_ = 0;
   size_t first_fixup_ = 0;
   bool epilogue_ = false;
+  bool result_is_uint32_ = false;
   int64_t slot_words_ = 0;
   std::unordered_map<RvVariable, int32_t, RvVariableHash> slots_;
   std::unordered_map<std::string, int32_t> labels_;

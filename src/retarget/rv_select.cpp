@@ -156,7 +156,7 @@ bool RvSelector::Label(const Instruction& record) {
 // Most of it frames procedures and calls in a way of their own.
 bool RvSelector::PlainText(const Instruction& record) {
   if (record.is_source_text) return false;
-  if (record.sets_return_reg) return function_.LoadNumber(kA0, record.number);
+  if (record.sets_return_reg) return function_.LoadNumber(kA0, record.number) && function_.FinishResult();
   if (!record.no_translation || !record.text.ends_with(':')) return true;
   if (!PlaceLabel(record.text)) return false;
   return function_.epilogue_seen() || function_.WriteEpilogue();
@@ -199,7 +199,11 @@ bool RvSelector::MoveRegToVar(const Instruction& record) {
   RvVariable result;
   if (record.reg != kReturnRegister || !rv32_dest_name(record, result)) return false;
   const uint32_t target = function_.TargetOf(result, kT0);
-  return vrv_mv(enc_, target, kA0) == 0 && function_.rv32_write_done(result, target);
+  if (vrv_mv(enc_, target, kA0) != 0) return false;
+  const PassedValue& passed = record.passed;
+  const bool is_uint32 = passed.bytes == 4 && passed.is_unsigned && !passed.is_real;
+  if (unit_.is_rv64() && is_uint32 && !function_.ZeroExtend(target)) return false;
+  return function_.rv32_write_done(result, target);
 }
 
 bool RvSelector::MoveVarToReg(const Instruction& record) {
@@ -211,7 +215,8 @@ bool RvSelector::MoveVarToReg(const Instruction& record) {
   Operand value;
   if (record.reg != kReturnRegister || !rv32_resolve_operand(record.operand1, value)) return false;
   const int32_t reg = ReadOperand(value, kA0);
-  return reg >= 0 && (reg == kA0 || vrv_mv(enc_, kA0, static_cast<uint32_t>(reg)) == 0);
+  return reg >= 0 && (reg == kA0 || vrv_mv(enc_, kA0, static_cast<uint32_t>(reg)) == 0) &&
+         function_.FinishResult();
 }
 
 // --- numbers and addresses
