@@ -4,7 +4,8 @@
 # A first line "// args: a b" in an example holds the arguments that its script gets. Those in the folder
 # compiled/ are compiled, vorc-sim beside vorc makes the calls of their first line, "// calls: f(1); g(2)", and
 # vorc-objdump shows the header of their object file.
-# Those in rtl/ become Verilog, which iverilog simulates where it is at hand.
+# Those in rtl/ become Verilog, which iverilog simulates where it is at hand. Those in network/ reach a service that
+# is started for them.
 set -u
 vorc=$(readlink -f "${1:?usage: run_examples.sh path/to/vorc folder}")
 folder=$(readlink -f "${2:?usage: run_examples.sh path/to/vorc folder}")
@@ -50,6 +51,22 @@ for example in "$folder"/rtl/*.c; do
     iverilog -g2001 -o "$name.vvp" "$name.v" "${name}_tb.v" && vvp "$name.vvp"
   ) || {
     echo "run_examples: rtl/$name.c failed" >&2
+    failed=1
+  }
+  echo
+done
+
+cp -r "$folder/network" "$work/network"
+(cd "$work/network" && exec python3 service.py >"$work/port") &
+service=$!
+trap 'kill "$service" 2>/dev/null; rm -rf "$work"' EXIT
+for _ in $(seq 100); do [ -s "$work/port" ] && break; sleep 0.1; done
+for output in "$folder"/network/*.out; do
+  name=$(basename "$output" .out)
+  echo "== network/$name.c"
+  (cd "$work/network" && MORV_HTTPS_ALLOW_PRIVATE=1 "$vorc" -morv -morvquiet "$name.c" \
+    "http://localhost:$(cat "$work/port")" </dev/null) || {
+    echo "run_examples: network/$name.c failed" >&2
     failed=1
   }
   echo

@@ -83,6 +83,7 @@ class Compilation {
   void FillSlot();
   File OpenSource(const std::string& path) const;
   bool OpenRelatedFiles();
+  bool OpenTemporaryFiles();
   bool CompileDiskFile();
   bool CompileWithDefines();
   bool ParseDiskFile(const std::string& name);
@@ -129,6 +130,9 @@ void Compilation::FillSlot() {
   slot_->Services = &nothing_runs_;
   if (interpreter_ != nullptr) slot_->Services = interpreter_.get();
   slot_->OpenSource = [this](const std::string& path) { return OpenSource(path); };
+  if (!options_.source_text) return;
+  scanner_.AddSource(options_.source, *options_.source_text);
+  if (full_source_ != options_.source) scanner_.AddSource(full_source_, *options_.source_text);
 }
 
 // Included files are files of the script; the source that the command line names isn't.
@@ -143,12 +147,24 @@ bool Compilation::OpenRelatedFiles() {
     return SetFileExt(options_.source, extension) == options_.source;
   };
   if (std::any_of(std::begin(kOutputExtensions), std::end(kOutputExtensions), is_source)) return false;
+  if (options_.temporary_outputs) return OpenTemporaryFiles();
   if (!slot_->IsScript() &&
       std::any_of(std::begin(kRecordExtensions), std::end(kRecordExtensions), is_source))
     return false;
   const std::string error_log = SetFileExt(options_.source, kErrorLog);
   unlink(error_log.c_str());
   return slot_->Display.OpenLog(error_log) && outputs_.Open(options_.source);
+}
+
+// The files live on as long as they are open. So nothing is left behind, however the run ends.
+bool Compilation::OpenTemporaryFiles() {
+  const char* place = std::getenv("TMPDIR");
+  std::string folder = std::string(place == nullptr || *place == '\0' ? "/tmp" : place) + "/morv-XXXXXX";
+  if (mkdtemp(folder.data()) == nullptr) return false;
+  const std::string name = folder + "/script.c";
+  const bool good = slot_->Display.OpenLog(SetFileExt(name, kErrorLog)) && outputs_.Open(name);
+  for (const char* extension : kOutputExtensions) unlink(SetFileExt(name, extension).c_str());
+  return rmdir(folder.c_str()) == 0 && good;
 }
 
 bool Compilation::ParseDiskFile(const std::string& name) {
@@ -168,7 +184,7 @@ bool Compilation::CompileDiskFile() {
 // read from memory, so that runs side by side don't see each other's.
 bool Compilation::CompileWithDefines() {
   const std::string prelude = options_.source + ".vorc_dtmp.c";
-  if (!CanCreate(prelude)) {
+  if (!options_.temporary_outputs && !CanCreate(prelude)) {
     WriteErrors(
         Format("vorc: could not create temporary -D prelude file for '%s'\n", options_.source.c_str()));
     defines_failed_ = true;

@@ -139,6 +139,7 @@ bool Interpreter::RunSteps(const Code* code, Mode mode, Entry* base, Entry** top
     if (op->code >= OpCode::kPlus && op->code <= OpCode::kAndOr) {
       if (at - 1 < base) return CheckTop(base, at - 2), false;
       --at;
+      if (at > base && AppendInPlace(*op, at[-1], at, at + 1)) continue;
       if (!StepBinary(*op, mode, at, at + 1)) return false;
       continue;
     }

@@ -137,6 +137,7 @@ class Interpreter final : public ParseServices {
   const char* OperandText(const Entry& entry, bool* from_dollar) const;
   const char* CheckedText(const char* text) const;
   bool StringPlus(Entry* left, Entry* right);
+  bool AppendInPlace(const Op& op, const Entry& target, Entry* left, Entry* right);
   std::string_view RingText(std::string_view left, std::string_view right);
   std::string_view TypelessText(const SYM_REC* symbol, const char* stored) const;
   std::string_view LengthOf(const char* text) const;

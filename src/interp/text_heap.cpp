@@ -94,6 +94,7 @@ char* TextHeap::AllocateLarge(size_t size) {
     At(first + i).use = Use::kLargeTail;
     At(first + i).pages = static_cast<uint32_t>(i);
   }
+  UseLargePages(PageStart(first), size);
   return PageStart(first);
 }
 

@@ -231,6 +231,32 @@ bool Interpreter::StringPlus(Entry* left, Entry* right) {
   return true;
 }
 
+// The sum of `$s = $s + text` is made where it goes if there is room, so that a text which grows by pieces is
+// not copied for each.
+bool Interpreter::AppendInPlace(const Op& op, const Entry& target, Entry* left, Entry* right) {
+  if (op.code != OpCode::kPlus || op.last) return false;
+  const Op& next = (&op)[1];
+  if (next.code != OpCode::kAssign || !next.last || !target.IsVariable() || !target.IsDollar()) return false;
+  if (!left->IsVariable() || left->symbol != target.symbol || left->address != target.address) return false;
+  SymbolState& state = StateOf(left->symbol);
+  bool from_dollar = false;
+  const char* text = OperandText(*right, &from_dollar);
+  const char* stored = OperandText(*left, &from_dollar);
+  if (text == nullptr || stored == nullptr || stored != state.text) return false;
+  const size_t start = TypelessText(left->symbol, stored).size();
+  const bool typeless = right->IsVariable() && right->symbol != nullptr && right->IsDollar();
+  const std::string_view addition = typeless ? TypelessText(right->symbol, text) : LengthOf(text);
+  const size_t total = start + addition.size();
+  if (total >= state.text_capacity || !TextFits(total)) return false;
+  std::memmove(state.text + start, addition.data(), addition.size());
+  state.text[total] = '\0';
+  joined_ = {state.text, total, memory_.texts_reached()};
+  state.known = joined_;
+  joined_left_ = {};
+  left->SetText(state.text);
+  return true;
+}
+
 void Interpreter::StoreDollarText(SYM_REC* symbol, char* address, std::string_view text) {
   if (!TextFits(text.size())) return;
   SymbolState& state = StateOf(symbol);
@@ -249,7 +275,7 @@ void Interpreter::StoreDollarText(SYM_REC* symbol, char* address, std::string_vi
     // What was joined starts with what is here already.
     const size_t start = joined_left_.length;
     std::memcpy(state.text + start, text.data() + start, text.size() - start);
-  } else if (!text.empty()) {
+  } else if (!text.empty() && text.data() != state.text) {
     std::memmove(state.text, text.data(), text.size());
   }
   state.text[text.size()] = '\0';

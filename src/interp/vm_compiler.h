@@ -149,6 +149,7 @@ class VmCompiler {
   int32_t IntPlace(const Item& item);
   int32_t RealPlace(const Item& item);
   int32_t WordPlace(const Item& item);
+  Insn* MakerOf(int32_t place);
   bool EmitAccess(const AccessOps& ops, bool stores, const Item& item, int32_t value);
   bool LoadTo(const Item& item, int32_t place);
   bool Store(const Item& target, const Item& value);

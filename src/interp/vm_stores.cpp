@@ -72,12 +72,18 @@ bool Produces(VmOp op) {
 
 // Lets the instruction that made a temporary leave its result elsewhere.
 bool VmCompiler::Redirect(int32_t from, int32_t to) {
-  if (from > -static_cast<int32_t>(ScriptMemory::kShadowDistance) || code_.insns.size() <= barrier_)
-    return false;
-  Insn& last = code_.insns.back();
-  if (!Produces(last.op) || last.a != from) return false;
-  last.a = to;
+  Insn* maker = MakerOf(from);
+  if (maker == nullptr) return false;
+  maker->a = to;
   return true;
+}
+
+// The instruction just emitted if all that it does is to make this temporary.
+Insn* VmCompiler::MakerOf(int32_t place) {
+  if (place > -static_cast<int32_t>(ScriptMemory::kShadowDistance) || code_.insns.size() <= barrier_)
+    return nullptr;
+  Insn& last = code_.insns.back();
+  return Produces(last.op) && last.a == place ? &last : nullptr;
 }
 
 // Moves a value between a place and a temporary, whose instructions name the temporary first everywhere but
@@ -149,6 +155,12 @@ bool VmCompiler::StoreTypeless(const Item& target, const Item& value) {
   const int32_t from = word ? WordPlace(value) : IntPlace(value);
   if (from == kNoPlace) return false;
   NewSite(&number).state = &host_.StateOf(target.symbol);
+  Insn* maker = word ? nullptr : MakerOf(from);
+  if (maker != nullptr && (maker->op == VmOp::kAddInt || maker->op == VmOp::kAddImm)) {
+    *maker = {maker->op == VmOp::kAddInt ? VmOp::kAddTypeless : VmOp::kAddTypelessImm,
+              static_cast<uint16_t>(number), target.place, maker->b, maker->c};
+    return true;
+  }
   Emit(word ? VmOp::kStoreTypelessWord : VmOp::kStoreTypelessInt, target.place, from,
        static_cast<int32_t>(Tok::int_), number);
   return true;

@@ -154,4 +154,8 @@ void A64BackEnd::Finish() {
   listing_.Close();
 }
 
+std::unique_ptr<BackEnd> MakeAarch64BackEnd(C_SLOT& slot, const std::string& source) {
+  return std::make_unique<A64BackEnd>(slot, source);
+}
+
 }  // namespace vorc

@@ -4,7 +4,6 @@
 
 #include "base/console.h"
 #include "base/format.h"
-#include "retarget/rv_install.h"
 #include "retarget/rv_trace.h"
 #include "retarget/rv_unit.h"
 
@@ -27,10 +26,6 @@ void TellNothingEmitted(const char* reason) {
 }
 
 }  // namespace
-
-std::unique_ptr<BackEnd> InstallRvBackEnd(C_SLOT& slot, const std::string& source) {
-  return std::make_unique<RvBackEnd>(slot, source);
-}
 
 RvBackEnd::RvBackEnd(C_SLOT& slot, const std::string& source)
     : slot_(slot), path_(source + ".rv32.lst"), unit_(slot.Target.xlen, slot.Target.multiply_divide) {
@@ -151,6 +146,10 @@ void RvBackEnd::Finish() {
   if (started_) WriteUnit();
   WriteOutput(coverage_.Summary(static_cast<int>(RvFunctionCode::RV32_REGPOOL.size())));
   CloseFiles();
+}
+
+std::unique_ptr<BackEnd> MakeRiscvBackEnd(C_SLOT& slot, const std::string& source) {
+  return std::make_unique<RvBackEnd>(slot, source);
 }
 
 }  // namespace vorc
