@@ -164,6 +164,9 @@ def check_full_tables(vorc, folder):
     labels = "".join(f"l{i}: a = a + 1; if (a == {i}) goto l{i};\n" for i in range(600))
     run = Run(vorc, folder, ADD + f"int f(int a) {{ {labels} return a; }}\n", "-core=rv32")
     assert run.functions() == ["add"] and "  GOTO_LABEL " in run.output
+    ifs = "".join(f"if (a > {i}) a = a + 1;\n" for i in range(25))
+    run = Run(vorc, folder, "".join(f"int f{i}(int a) {{ {ifs} return a; }}\n" for i in range(250)), "-core=rv32")
+    assert len(run.functions()) == 250, run.output
     sites = "".join(f"int f{i}() {{ g = {i}; return g; }}\n" for i in range(500))
     run = Run(vorc, folder, "int g;\n" + sites, "-core=rv32")
     assert run.functions() == [f"f{i}" for i in range(256)], len(run.functions())

@@ -128,9 +128,14 @@ bool RvFunctionCode::PatchFrame(int32_t frame) {
   return true;
 }
 
-// The branches of a function that nobody sees are of no account.
-void RvFunctionCode::DropFixups() {
-  enc_.fixups.resize(std::min(first_fixup_, enc_.fixups.size()));
+// The labels serve the next function. The branches of one that nobody sees are of no account.
+void RvFunctionCode::ReleaseLabels(bool emitted) {
+  if (!emitted) enc_.fixups.resize(std::min(first_fixup_, enc_.fixups.size()));
+  std::vector<int32_t> labels;
+  for (const auto& entry : labels_) {
+    if (entry.second >= 0) labels.push_back(entry.second);
+  }
+  vrv_release_labels(enc_, first_fixup_, labels);
 }
 
 bool RvFunctionCode::rv32_flush_function(bool emitted) {
@@ -140,11 +145,9 @@ bool RvFunctionCode::rv32_flush_function(bool emitted) {
     PatchReturnAddress();
     settled = PatchFrame(frame);
   }
-  if (!emitted || !settled) {
-    DropFixups();
-    // A call of what could not be translated stops there instead of computing something else.
-    if (enc_.code.HoldsWord(start_)) enc_.code.SetWord(start_, kBreakpoint);
-  }
+  ReleaseLabels(emitted && settled);
+  // A call of what could not be translated stops there instead of computing something else.
+  if ((!emitted || !settled) && enc_.code.HoldsWord(start_)) enc_.code.SetWord(start_, kBreakpoint);
   if (number_ != RvUnitCode::kNone) {
     RvFunction& function = unit_.unit.functions[static_cast<size_t>(number_)];
     function.start = start_;

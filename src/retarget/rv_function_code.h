@@ -133,7 +133,7 @@ class RvFunctionCode {
   bool StoreParameter(uint32_t reg, const SYM_REC* parameter);
   bool PatchFrame(int32_t frame);
   void PatchReturnAddress();
-  void DropFixups();
+  void ReleaseLabels(bool emitted);
 
   RvUnitCode& unit_;
   VrvEncoder& enc_;
