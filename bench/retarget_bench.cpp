@@ -85,7 +85,7 @@ void BM_Selection(benchmark::State& state) {
 }
 BENCHMARK(BM_Selection)
     ->ArgNames({"core", "traced"})
-    ->ArgsProduct({{static_cast<int>(Core::kRiscV)}, {0, 1}})
+    ->ArgsProduct({{static_cast<int>(Core::kRiscV), static_cast<int>(Core::kAArch64)}, {0, 1}})
     ->UseManualTime()
     ->Unit(benchmark::kMillisecond);
 

@@ -200,6 +200,8 @@ Operand ExecFuncPointer(Walk& walk, const EXPR_NODE* node, const EXPR_NODE* argu
     if (signature != nullptr && argument.parameter == nullptr) ++counts.variadic;
   }
   if (by_name) {
+    // The object stands in front of arguments that would have to come last.
+    walk.is_inexact |= counts.variadic > 0 && function->OwnerClass != nullptr;
     GenCallInstruction(walk, name, counts,
                        function == nullptr
                            ? Format(" //calling an external function '%s' that has no protype or "
