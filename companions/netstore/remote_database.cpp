@@ -99,15 +99,22 @@ Outcome RemoteDatabase::LogIn(std::string_view user, std::string_view password) 
 }
 
 Outcome RemoteDatabase::Connect() {
-  const std::array<const char*, 9> names = {"host",     "port",            "user",
-                                            "password", "connect_timeout", "application_name",
-                                            "client_encoding", database_.empty() ? nullptr : "dbname", nullptr};
-  const std::array<const char*, 9> values = {address_.c_str(),        port_.c_str(),     user_.c_str(),
-                                             password_.Get().c_str(), kConnectSeconds,   "vorc",
-                                             "UTF8",                  database_.c_str(), nullptr};
+  const std::array<const char*, 9> names = {"host",
+                                            "port",
+                                            "user",
+                                            "password",
+                                            "connect_timeout",
+                                            "application_name",
+                                            "client_encoding",
+                                            database_.empty() ? nullptr : "dbname",
+                                            nullptr};
+  const std::array<const char*, 9> values = {
+      address_.c_str(), port_.c_str(),     user_.c_str(), password_.Get().c_str(), kConnectSeconds, "vorc",
+      "UTF8",           database_.c_str(), nullptr};
   connection_.reset(Pq().PQconnectdbParams(names.data(), values.data(), 0));
   if (connection_ == nullptr) return {false, Failure("out of memory")};
-  Pq().PQsetNoticeProcessor(connection_.get(), [](void*, const char*) {}, nullptr);
+  Pq().PQsetNoticeProcessor(
+      connection_.get(), [](void*, const char*) {}, nullptr);
   if (Pq().PQstatus(connection_.get()) == CONNECTION_OK) return {true, "Done."};
   return {false, Told(Pq().PQerrorMessage(connection_.get()))};
 }
@@ -144,7 +151,8 @@ bool RemoteDatabase::Await() {
   while (Pq().PQisBusy(connection_.get()) != 0) {
     if (RunningQuery::Interrupted() && !std::exchange(cancelled, true)) Cancel();
     Pq().PQflush(connection_.get());
-    if (Readable(Pq().PQsocket(connection_.get()), kPollMs) && Pq().PQconsumeInput(connection_.get()) == 0) return false;
+    if (Readable(Pq().PQsocket(connection_.get()), kPollMs) && Pq().PQconsumeInput(connection_.get()) == 0)
+      return false;
   }
   return true;
 }
@@ -169,6 +177,7 @@ void RemoteDatabase::EndCopy(const PGresult* result) {
     Pq().PQputCopyEnd(connection_.get(), "nothing to copy from");
     return;
   }
+  Cancel();
   char* piece = nullptr;
   while (Pq().PQgetCopyData(connection_.get(), &piece, 0) > 0) Pq().PQfreemem(piece);
 }
