@@ -2,8 +2,10 @@
 # Runs every example with the built program and shows what it prints:
 #   scripts/run_examples.sh path/to/vorc examples-folder
 # A first line "// args: a b" in an example holds the arguments that its script gets. Those in the folder
-# compiled/ are compiled, and vorc-sim beside vorc makes the calls of their first line, "// calls: f(1); g(2)".
-# Those in rtl/ become Verilog, which iverilog simulates where it is at hand.
+# compiled/ are compiled, vorc-sim beside vorc makes the calls of their first line, "// calls: f(1); g(2)", and
+# vorc-objdump shows the header of their object file.
+# Those in rtl/ become Verilog, which iverilog simulates where it is at hand. Those in network/ reach a service that
+# is started for them.
 set -u
 vorc=$(readlink -f "${1:?usage: run_examples.sh path/to/vorc folder}")
 folder=$(readlink -f "${2:?usage: run_examples.sh path/to/vorc folder}")
@@ -31,7 +33,8 @@ for example in "$folder"/compiled/*.c; do
   cp "$example" "$work"
   sed -n '1s|^// calls: *||p' "$example" | sed 's/; */\n/g' >"$work/calls"
   echo "== compiled/$name.c"
-  { "$vorc" -morvquiet "$work/$name.c" && "$(dirname "$vorc")/vorc-sim" --calls "$work/calls" "$work/$name.asm"; } || {
+  { "$vorc" -morvquiet "$work/$name.c" && "$(dirname "$vorc")/vorc-sim" --calls "$work/calls" "$work/$name.asm" &&
+    chmod u+r "$work/$name.obj" && "$(dirname "$vorc")/vorc-objdump" --headers "$work/$name.obj"; } || {
     echo "run_examples: compiled/$name.c failed" >&2
     failed=1
   }
@@ -48,6 +51,22 @@ for example in "$folder"/rtl/*.c; do
     iverilog -g2001 -o "$name.vvp" "$name.v" "${name}_tb.v" && vvp "$name.vvp"
   ) || {
     echo "run_examples: rtl/$name.c failed" >&2
+    failed=1
+  }
+  echo
+done
+
+cp -r "$folder/network" "$work/network"
+(cd "$work/network" && exec python3 service.py >"$work/port") &
+service=$!
+trap 'kill "$service" 2>/dev/null; rm -rf "$work"' EXIT
+for _ in $(seq 100); do [ -s "$work/port" ] && break; sleep 0.1; done
+for output in "$folder"/network/*.out; do
+  name=$(basename "$output" .out)
+  echo "== network/$name.c"
+  (cd "$work/network" && MORV_HTTPS_ALLOW_PRIVATE=1 "$vorc" -morv -morvquiet "$name.c" \
+    "http://localhost:$(cat "$work/port")" </dev/null) || {
+    echo "run_examples: network/$name.c failed" >&2
     failed=1
   }
   echo

@@ -2,7 +2,8 @@
 """Runs the examples of the documentation: docs_test.py path/to/vorc [--skip=PAGE ...] page-or-folder ...
 
 An example is a ```c block directly followed by an ```output block, which must be what the script
-prints, to the byte. Each runs in an empty folder of its own."""
+prints, to the byte. An ```input block between them is its standard input, a first line `// args: a b`
+holds its arguments. Each runs in an empty folder of its own."""
 
 import os
 import pathlib
@@ -11,15 +12,18 @@ import sys
 
 import program
 
-EXAMPLE = re.compile(r"^```c\n(.*?)^```\n+```output\n(.*?)^```$", re.MULTILINE | re.DOTALL)
+LINES = r"((?:(?!```).*\n)*)"
+EXAMPLE = re.compile(rf"^```c\n{LINES}```\n+(?:```input\n{LINES}```\n+)?```output\n{LINES}```$", re.MULTILINE)
 
 
 def check(vorc, page, text, match):
     place = f"{page}:{text.count(chr(10), 0, match.start()) + 1}"
-    script, expected = match.group(1), match.group(2).encode()
+    script, given, expected = match.group(1), match.group(2) or "", match.group(3).encode()
+    first = script.split("\n", 1)[0]
+    arguments = first.removeprefix("// args:").split() if first.startswith("// args:") else []
     with program.Folder() as folder:
         folder.write("script.c", script)
-        result = program.run([vorc, "-morv", "-morvquiet", "script.c"], folder.path)
+        result = program.run([vorc, "-morv", "-morvquiet", "script.c", *arguments], folder.path, given=given.encode())
     if fault := result.fault():
         print(f"FAIL {place}: {fault}\n{result.errors.decode('utf-8', 'replace')[-1500:]}")
         return False

@@ -7,33 +7,16 @@ the test's own.
 
 import os
 import socket
-import ssl
 import subprocess
 import sys
-import threading
 import time
 
+import loopback
 import program
 
-VORC, LANGUAGE, STORE = (os.path.realpath(name) for name in sys.argv[1:4])
-results = []
-
-
-def run(body, timeout=60, **variables):
-    """Standard output and standard error of a script with this body."""
-    with program.Folder() as folder:
-        folder.write("s.c", "int main()\n{\n" + body + "\n  return 0;\n}\n")
-        environment = {**os.environ, **variables}
-        done = subprocess.run([VORC, "-morv", "s.c"], cwd=folder.path, env=environment, timeout=timeout,
-                              stdin=subprocess.DEVNULL, capture_output=True, check=False)
-        printed = done.stdout.decode("latin-1").partition("executing main() ....\n")[2]
-        return printed.removesuffix("\n"), done.stderr.decode("latin-1")
-
-
-def check(name, actual, expected):
-    results.append(actual == expected)
-    if actual != expected:
-        print(f"FAIL {name}\n  expected: {expected!r}\n  actual:   {actual!r}")
+LANGUAGE, STORE = (os.path.realpath(name) for name in sys.argv[2:4])
+scripts = loopback.Scripts(sys.argv[1])
+run, check = scripts.run, scripts.check
 
 
 def test_languages():
@@ -128,38 +111,12 @@ def test_tool_servers():
     check("nothing is left", left, b"")
 
 
-def serve(answer, count, seen, context=None):
-    """A port that answers `count` connections with these bytes and keeps what was asked."""
-    server = socket.create_server(("127.0.0.1", 0))
-
-    def work():
-        for _ in range(count):
-            try:
-                with server.accept()[0] as plain, (context.wrap_socket(plain, True) if context else plain) as peer:
-                    peer.settimeout(0.3)
-                    asked = b""
-                    try:
-                        while piece := peer.recv(65536):
-                            asked += piece
-                    except TimeoutError:
-                        pass
-                    seen.append(asked)
-                    peer.sendall(answer)
-            except OSError:
-                pass
-        server.close()
-
-    threading.Thread(target=work, daemon=True).start()
-    return server.getsockname()[1]
-
-
 def fetch(call, answer, context=None, **variables):
     """What a call prints, with %d for the port, and the request."""
-    seen = []
-    port = serve(answer, 1, seen, context)
-    out, _ = run(f'  printf("[%s]", {call % port});\n  printf(" %d", morv_https_status());',
-                 **{"MORV_HTTPS_ALLOW_PRIVATE": "1", **variables})
-    return out.replace("\n ", " "), seen[0] if seen else None
+    with loopback.Server(answer, context) as server:
+        out, _ = run(f'  printf("[%s]", {call % server.port});\n  printf(" %d", morv_https_status());',
+                     **{**loopback.ALLOWED, **variables})
+        return out.replace("\n ", " "), server.requests[0] if server.requests else None
 
 
 def test_pages():
@@ -182,22 +139,6 @@ def test_pages():
         check("url " + url[:30], run(f'printf("[%s]", morv_https_get("{url}", ""));')[0], "[]")
 
 
-def test_tls():
-    with program.Folder() as folder:
-        key, own = (os.path.join(folder.path, name) for name in ("key.pem", "own.pem"))
-        subprocess.run(["openssl", "req", "-x509", "-newkey", "rsa:2048", "-nodes", "-keyout", key, "-out", own, "-days",
-                        "2", "-subj", "/CN=localhost", "-addext", "subjectAltName=DNS:localhost"], check=True,
-                       capture_output=True)
-        context = ssl.SSLContext(ssl.PROTOCOL_TLS_SERVER)
-        context.load_cert_chain(own, key)
-        answer = b"HTTP/1.1 200 OK\r\n\r\nsealed"
-        get = 'morv_https_get("https://%s:%%d/", "")'
-        check("a sealed page", fetch(get % "localhost", answer, context, SSL_CERT_FILE=own)[0], "[sealed] 200")
-        check("another host's certificate", fetch(get % "127.0.0.1", answer, context, SSL_CERT_FILE=own)[0], "[] 0")
-        check("nobody's certificate", fetch(get % "localhost", answer, context)[0], "[] 0")
-        check("no seal", fetch(get % "localhost", answer, SSL_CERT_FILE=own)[0], "[] 0")
-
-
 def test_chat():
     reply = b'HTTP/1.1 200 OK\r\n\r\n{"choices":[{"message":{"content":"hi"}}]}'
     chat = 'morv_openai_chat("http://127.0.0.1:%%d%s", "%s", "m", "a\\"b")'
@@ -210,10 +151,29 @@ def test_chat():
     check("a service's error", fetch(chat % ("", ""), b"HTTP/1.1 500 x\r\n\r\n{}")[0], "[{}] 500")
 
 
+def test_examples():
+    folder = os.path.join(os.path.dirname(os.path.dirname(os.path.realpath(__file__))), "examples", "network")
+    environment = {**os.environ, **loopback.ALLOWED, "LD_LIBRARY_PATH": os.path.dirname(STORE)}
+    with subprocess.Popen([sys.executable, os.path.join(folder, "service.py")], stdout=subprocess.PIPE, text=True) as service, \
+            program.Folder(copy_of=folder) as copy:
+        where = f"http://localhost:{service.stdout.readline().strip()}"
+
+        def example(name):
+            return subprocess.run([scripts.vorc, "-morv", "-morvquiet", name, where], cwd=copy.path, env=environment, timeout=60,
+                                  stdin=subprocess.DEVNULL, capture_output=True, check=False).stdout.decode()
+
+        for name in ("fetch_page", "ask_model", "use_tool"):
+            with open(os.path.join(folder, name + ".out"), encoding="ascii") as expected:
+                check("example " + name, example(name + ".c"), expected.read())
+        check("example list_rows", [line for line in example("list_rows.c").splitlines() if "(" not in line],
+              ["2 rows", "berth of row 1: field 2", "berth of row 2: field 2"])
+        service.terminate()
+
+
+test_examples()
 test_pages()
-test_tls()
 test_chat()
 test_languages()
 test_tool_servers()
 test_databases()
-sys.exit(program.close(results))
+sys.exit(program.close(scripts.results))

@@ -90,6 +90,12 @@ SKIPS = [
     ("int f(int a) { int %s; %s while (a) { %s } return a; }" % (
         ", ".join(f"x{i}" for i in range(65)), "".join(f"x{i} = 1; " for i in range(40)),
         "".join(f"x{i} = 1; " for i in range(40, 65))), "too many registers (max 64)"),
+    ("int f(int n) { int n_v; n_v = 1; while (n > 0) { n = n - n_v; } return n; }",
+     "'n_v' is a name that the module needs for 'n'"),
+    ("int a_next; int f(int x) { int a; a = 1; while (a < x) { a = a + a_next; } return a; }",
+     "'a_next' is a name that the module needs for 'a'"),
+    ("int f(int n, int n_v_next) { while (n > 0) n = n - 1; return n; }",
+     "'n_v_next' is a name that the module needs for 'n'"),
     ("int f(int a) { return %s; }" % " + ".join(["a"] * 300),
      "return at line 1: expression text too long (max 1023 characters)"),
 ]

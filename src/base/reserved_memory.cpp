@@ -2,9 +2,13 @@
 
 #include <sys/mman.h>
 
+#include <cstdint>
+
 namespace vorc {
 
 namespace {
+
+constexpr size_t kLargePage = size_t{2} << 20;
 
 char* Reserve(size_t size, void* wanted_address) {
   constexpr int kProtection = PROT_READ | PROT_WRITE;
@@ -29,6 +33,12 @@ ReservedMemory::ReservedMemory(std::initializer_list<size_t> sizes, void* wanted
 
 ReservedMemory::~ReservedMemory() {
   if (data_ != nullptr) munmap(data_, size_);
+}
+
+void UseLargePages(char* memory, size_t size) {
+  const size_t before = -reinterpret_cast<uintptr_t>(memory) % kLargePage;
+  if (size < before + kLargePage) return;
+  madvise(memory + before, (size - before) / kLargePage * kLargePage, MADV_HUGEPAGE);
 }
 
 }  // namespace vorc

@@ -40,14 +40,14 @@ HttpsClient& ClientOf(const BuiltinCall& call) {
 }
 
 void MorvHttpsGetBuiltin(BuiltinCall& call) {
-  call.ReturnText(ClientOf(call).MorvHttpsGet(call.Text(0).value_or(""), call.Text(1).value_or("")),
-                  BuiltinCall::kNoLimit);
+  const HttpBody body = ClientOf(call).MorvHttpsGet(call.Text(0).value_or(""), call.Text(1).value_or(""));
+  call.ReturnText(body.text(), BuiltinCall::kNoLimit);
 }
 
 void MorvHttpsPostBuiltin(BuiltinCall& call) {
-  call.ReturnText(ClientOf(call).MorvHttpsPost(call.Text(0).value_or(""), call.Text(1).value_or(""),
-                                               call.Text(2).value_or("")),
-                  BuiltinCall::kNoLimit);
+  const HttpBody body = ClientOf(call).MorvHttpsPost(call.Text(0).value_or(""), call.Text(1).value_or(""),
+                                                     call.Text(2).value_or(""));
+  call.ReturnText(body.text(), BuiltinCall::kNoLimit);
 }
 
 void MorvHttpsStatusBuiltin(BuiltinCall& call) {

@@ -244,7 +244,7 @@ std::optional<int> SettleWidths(Options* options) {
   return std::nullopt;
 }
 
-std::string BuildQueryString(const std::vector<std::string>& arguments) {
+std::string BuildQueryString(const std::vector<std::string>& arguments, bool escape_plus) {
   constexpr size_t kName = sizeof "QUERY_STRING=" - 1;  // the limits count the variable's name
   constexpr size_t kPairBegins = 8129;
   constexpr size_t kValueEnds = 8183;
@@ -262,6 +262,7 @@ std::string BuildQueryString(const std::vector<std::string>& arguments) {
         case '=': text += "%3D"; break;
         case ' ': text += "%20"; break;
         case '%': text += "%25"; break;
+        case '+': text += escape_plus ? "%2B" : "+"; break;
         default: text += c;
       }
     }

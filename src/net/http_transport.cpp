@@ -21,9 +21,7 @@ namespace vorc {
 namespace {
 
 constexpr int kDefaultTimeoutMs = 30000;
-constexpr size_t kFirstBuffer = 65536;
 constexpr size_t kLargestAnswer = 0x800000;
-constexpr size_t kShortestHead = 13;
 
 int TimeoutMs() {
   static const int timeout = [] {
@@ -88,20 +86,17 @@ struct Stream {
     return true;
   }
 
-  std::string ReadAll(size_t limit) {
-    std::string data;
-    size_t filled = 0;
-    while (filled < limit) {
-      if (filled == data.size()) data.resize(std::min(std::max(kFirstBuffer, 2 * filled), limit));
+  ReceivedBytes ReadAll(size_t limit) {
+    ReceivedBytes received;
+    for (auto room = received.Room(limit); !room.empty(); room = received.Room(limit)) {
       const ssize_t count = RetryInterrupted([&] {
-        return tls ? tls->Read(&data[filled], data.size() - filled)
-                   : recv(descriptor.get(), &data[filled], data.size() - filled, 0);
+        return tls ? tls->Read(room.data(), room.size())
+                   : recv(descriptor.get(), room.data(), room.size(), 0);
       });
       if (count <= 0) break;
-      filled += static_cast<size_t>(count);
+      received.Fill(static_cast<size_t>(count));
     }
-    data.resize(filled);
-    return data;
+    return received;
   }
 };
 
@@ -117,39 +112,19 @@ std::string RequestText(const HttpRequest& request) {
   return text;
 }
 
-int32_t StatusOf(const std::string& answer) {
-  if (answer.size() < kShortestHead || !answer.starts_with("HTTP/")) return 0;
-  const size_t blank = answer.find(' ');
-  return blank == std::string::npos
-             ? 0
-             : static_cast<int32_t>(std::strtol(answer.c_str() + blank + 1, nullptr, 10));
-}
-
-bool IsChunked(std::string head) {
-  std::ranges::transform(head, head.begin(), [](char c) { return c >= 'A' && c <= 'Z' ? char(c + 32) : c; });
-  return head.find("transfer-encoding:") != std::string::npos && head.find("chunked") != std::string::npos;
-}
-
 }  // namespace
 
-std::optional<std::string> MorvHttpTransport(const HttpRequest& request, int32_t& status) {
+std::optional<HttpBody> MorvHttpTransport(const HttpRequest& request, TlsContext& context, int32_t& status) {
   status = 0;
   Stream stream{Connect(request), nullptr};
   if (!stream.descriptor) return std::nullopt;
   if (request.url.use_tls) {
-    stream.tls = Tls::Connect(stream.descriptor.get(), request.url.host);
+    stream.tls = context.Connect(stream.descriptor.get(), request.url.host);
     if (stream.tls == nullptr) return std::nullopt;
   }
   if (!stream.WriteAll(RequestText(request))) return std::nullopt;
   const size_t limit = request.max_bytes < 1 ? kLargestAnswer : std::min(request.max_bytes, kLargestAnswer);
-  const std::string answer = stream.ReadAll(limit);
-  const size_t head_end = answer.find("\r\n\r\n");
-  if (head_end == std::string::npos) return std::nullopt;
-  status = StatusOf(answer);
-  std::string body = answer.substr(head_end + 4);
-  if (IsChunked(answer.substr(0, head_end))) body = DecodeChunks(body);
-  body.resize(std::min(body.find('\0'), body.size()));
-  return body;
+  return HttpBody::Of(stream.ReadAll(limit), status);
 }
 
 }  // namespace vorc

@@ -16,18 +16,11 @@ constexpr size_t kAnswerLimit = 0x800000;
 constexpr size_t kChatAnswerLimit = 0x10000;
 constexpr int32_t kHttpsPort = 443;
 constexpr int32_t kHttpPort = 80;
+constexpr long kLargestPort = 65535;
 constexpr std::string_view kLineEnd = "\r\n";
 
 bool IsControl(unsigned char byte) {
   return byte < 32 || byte == 127;
-}
-
-bool PrivateAllowed() {
-  static const bool allowed = [] {
-    const char* value = std::getenv("MORV_HTTPS_ALLOW_PRIVATE");
-    return value != nullptr && std::string_view(value) == "1";
-  }();
-  return allowed;
 }
 
 std::string ChatPath(std::string path) {
@@ -37,6 +30,14 @@ std::string ChatPath(std::string path) {
 }
 
 }  // namespace
+
+bool PrivateAddressesAllowed() {
+  static const bool allowed = [] {
+    const char* value = std::getenv("MORV_HTTPS_ALLOW_PRIVATE");
+    return value != nullptr && std::string_view(value) == "1";
+  }();
+  return allowed;
+}
 
 std::optional<HttpUrl> ParseHttpUrl(std::string_view url) {
   if (std::ranges::any_of(url, IsControl)) return std::nullopt;
@@ -50,9 +51,11 @@ std::optional<HttpUrl> ParseHttpUrl(std::string_view url) {
   const size_t path = std::min(url.find('/', host_end), url.size());
   if (host_end < path) {
     const std::string port(url.substr(host_end + 1, path - host_end - 1));
-    parsed.port = static_cast<int32_t>(std::strtol(port.c_str(), nullptr, 10));
+    const long number = std::strtol(port.c_str(), nullptr, 10);
+    if (number > kLargestPort) return std::nullopt;
+    parsed.port = static_cast<int32_t>(std::max(number, 0L));
   }
-  if (parsed.port <= 0) parsed.port = parsed.use_tls ? kHttpsPort : kHttpPort;
+  if (parsed.port == 0) parsed.port = parsed.use_tls ? kHttpsPort : kHttpPort;
   parsed.rest = url.substr(path);
   return parsed;
 }
@@ -71,27 +74,11 @@ std::string FilterHeaders(std::string_view headers) {
   return kept;
 }
 
-std::string DecodeChunks(const std::string& body) {
-  std::string decoded;
-  size_t place = 0;
-  while (true) {
-    const long size = std::strtol(body.c_str() + place, nullptr, 16);
-    const size_t line_end = body.find(kLineEnd, place);
-    if (line_end == std::string::npos || size < 1) break;
-    place = line_end + kLineEnd.size();
-    if (static_cast<size_t>(size) > body.size() - place) break;
-    decoded.append(body, place, static_cast<size_t>(size));
-    place += static_cast<size_t>(size);
-    if (body.size() - place >= 2 && body[place] == '\r') place += body[place + 1] == '\n' ? 2 : 1;
-  }
-  return decoded;
-}
-
-std::string HttpsClient::morv_https_do(const char* method, std::string_view url, std::string_view headers,
-                                       std::optional<std::string> body) {
+HttpBody HttpsClient::morv_https_do(const char* method, std::string_view url, std::string_view headers,
+                                    std::optional<std::string> body) {
   last_status_ = 0;
   auto parsed = ParseHttpUrl(url);
-  if (!parsed || parsed->rest.size() > kPathLimit) return "";
+  if (!parsed || parsed->rest.size() > kPathLimit) return {};
   HttpRequest request;
   request.method = method;
   request.path = parsed->rest.empty() ? "/" : parsed->rest;
@@ -99,16 +86,15 @@ std::string HttpsClient::morv_https_do(const char* method, std::string_view url,
   request.extra_headers = FilterHeaders(headers);
   request.body = std::move(body);
   request.max_bytes = kAnswerLimit;
-  request.allow_private = PrivateAllowed();
-  return MorvHttpTransport(request, last_status_).value_or("");
+  request.allow_private = PrivateAddressesAllowed();
+  return MorvHttpTransport(request, tls_, last_status_).value_or(HttpBody());
 }
 
-std::string HttpsClient::MorvHttpsGet(std::string_view url, std::string_view headers) {
+HttpBody HttpsClient::MorvHttpsGet(std::string_view url, std::string_view headers) {
   return morv_https_do("GET", url, headers, std::nullopt);
 }
 
-std::string HttpsClient::MorvHttpsPost(std::string_view url, std::string_view headers,
-                                       std::string_view body) {
+HttpBody HttpsClient::MorvHttpsPost(std::string_view url, std::string_view headers, std::string_view body) {
   return morv_https_do("POST", url, headers, std::string(body));
 }
 
@@ -128,10 +114,10 @@ std::string HttpsClient::MorvOpenAIChat(std::string_view base_url, std::string_v
                  MorvJsonEscape(prompt, 6 * prompt.size() + 8) + "\"}]}";
   request.max_bytes = kChatAnswerLimit;
   request.allow_private = true;
-  const auto answer = MorvHttpTransport(request, last_status_);
+  const auto answer = MorvHttpTransport(request, tls_, last_status_);
   if (!answer) return "";
-  std::string reply = MorvJsonGet(*answer, "choices.0.message.content", capacity);
-  return reply.empty() ? *answer : reply;
+  std::string reply = MorvJsonGet(answer->text(), "choices.0.message.content", capacity);
+  return reply.empty() ? std::string(answer->text()) : reply;
 }
 
 }  // namespace vorc

@@ -6,6 +6,9 @@
 #include <string>
 #include <string_view>
 
+#include "net/http_body.h"
+#include "net/tls.h"
+
 namespace vorc {
 
 struct HttpUrl {
@@ -16,14 +19,14 @@ struct HttpUrl {
 };
 
 /// Takes "https://host[:port][/path]" or the same with "http" apart. Nothing for other texts, for
-/// control characters and for hosts beyond 255 bytes.
+/// control characters, for hosts beyond 255 bytes and ports above 65535.
 std::optional<HttpUrl> ParseHttpUrl(std::string_view url);
 
 /// The lines of a header text that hold a name, a colon and no control character, in wire form.
 std::string FilterHeaders(std::string_view headers);
 
-/// The bytes of a chunked body (RFC 9112) up to the first chunk that is broken or cut.
-std::string DecodeChunks(const std::string& body);
+/// True if MORV_HTTPS_ALLOW_PRIVATE is "1". It is looked at once, at the first call.
+bool PrivateAddressesAllowed();
 
 struct HttpRequest {
   std::string method;
@@ -35,16 +38,16 @@ struct HttpRequest {
   bool allow_private = false;
 };
 
-/// One request over a connection of its own. The answer's body up to its first NUL byte, or nothing;
-/// `status` is 0 where there is no answer. Each wait ends after MORV_HTTPS_TIMEOUT_MS.
-std::optional<std::string> MorvHttpTransport(const HttpRequest& request, int32_t& status);
+/// One request over a connection of its own. The answer's body, or nothing; `status` is 0 where there
+/// is no answer. Each wait ends after MORV_HTTPS_TIMEOUT_MS.
+std::optional<HttpBody> MorvHttpTransport(const HttpRequest& request, TlsContext& context, int32_t& status);
 
 /// What a script fetches, and the status of its last request.
 class HttpsClient {
  public:
   /// Empty on failure. Reserved addresses are reached only if MORV_HTTPS_ALLOW_PRIVATE is "1".
-  std::string MorvHttpsGet(std::string_view url, std::string_view headers);
-  std::string MorvHttpsPost(std::string_view url, std::string_view headers, std::string_view body);
+  HttpBody MorvHttpsGet(std::string_view url, std::string_view headers);
+  HttpBody MorvHttpsPost(std::string_view url, std::string_view headers, std::string_view body);
   int32_t MorvHttpsStatus() const { return last_status_; }
 
   /// The reply of a chat model to one message, or the service's whole answer if it holds none.
@@ -52,9 +55,10 @@ class HttpsClient {
                              std::string_view prompt, size_t capacity);
 
  private:
-  std::string morv_https_do(const char* method, std::string_view url, std::string_view headers,
-                            std::optional<std::string> body);
+  HttpBody morv_https_do(const char* method, std::string_view url, std::string_view headers,
+                         std::optional<std::string> body);
 
+  TlsContext tls_;
   int32_t last_status_ = 0;
 };
 

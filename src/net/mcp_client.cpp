@@ -1,6 +1,7 @@
 #include "net/mcp_client.h"
 
 #include <fcntl.h>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -64,6 +65,7 @@ std::string CommandLine(const std::string& command) {
 // Between fork and exec nothing may allocate.
 [[noreturn]] void RunInChild(const char* command, const Pipe& input, const Pipe& output) {
   setpgid(0, 0);
+  prctl(PR_SET_PDEATHSIG, SIGKILL);
   std::signal(SIGPIPE, SIG_DFL);
   std::signal(SIGXFSZ, SIG_DFL);
   const int null = open("/dev/null", O_WRONLY | O_CLOEXEC);
@@ -93,7 +95,10 @@ bool McpServer::Launch(const std::string& command) {
     pid_ = fork();
   }
   if (pid_ == 0) RunInChild(line.c_str(), *input, *output);
-  if (pid_ > 0) setpgid(pid_, pid_);
+  if (pid_ > 0) {
+    setpgid(pid_, pid_);
+    group_.Watch(pid_);
+  }
   to_child_ = std::move(input->writing);
   from_child_ = std::move(output->reading);
   return pid_ > 0;
@@ -116,6 +121,7 @@ void McpServer::Finish(Clock::time_point deadline) {
     kill(-pid_, SIGKILL);
     RetryInterrupted([&] { return waitpid(pid_, nullptr, 0); });
   }
+  group_.Release();
   pid_ = -1;
   from_child_.Close();
 }

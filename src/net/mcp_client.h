@@ -10,6 +10,7 @@
 
 #include "base/descriptor.h"
 #include "base/handle_table.h"
+#include "net/child_groups.h"
 
 namespace vorc {
 
@@ -46,6 +47,7 @@ class McpServer {
   std::string morv_mcp_roundtrip(std::string_view method_and_parameters);
 
   pid_t pid_ = -1;
+  ChildGroup group_;
   Descriptor to_child_;
   Descriptor from_child_;
   int32_t next_id_ = 1;

@@ -3,6 +3,7 @@
 #include <dlfcn.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <climits>
 
 namespace vorc {
@@ -68,19 +69,33 @@ int Piece(size_t size) {
 
 }  // namespace
 
-std::unique_ptr<Tls> Tls::Connect(int descriptor, const std::string& host) {
+TlsContext::~TlsContext() {
+  if (context_ != nullptr) TlsLibrary::Get()->SSL_CTX_free(context_);
+}
+
+bool TlsContext::Load() {
   const TlsLibrary* library = TlsLibrary::Get();
-  if (library == nullptr) return nullptr;
+  if (library == nullptr || context_ != nullptr) return library != nullptr;
   void* context = library->SSL_CTX_new(library->TLS_client_method());
-  if (context == nullptr) return nullptr;
-  std::unique_ptr<Tls> tls(new Tls(context, nullptr));
-  if (library->SSL_CTX_set_default_verify_paths(context) != 1) return nullptr;
+  if (context == nullptr) return false;
+  if (library->SSL_CTX_set_default_verify_paths(context) != 1) {
+    library->SSL_CTX_free(context);
+    return false;
+  }
   library->SSL_CTX_set_verify(context, kVerifyPeer, nullptr);
-  tls->session_ = library->SSL_new(context);
-  if (tls->session_ == nullptr || library->SSL_set_fd(tls->session_, descriptor) != 1) return nullptr;
+  context_ = context;
+  return true;
+}
+
+std::unique_ptr<Tls> TlsContext::Connect(int descriptor, const std::string& host) {
+  if (!Load()) return nullptr;
+  const TlsLibrary* library = TlsLibrary::Get();
+  std::unique_ptr<Tls> tls(new Tls(library->SSL_new(context_)));
+  void* session = tls->session_;
+  if (session == nullptr || library->SSL_set_fd(session, descriptor) != 1) return nullptr;
   std::string name = host;
-  if (library->SSL_ctrl(tls->session_, kSetServerName, kHostName, name.data()) != 1 ||
-      library->SSL_set1_host(tls->session_, host.c_str()) != 1 || library->SSL_connect(tls->session_) != 1) {
+  if (library->SSL_ctrl(session, kSetServerName, kHostName, name.data()) != 1 ||
+      library->SSL_set1_host(session, host.c_str()) != 1 || library->SSL_connect(session) != 1) {
     return nullptr;
   }
   tls->connected_ = true;
@@ -91,14 +106,16 @@ Tls::~Tls() {
   const TlsLibrary* library = TlsLibrary::Get();
   if (connected_) library->SSL_shutdown(session_);
   if (session_ != nullptr) library->SSL_free(session_);
-  library->SSL_CTX_free(context_);
 }
 
+// Not every failure sets errno: one that was left behind must not look like an interruption.
 ssize_t Tls::Write(const char* data, size_t size) {
+  errno = 0;
   return TlsLibrary::Get()->SSL_write(session_, data, Piece(size));
 }
 
 ssize_t Tls::Read(char* data, size_t size) {
+  errno = 0;
   return TlsLibrary::Get()->SSL_read(session_, data, Piece(size));
 }
 

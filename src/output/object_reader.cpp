@@ -205,8 +205,9 @@ std::string CannotMix(const LinkerInput& first, const LinkerInput& second) {
            "expects CODEBASE to be set, an absolute one only runs where it was linked";
   }
   if (!differ(header::kExeFormat)) return "";
-  return "vlink: error: cannot mix EXEFORMAT " + std::string(ExeFormatName(stamp(first, header::kExeFormat))) +
-         " and " + std::string(ExeFormatName(stamp(second, header::kExeFormat))) +
+  return "vlink: error: cannot mix EXEFORMAT " +
+         std::string(ExeFormatName(stamp(first, header::kExeFormat))) + " and " +
+         std::string(ExeFormatName(stamp(second, header::kExeFormat))) +
          " objects in one link - the output is a single file with a single container";
 }
 

@@ -171,7 +171,8 @@ class Rewriter {
         break;
       case 'b': AddVariable(instruction); break;
       case 'g':
-        if (pic_starts_with(instruction, kGlobal)) AddVariable(SkipBlanks(instruction.substr(kGlobal.size())));
+        if (pic_starts_with(instruction, kGlobal))
+          AddVariable(SkipBlanks(instruction.substr(kGlobal.size())));
         break;
       case 'l':
         if (pic_starts_with(instruction, "loadaddr")) uses_.push_back(line);

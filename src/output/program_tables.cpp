@@ -157,6 +157,7 @@ class Encoder {
   void Encode(const DEFINE_REC& from, Image& to);
   void Encode(const DEFINE_ITEM& from, Image& to);
 
+  void CollectLinks();
   void CollectTexts();
   void Statics();
 
@@ -167,6 +168,7 @@ class Encoder {
   Pool tokens_;
   Pool texts_;
   std::unordered_map<const FUNCPROTO_REC*, const FUNCPROTO_REC*> previous_overload_;
+  std::unordered_map<const STATEMENT_BLOCK*, std::pair<const CODE_BLOCK*, const CODE_BLOCK*>> child_blocks_;
 };
 
 void Encoder::Encode(const SYM_REC& from, Image& to) {
@@ -297,6 +299,10 @@ void Encoder::Encode(const STATEMENT_BLOCK& from, Image& to) {
   to.Put(R::Line, from.Line.Line);
   to.Put(R::EndLine, from.EndLine.Line);
   to.Refer(R::Next, from.Next);
+  const auto blocks = child_blocks_.find(&from);
+  const bool has_blocks = blocks != child_blocks_.end();
+  to.Refer(R::FirstChildBlock, has_blocks ? blocks->second.first : nullptr);
+  to.Refer(R::LastChildBlock, has_blocks ? blocks->second.second : nullptr);
 }
 
 void Encoder::Encode(const EXPR_NODE& from, Image& to) {
@@ -480,6 +486,19 @@ void Encoder::Table(DiskTable table, const RecordTable<T>& records) {
   }
 }
 
+// Links that the records in memory have in one direction only.
+void Encoder::CollectLinks() {
+  for (size_t i = 0; i < slot_.FuncPrototypes.count(); ++i) {
+    const FUNCPROTO_REC* function = slot_.FuncPrototypes.At(i);
+    if (function->NextOverload != nullptr) previous_overload_[function->NextOverload] = function;
+  }
+  for (size_t i = 0; i < slot_.CodeBlocks.count(); ++i) {
+    const CODE_BLOCK* block = slot_.CodeBlocks.At(i);
+    if (block->ParentStatement != nullptr)
+      child_blocks_.try_emplace(block->ParentStatement, block, block).first->second.second = block;
+  }
+}
+
 // The pools stand in front of much that names them, and so they are filled first.
 void Encoder::CollectTexts() {
   const auto names = [this](const auto& table) {
@@ -505,10 +524,6 @@ void Encoder::CollectTexts() {
       texts_.Add(node.name);
   }
   for (size_t i = 0; i < slot_.DefineItems.count(); ++i) texts_.Add(slot_.DefineItems.At(i)->Text);
-  for (size_t i = 0; i < slot_.FuncPrototypes.count(); ++i) {
-    const FUNCPROTO_REC* function = slot_.FuncPrototypes.At(i);
-    if (function->NextOverload != nullptr) previous_overload_[function->NextOverload] = function;
-  }
 }
 
 void Encoder::Statics() {
@@ -526,6 +541,7 @@ void Encoder::Statics() {
 
 // The compiler makes no unresolved records, relocations and line numbers: those are the assembler's.
 TableDirectory Encoder::Run() {
+  CollectLinks();
   CollectTexts();
   Pieces(DiskTable::kTokens, tokens_.bytes(), tokens_.bytes().size());
   Table<disk::SymbolRec>(DiskTable::kSymbol, slot_.SymbolRecords);

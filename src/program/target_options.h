@@ -25,6 +25,7 @@ struct TargetOptions {
   bool warnings_as_errors = false;
   bool script = false;  ///< the dialect is accepted, and statements run
   bool quiet = false;   ///< no lines of progress
+  bool typed = false;   ///< a script that is typed in: `$name` statements may stand outside of functions
   std::vector<std::string> include_paths;
 
   int AddressBytes() const { return address_size / 8; }

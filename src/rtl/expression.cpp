@@ -25,6 +25,13 @@ constexpr Operator kOperators[] = {
     {Tok::HAT, "^"},  {Tok::BITAND, "&"}, {Tok::BITOR, "|"}, {Tok::LEFTSHIFT, "<<"}, {Tok::RIGHTSHIFT, ">>>"},
 };
 
+// By the token's number.
+constexpr auto kOperatorOf = [] {
+  std::array<std::string_view, 256> texts{};
+  for (const Operator& op : kOperators) texts[static_cast<size_t>(op.token)] = op.text;
+  return texts;
+}();
+
 bool IsName(const EXPR_NODE* node) {
   return node->Token == Tok::IDENTIFIER || node->Token == Tok::DOLLAR_IDENTIFIER;
 }
@@ -190,7 +197,7 @@ std::optional<int64_t> Apply(Tok op, int64_t left, int64_t right) {
   }
 }
 
-std::optional<int64_t> Operand(const EXPR_NODE* node, const RtlEnvironment& environment) {
+std::optional<int64_t> Operand(const EXPR_NODE* node, RtlEnvironment& environment) {
   if (IsName(node)) return environment.Value(NameOfNode(node));
   if (node->Token == Tok::LPAREN) return morv_rtl_expr_eval({node->SubExpression, nullptr}, environment);
   return node->NumberValue;
@@ -198,29 +205,27 @@ std::optional<int64_t> Operand(const EXPR_NODE* node, const RtlEnvironment& envi
 
 }  // namespace
 
+size_t RtlEnvironment::PlaceOf(const Name* name) const {
+  constexpr uint64_t kSpread = 0x9e3779b97f4a7c15;
+  size_t place = reinterpret_cast<uintptr_t>(name) * kSpread >> 56;
+  while (entries_[place].name != nullptr && entries_[place].name != name) place = (place + 1) % kPlaces;
+  return place;
+}
+
 bool RtlEnvironment::Bind(const Name* name, int64_t value) {
-  for (auto& [bound, old] : values_) {
-    if (bound != name) continue;
-    old = value;
-    return true;
-  }
-  if (values_.size() >= kRtlNameLimit) return false;
-  values_.emplace_back(name, value);
+  Entry& entry = entries_[PlaceOf(name)];
+  if (entry.name == nullptr && names_++ >= kRtlNameLimit) return false;
+  entry = {name, value};
   return true;
 }
 
 std::optional<int64_t> RtlEnvironment::Value(const Name* name) const {
-  for (const auto& [bound, value] : values_) {
-    if (bound == name) return value;
-  }
-  return std::nullopt;
+  const Entry& entry = entries_[PlaceOf(name)];
+  return entry.name == nullptr ? std::nullopt : std::optional(entry.value);
 }
 
 std::string_view morv_rtl_verilog_op(Tok token) {
-  for (const Operator& op : kOperators) {
-    if (op.token == token) return op.text;
-  }
-  return {};
+  return kOperatorOf[static_cast<size_t>(token)];
 }
 
 const Name* NameOfNode(const EXPR_NODE* node) {
@@ -231,10 +236,11 @@ std::optional<std::string> morv_rtl_expr_to_verilog(RtlExpression expression, st
   return Translation(error).Run(expression, 0);
 }
 
-std::optional<int64_t> morv_rtl_expr_eval(RtlExpression expression, const RtlEnvironment& environment) {
+std::optional<int64_t> morv_rtl_expr_eval(RtlExpression expression, RtlEnvironment& environment) {
   int64_t stack[kStackRoom];
   size_t depth = 0;
   for (const EXPR_NODE* node = expression.first; node != expression.end; node = node->Next) {
+    if (!environment.Step()) return std::nullopt;
     if (IsPassedOver(node)) continue;
     const bool is_operator = !morv_rtl_verilog_op(node->Token).empty();
     if (is_operator ? depth < 2 : depth >= kStackRoom) return std::nullopt;

@@ -1,6 +1,7 @@
 #include "rtl/function.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "base/format.h"
 #include "program/statement_tree.h"
@@ -174,32 +175,43 @@ class Collector {
     return fits || Skip(Format("too many registers (max %zu)", kRtlRegisters));
   }
 
+  std::vector<std::string*> AllTexts() {
+    std::vector<std::string*> texts{&function_.loop->condition, &function_.result};
+    for (std::vector<RtlAssign>* list : {&function_.assigns, &function_.loop->body}) {
+      for (RtlAssign& assign : *list) texts.insert(texts.end(), {&assign.target, &assign.text});
+    }
+    return texts;
+  }
+
+  // Two things of one name would be one in the module, and not always one that a tool refuses.
+  bool NothingIsCalled(const std::string& made, const std::string& of) {
+    const auto is_there = [&](const std::string& text) { return morv_rtl_rename_word(text, {made}) != text; };
+    const bool clash =
+        std::ranges::any_of(AllTexts(), [&](const std::string* text) { return is_there(*text); }) ||
+        std::ranges::any_of(function_.parameters, [&](const Name* name) { return name->Text == made; });
+    return !clash || Skip(Format("'%s' is a name that the module needs for '%s'", made.c_str(), of.c_str()));
+  }
+
   // A parameter can't be both a port and a register.
   bool RenameLoaded() {
     if (!function_.loop) return true;
     WordSet words;
     for (const Name* parameter : function_.parameters) {
       const std::string name(parameter->Text);
-      if (std::find(function_.registers.begin(), function_.registers.end(), name) ==
-          function_.registers.end())
-        continue;
+      if (std::ranges::find(function_.registers, name) == function_.registers.end()) continue;
+      if (!NothingIsCalled(name + "_v", name)) return false;
       function_.loaded.push_back(name);
       words.insert(name);
     }
+    for (std::string& name : function_.registers) {
+      const std::string before = std::exchange(name, morv_rtl_rename_word(name, words));
+      if (!NothingIsCalled(name + "_next", before)) return false;
+    }
     bool fits = true;
-    const auto rename = [&](std::string* text) {
+    for (std::string* text : AllTexts()) {
       *text = morv_rtl_rename_word(*text, words);
       fits = fits && text->size() <= kRenamedTextLimit;
-    };
-    for (std::vector<RtlAssign>* list : {&function_.assigns, &function_.loop->body}) {
-      for (RtlAssign& assign : *list) {
-        rename(&assign.target);
-        rename(&assign.text);
-      }
     }
-    for (std::string& name : function_.registers) rename(&name);
-    rename(&function_.loop->condition);
-    rename(&function_.result);
     return words.empty() || fits ||
            Skip(Format("expression text too long (max %zu characters)", kRenamedTextLimit));
   }
