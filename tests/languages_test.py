@@ -142,13 +142,13 @@ def test_places():
     with program.Folder() as folder:
         alone = os.path.join(folder.path, "bin/vorc")
         os.makedirs(folder.path + "/bin/companions")
-        os.makedirs(folder.path + "/lib/vorc")
+        os.makedirs(folder.path + "/lib/vorc/companions")
         os.makedirs(folder.path + "/told")
         shutil.copy(VORC, alone)
         ask = '  printf("%s", pscript("add a 3\\nshow a"));'
         missing = "vpython.so was not found beside the executable or on the library search path"
         check("nowhere", run(ask, alone), missing)
-        for place in ("told", "lib/vorc", "bin/companions", "bin"):
+        for place in ("told", "lib/vorc/companions", "bin/companions", "bin"):
             library = os.path.join(folder.path, place, "vpython.so")
             os.symlink(COUNTER, library)
             told = {"LD_LIBRARY_PATH": folder.path + "/told"} if place == "told" else {}
