@@ -34,9 +34,14 @@ def stage(tree, place):
     (place / "examples.md").write_text(example_page(tree))
     # An example's heading, as the name of its place in the page.
     for page in (place / "builtins").glob("*.md"):
-        page.write_text(re.sub(r"\]\(../../examples/(\w+)\.c\)", r"](../examples.md#\1c)", page.read_text()))
+        text = re.sub(r"\]\(../../examples/(\w+)\.c\)", r"](../examples.md#\1c)", page.read_text())
+        text = text.replace("](../../examples/", "](../examples/")
+        # The header of runtimes goes along as it is.
+        page.write_text(text.replace("](../../include/vorc/", "](../include/vorc/"))
+    shutil.copytree(tree / "include", place / "include")
+    shutil.copytree(tree / "examples/runtime", place / "examples/runtime")
     readme = (tree / "README.md").read_text()
-    readme = readme.replace("](docs/", "](").replace("](examples)", "](examples.md)")
+    readme = readme.replace("](docs/", "](").replace("](examples)", "](examples.md)").replace("](companions)", "](builtins/sql.md)")
     for name in re.findall(r"\]\(([A-Z]+\.md)\)", readme):
         shutil.copy(tree / name, place / name.lower())
         readme = readme.replace(f"]({name})", f"]({name.lower()})")
