@@ -144,10 +144,12 @@ def test_chat():
     chat = 'morv_openai_chat("http://127.0.0.1:%%d%s", "%s", "m", "a\\"b")'
     body = b'{"model":"m","messages":[{"role":"user","content":"a\\"b"}]}'
     for path, key, asked in (("", "k", b"/v1/chat/completions"), ("/api//", "", b"/api/v1/chat/completions"),
-                             ("/v1/chat/completions/", "k", b"/v1/chat/completions")):
+                             ("/v1/chat/completions/", "k", b"/v1/chat/completions"),
+                             ("", "k\\nX: injected", b"/v1/chat/completions")):
         out, request = fetch(chat % (path, key), reply, MORV_HTTPS_ALLOW_PRIVATE="")
         check("chat " + path, (out, request.split()[1], request.endswith(b"\r\n\r\n" + body),
-                               b"Authorization: Bearer k\r\n" in request), ("[hi] 200", asked, True, key == "k"))
+                               b"Authorization: Bearer k\r\nContent" in request, b"X:" in request),
+              ("[hi] 200", asked, True, key != "", False))
     check("a service's error", fetch(chat % ("", ""), b"HTTP/1.1 500 x\r\n\r\n{}")[0], "[{}] 500")
 
 
