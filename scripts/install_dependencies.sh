@@ -1,13 +1,15 @@
 #!/usr/bin/env bash
 # Installs what is missing to build, test or measure on Debian 12:
-#   scripts/install_dependencies.sh [build] [test] [bench] [clang] [fuzz]     (default: build test)
+#   scripts/install_dependencies.sh [build] [test] [bench] [package] [site] [clang] [fuzz]     (default: build test)
 # With everything in place it does nothing and needs neither root nor a network.
 set -euo pipefail
 
 declare -A packages=(
-  [build]="g++ make cmake libssl-dev libstb-dev"
-  [test]="libgtest-dev libgmock-dev python3 python3-numpy zbar-tools qrencode zint binutils-riscv64-unknown-elf binutils-aarch64-linux-gnu qemu-user openssl procps iverilog verilator yosys"
+  [build]="g++ make cmake libssl-dev libstb-dev libedit-dev pkg-config libsqlite3-dev libpq-dev libpython3-dev duktape-dev"
+  [test]="libgtest-dev libgmock-dev python3 python3-numpy zbar-tools qrencode zint binutils-riscv64-unknown-elf binutils-aarch64-linux-gnu qemu-user openssl procps iverilog verilator yosys postgresql dpkg-dev file"
   [bench]="libbenchmark-dev zlib1g-dev python3 python3-numpy libopenblas0-serial lua5.4 perl time zbar-tools curl openssl"
+  [package]="dpkg-dev file"
+  [site]="mkdocs python3-pygments"
   [clang]="clang"
   [fuzz]="clang libclang-rt-14-dev"
 )

@@ -2,7 +2,8 @@
 # Runs every example with the built program and shows what it prints:
 #   scripts/run_examples.sh path/to/vorc examples-folder
 # A first line "// args: a b" in an example holds the arguments that its script gets. Those in the folder
-# compiled/ are compiled, and vorc-sim beside vorc makes the calls of their first line, "// calls: f(1); g(2)".
+# compiled/ are compiled, vorc-sim beside vorc makes the calls of their first line, "// calls: f(1); g(2)", and
+# vorc-objdump shows the header of their object file.
 # Those in rtl/ become Verilog, which iverilog simulates where it is at hand. Those in network/ reach a service that
 # is started for them.
 set -u
@@ -32,7 +33,8 @@ for example in "$folder"/compiled/*.c; do
   cp "$example" "$work"
   sed -n '1s|^// calls: *||p' "$example" | sed 's/; */\n/g' >"$work/calls"
   echo "== compiled/$name.c"
-  { "$vorc" -morvquiet "$work/$name.c" && "$(dirname "$vorc")/vorc-sim" --calls "$work/calls" "$work/$name.asm"; } || {
+  { "$vorc" -morvquiet "$work/$name.c" && "$(dirname "$vorc")/vorc-sim" --calls "$work/calls" "$work/$name.asm" &&
+    chmod u+r "$work/$name.obj" && "$(dirname "$vorc")/vorc-objdump" --headers "$work/$name.obj"; } || {
     echo "run_examples: compiled/$name.c failed" >&2
     failed=1
   }

@@ -1,8 +1,9 @@
 #!/usr/bin/env python3
-"""Runs the examples of the documentation: docs_test.py path/to/vorc page-or-folder ...
+"""Runs the examples of the documentation: docs_test.py path/to/vorc [--skip=PAGE ...] page-or-folder ...
 
 An example is a ```c block directly followed by an ```output block, which must be what the script
-prints, to the byte. Each runs in an empty folder of its own."""
+prints, to the byte. An ```input block between them is its standard input, a first line `// args: a b`
+holds its arguments. Each runs in an empty folder of its own."""
 
 import os
 import pathlib
@@ -11,15 +12,18 @@ import sys
 
 import program
 
-EXAMPLE = re.compile(r"^```c\n(.*?)^```\n+```output\n(.*?)^```$", re.MULTILINE | re.DOTALL)
+LINES = r"((?:(?!```).*\n)*)"
+EXAMPLE = re.compile(rf"^```c\n{LINES}```\n+(?:```input\n{LINES}```\n+)?```output\n{LINES}```$", re.MULTILINE)
 
 
 def check(vorc, page, text, match):
     place = f"{page}:{text.count(chr(10), 0, match.start()) + 1}"
-    script, expected = match.group(1), match.group(2).encode()
+    script, given, expected = match.group(1), match.group(2) or "", match.group(3).encode()
+    first = script.split("\n", 1)[0]
+    arguments = first.removeprefix("// args:").split() if first.startswith("// args:") else []
     with program.Folder() as folder:
         folder.write("script.c", script)
-        result = program.run([vorc, "-morv", "-morvquiet", "script.c"], folder.path)
+        result = program.run([vorc, "-morv", "-morvquiet", "script.c", *arguments], folder.path, given=given.encode())
     if fault := result.fault():
         print(f"FAIL {place}: {fault}\n{result.errors.decode('utf-8', 'replace')[-1500:]}")
         return False
@@ -32,10 +36,14 @@ def check(vorc, page, text, match):
 
 
 def main():
-    vorc, places = os.path.abspath(sys.argv[1]), map(pathlib.Path, sys.argv[2:])
+    skipped = [word.removeprefix("--skip=") for word in sys.argv if word.startswith("--skip=")]
+    vorc, *names = [word for word in sys.argv[1:] if not word.startswith("--skip=")]
+    vorc, places = os.path.abspath(vorc), map(pathlib.Path, names)
     pages = [page for place in places for page in (sorted(place.rglob("*.md")) if place.is_dir() else [place])]
     results = []
     for page in pages:
+        if page.name in skipped:
+            continue
         text = page.read_text()
         matches = list(EXAMPLE.finditer(text))
         # A block the pattern missed would go untested without a word.

@@ -52,10 +52,12 @@ class Folder:
             file.write(data)
 
 
-def run(command, folder, timeout=60, stdout=None):
-    """Runs a command in a folder, without input. `stdout` may be an open file to write to."""
-    with tempfile.TemporaryFile() as captured, tempfile.TemporaryFile() as errors:
-        process = subprocess.Popen(command, cwd=folder, stdin=subprocess.DEVNULL,
+def run(command, folder, timeout=60, stdout=None, given=b""):
+    """Runs a command in a folder with `given` as its input. `stdout` may be an open file to write to."""
+    with tempfile.TemporaryFile() as captured, tempfile.TemporaryFile() as errors, tempfile.TemporaryFile() as stdin:
+        stdin.write(given)
+        stdin.seek(0)
+        process = subprocess.Popen(command, cwd=folder, stdin=stdin if given else subprocess.DEVNULL,
                                    stdout=stdout if stdout is not None else captured,
                                    stderr=errors, start_new_session=True)
         expired = threading.Event()

@@ -10,18 +10,19 @@
 namespace vorc {
 
 /// Records of one kind: fixed capacity, stable addresses, numbered from 0 in order of creation.
-/// Address space is reserved once; a page is touched when its first record is made.
+/// Address space is taken once; a page is touched when its first record is made.
 template <typename T>
 class RecordTable {
   static_assert(std::is_trivially_destructible_v<T>, "records live until their table is released");
 
  public:
-  explicit RecordTable(size_t capacity) : memory_(capacity * sizeof(T)), capacity_(capacity) {}
+  RecordTable(size_t capacity, ReservedPieces& memory)
+      : memory_(memory.Take(capacity * sizeof(T))), capacity_(capacity) {}
 
   /// A cleared record that knows its own index, or null when the table is full.
   T* Create() {
-    if (count_ >= capacity_ || memory_.data() == nullptr) return nullptr;
-    T* record = new (memory_.data() + count_ * sizeof(T)) T();
+    if (count_ >= capacity_ || memory_ == nullptr) return nullptr;
+    T* record = new (memory_ + count_ * sizeof(T)) T();
     record->Index = static_cast<decltype(record->Index)>(count_++);
     return record;
   }
@@ -29,18 +30,18 @@ class RecordTable {
   T* At(size_t index) const { return index < count_ ? Records() + index : nullptr; }
   /// True for the address of a record of this table.
   bool Holds(const void* address) const {
-    const size_t offset = reinterpret_cast<uintptr_t>(address) - reinterpret_cast<uintptr_t>(memory_.data());
+    const size_t offset = reinterpret_cast<uintptr_t>(address) - reinterpret_cast<uintptr_t>(memory_);
     return offset < count_ * sizeof(T) && offset % sizeof(T) == 0;
   }
   size_t count() const { return count_; }
   size_t capacity() const { return capacity_; }
   bool full() const { return count_ >= capacity_; }
-  bool reserved() const { return memory_.data() != nullptr; }
+  bool reserved() const { return memory_ != nullptr; }
 
  private:
-  T* Records() const { return std::launder(reinterpret_cast<T*>(memory_.data())); }
+  T* Records() const { return std::launder(reinterpret_cast<T*>(memory_)); }
 
-  ReservedMemory memory_;
+  char* memory_;
   size_t capacity_;
   size_t count_ = 0;
 };

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <initializer_list>
+#include <span>
 
 namespace vorc {
 
@@ -24,6 +25,33 @@ class ReservedMemory {
  private:
   char* data_ = nullptr;
   size_t size_ = 0;
+};
+
+/// Several stretches of one reservation, which costs the host as much as each would. Every piece begins on
+/// a page of its own.
+class ReservedPieces {
+ public:
+  /// What a piece of so many bytes takes of the whole.
+  static constexpr size_t RoomFor(size_t bytes) { return (bytes + kPage - 1) / kPage * kPage; }
+
+  explicit ReservedPieces(size_t bytes) : memory_(bytes) {}
+  /// The first of several wholes that the host grants.
+  explicit ReservedPieces(std::initializer_list<size_t> sizes) : memory_(sizes) {}
+  /// The next piece, or null if the host refused the memory or the whole is used up.
+  char* Take(size_t bytes) {
+    const size_t start = used_;
+    if (memory_.data() == nullptr || RoomFor(bytes) > memory_.size() - used_) return nullptr;
+    used_ += RoomFor(bytes);
+    return memory_.data() + start;
+  }
+  /// What no piece was taken of.
+  std::span<char> Rest() const { return std::span(memory_.data(), memory_.size()).subspan(used_); }
+
+ private:
+  static constexpr size_t kPage = 4096;
+
+  ReservedMemory memory_;
+  size_t used_ = 0;
 };
 
 /// Has the host back memory that is about to be written as a whole by large pages, which takes it much

@@ -18,15 +18,14 @@ bool TextWriter::Open(Descriptor file) {
   Close();
   file_ = std::move(file);
   if (!file_) return false;
-  if (buffer_ == nullptr) buffer_ = std::make_unique_for_overwrite<char[]>(kCapacity);
-  used_ = 0;
   failed_ = false;
   return true;
 }
 
 bool TextWriter::Close() {
   if (!file_) return !failed_;
-  Flush();
+  if (buffer_ != nullptr) Flush();
+  buffer_.reset();
   if (close(file_.Release()) != 0) failed_ = true;
   used_ = kCapacity;
   return !failed_;
@@ -61,7 +60,10 @@ void TextWriter::PutLong(std::string_view text) {
 }
 
 void TextWriter::Flush() {
-  WriteOut({buffer_.get(), used_});
+  if (buffer_ == nullptr)
+    buffer_ = std::make_unique_for_overwrite<char[]>(kCapacity);
+  else
+    WriteOut({buffer_.get(), used_});
   used_ = 0;
 }
 

@@ -72,7 +72,7 @@ class TextWriter {
 
   Descriptor file_;
   std::unique_ptr<char[]> buffer_;
-  size_t used_ = kCapacity;  ///< nothing fits before the file is open
+  size_t used_ = kCapacity;  ///< nothing fits before the first text has got its buffer
   bool failed_ = false;
 };
 

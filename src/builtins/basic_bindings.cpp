@@ -1,3 +1,4 @@
+#include <charconv>
 #include <cstdlib>
 #include <string>
 
@@ -12,6 +13,11 @@ namespace vorc {
 
 namespace {
 
+void AppendInteger(std::string& text, int32_t number) {
+  char digits[12];
+  text.append(digits, std::to_chars(digits, digits + sizeof digits, number).ptr);
+}
+
 /// All arguments of a call from number `first` on, written one behind the other.
 std::string RenderArguments(const BuiltinCall& call, size_t first) {
   std::string text;
@@ -21,7 +27,7 @@ std::string RenderArguments(const BuiltinCall& call, size_t first) {
       case BuiltinValue::Kind::kText: text += value.text; break;
       case BuiltinValue::Kind::kDouble: text += Format("%g", value.real); break;
       case BuiltinValue::Kind::kNone:
-      case BuiltinValue::Kind::kInteger: text += Format("%d", static_cast<int32_t>(value.integer)); break;
+      case BuiltinValue::Kind::kInteger: AppendInteger(text, static_cast<int32_t>(value.integer)); break;
     }
   }
   return text;

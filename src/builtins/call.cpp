@@ -7,28 +7,11 @@ namespace vorc {
 
 namespace {
 
-const BuiltinValue kMissing;
 constexpr size_t kLongestResult = size_t{1} << 30;
 
 }  // namespace
 
-const BuiltinValue& BuiltinCall::Argument(size_t i) const {
-  return i < arguments_.size() ? arguments_[i] : kMissing;
-}
-
-std::optional<std::string_view> BuiltinCall::Text(size_t i) const {
-  const BuiltinValue& value = Argument(i);
-  if (value.kind != BuiltinValue::Kind::kText || value.text == nullptr) return std::nullopt;
-  return std::string_view(value.text);
-}
-
-std::optional<int32_t> BuiltinCall::Int(size_t i) const {
-  const BuiltinValue& value = Argument(i);
-  if (value.kind != BuiltinValue::Kind::kInteger && value.kind != BuiltinValue::Kind::kDouble) {
-    return std::nullopt;
-  }
-  return static_cast<int32_t>(value.integer);
-}
+const BuiltinValue BuiltinCall::kMissing;
 
 std::optional<int64_t> BuiltinCall::Int64(size_t i) const {
   const std::optional<int32_t> low = Int(i);
@@ -45,12 +28,6 @@ double BuiltinCall::Double(size_t i) const {
     case BuiltinValue::Kind::kText: return value.text == nullptr ? 0.0 : std::strtod(value.text, nullptr);
   }
   return 0.0;
-}
-
-void BuiltinCall::ReturnInt(int32_t value) {
-  result_ = {};
-  result_.kind = BuiltinValue::Kind::kInteger;
-  result_.integer = value;
 }
 
 void BuiltinCall::ReturnInt64(int64_t value) {

@@ -36,18 +36,31 @@ class BuiltinCall {
   ScriptRuntime& runtime() const { return runtime_; }
 
   size_t Count() const { return arguments_.size(); }
-  const BuiltinValue& Argument(size_t i) const;
+  const BuiltinValue& Argument(size_t i) const { return i < arguments_.size() ? arguments_[i] : kMissing; }
 
   /// The text of argument `i`, or nullopt if it is missing or no text.
-  std::optional<std::string_view> Text(size_t i) const;
+  std::optional<std::string_view> Text(size_t i) const {
+    const BuiltinValue& value = Argument(i);
+    if (value.kind != BuiltinValue::Kind::kText || value.text == nullptr) return std::nullopt;
+    return std::string_view(value.text);
+  }
   /// The low 32 bits of a number (of the bit pattern, for a double), or nullopt.
-  std::optional<int32_t> Int(size_t i) const;
+  std::optional<int32_t> Int(size_t i) const {
+    const BuiltinValue& value = Argument(i);
+    const bool number =
+        value.kind == BuiltinValue::Kind::kInteger || value.kind == BuiltinValue::Kind::kDouble;
+    return number ? std::optional(static_cast<int32_t>(value.integer)) : std::nullopt;
+  }
   /// All 64 bits of a wide number, else the signed low 32 bits, or nullopt.
   std::optional<int64_t> Int64(size_t i) const;
   /// A number as double: text through strtod, integers from their signed low 32 bits, 0 if missing.
   double Double(size_t i) const;
 
-  void ReturnInt(int32_t value);
+  void ReturnInt(int32_t value) {
+    result_ = {};
+    result_.kind = BuiltinValue::Kind::kInteger;
+    result_.integer = value;
+  }
   void ReturnInt64(int64_t value);
   void ReturnDouble(double value);
   /// The text, cut to `limit` - 1 bytes. Copied into storage that lives to the end of the run.
@@ -57,6 +70,8 @@ class BuiltinCall {
   bool out_of_memory() const { return out_of_memory_; }
 
  private:
+  static const BuiltinValue kMissing;
+
   ScriptRuntime& runtime_;
   std::span<const BuiltinValue> arguments_;
   BuiltinValue result_;

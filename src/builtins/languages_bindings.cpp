@@ -30,6 +30,16 @@ void RunOnceBuiltin(BuiltinCall& call) {
   call.ReturnText(answer, LanguageRuntimes::kTextSize);
 }
 
+void JscriptBuiltin(BuiltinCall& call) {
+  const auto text = call.Text(0);
+  std::string answer = "expected one string argument\n";
+  if (text) {
+    LanguageRuntimes& runtimes = RuntimesOf(call);
+    runtimes.MorvLangRunSource(runtimes.JavaScriptKind(), std::string(*text), answer);
+  }
+  call.ReturnText(answer, LanguageRuntimes::kTextSize);
+}
+
 void MorvLangOpenBuiltin(BuiltinCall& call) {
   const auto name = call.Text(0);
   if (!name) return call.ReturnInt(kBadHandle);
@@ -108,7 +118,7 @@ constexpr BuiltinBinding kBuiltins[] = {
     {"python", RunOnceBuiltin<Kind::kPython, &LanguageRuntimes::MorvLangRunFile>},
     {"java", RunOnceBuiltin<Kind::kJava, &LanguageRuntimes::MorvLangRunFile>},
     {"pscript", RunOnceBuiltin<Kind::kPython, &LanguageRuntimes::MorvLangRunSource>},
-    {"jscript", RunOnceBuiltin<Kind::kJava, &LanguageRuntimes::MorvLangRunSource>},
+    {"jscript", JscriptBuiltin},
     {"morv_lang_open", MorvLangOpenBuiltin},
     {"morv_lang_run", MorvLangRunBuiltin},
     {"morv_lang_get", MorvLangGetBuiltin},

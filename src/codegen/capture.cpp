@@ -1,5 +1,9 @@
 #include "codegen/capture.h"
 
+#include <utility>
+
+#include "codegen/frame.h"
+
 namespace vorc {
 
 namespace {
@@ -8,6 +12,7 @@ Instruction* Add_flattened_three_address_code(Walk& walk) {
   Procedure& procedure = walk.procedure;
   auto* instruction = new (procedure.memory.Allocate(sizeof(Instruction))) Instruction();
   instruction->line = walk.line;
+  instruction->is_inexact = std::exchange(walk.is_inexact, false);
   instruction->block = procedure.current_bb;
   BasicBlock* block = procedure.current_bb;
   (procedure.last == nullptr ? procedure.first : procedure.last->next) = instruction;
@@ -37,6 +42,10 @@ std::string_view NameIn(Procedure& procedure, const TacOperand& operand) {
     case TacOperand::Kind::kSymbol: return operand.symbol->name->Text;
     default: return operand.text;
   }
+}
+
+bool IsWideNumber(AccessWidth width) {
+  return width.bytes > 4 && !width.is_address;
 }
 
 bool IsTemp(const TacOperand& operand) {
@@ -153,6 +162,7 @@ void CaptureAddressOfGlobal(Walk& walk, int32_t temp, const SYM_REC* symbol) {
   instruction.result = TempOperand(temp);
   instruction.operand1.kind = TacOperand::Kind::kLabel;
   instruction.operand1.text = name;
+  instruction.addressed = symbol;
 }
 
 void CaptureAddressOfLabel(Walk& walk, int32_t temp, std::string_view label, std::string_view comment) {
@@ -164,7 +174,8 @@ void CaptureAddressOfLabel(Walk& walk, int32_t temp, std::string_view label, std
   instruction.operand1.text = walk.procedure.Keep(label);
 }
 
-void CaptureAddressInFrame(Walk& walk, int32_t temp, int32_t distance, std::string_view said) {
+Instruction& CaptureAddressInFrame(Walk& walk, int32_t temp, int32_t distance, std::string_view said,
+                                   const SYM_REC* addressed) {
   const std::string_view comment = Compose(walk.procedure, "  //", said);
   Instruction& instruction =
       CaptureAssembly(walk, ASMOP_OPCODE_SUB_TMPVAR_REG_NUMBER,
@@ -172,6 +183,8 @@ void CaptureAddressInFrame(Walk& walk, int32_t temp, int32_t distance, std::stri
   instruction.result = TempOperand(temp);
   instruction.reg = "FRAMEPTR";
   instruction.number = distance;
+  instruction.addressed = addressed;
+  return instruction;
 }
 
 void CaptureAddNumber(Walk& walk, int32_t result, int32_t a, int64_t number, std::string_view said) {
@@ -213,6 +226,7 @@ void CaptureLoad(Walk& walk, int32_t result, int32_t base, AccessWidth width, st
   instruction.result = TempOperand(result);
   instruction.operand1 = TempOperand(base);
   instruction.mnemonic = mnemonic;
+  instruction.is_wide = IsWideNumber(width);
 }
 
 void CaptureStore(Walk& walk, int32_t value, int32_t base, AccessWidth width) {
@@ -223,9 +237,11 @@ void CaptureStore(Walk& walk, int32_t value, int32_t base, AccessWidth width) {
   instruction.result = TempOperand(value);
   instruction.operand1 = TempOperand(base);
   instruction.mnemonic = mnemonic;
+  instruction.is_wide = IsWideNumber(width);
 }
 
-void CapturePush(Walk& walk, const TacOperand& value, int width, std::string_view comment) {
+void CapturePush(Walk& walk, const TacOperand& value, int width, std::string_view comment,
+                 const ValueType& type) {
   Procedure& procedure = walk.procedure;
   const std::string_view mnemonic = PushMnemonic(width);
   Instruction& instruction =
@@ -233,6 +249,7 @@ void CapturePush(Walk& walk, const TacOperand& value, int width, std::string_vie
                       Compose(procedure, mnemonic, " ", NameIn(procedure, value)), comment);
   instruction.operand1 = value;
   instruction.mnemonic = mnemonic;
+  instruction.passed = PassedOf(walk.slot, type);
 }
 
 void CapturePushRegister(Walk& walk, std::string_view reg) {

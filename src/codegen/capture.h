@@ -7,6 +7,7 @@
 
 #include "codegen/mnemonics.h"
 #include "codegen/procedure.h"
+#include "program/value_type.h"
 
 // Adds instructions to the procedure's list and to its current block.
 
@@ -48,6 +49,7 @@ struct Walk {
   C_SLOT& slot;
   SourceLine line;  ///< of the statement in hand
   const Mnemonics& mnemonics;
+  bool is_inexact = false;  ///< so is the next instruction
 };
 
 /// A marker for a source line that code is made for.
@@ -69,7 +71,8 @@ void CaptureLoadImmediate(Walk& walk, int32_t temp, std::string_view number, std
 void CaptureClear(Walk& walk, int32_t temp, std::string_view comment);
 void CaptureAddressOfGlobal(Walk& walk, int32_t temp, const SYM_REC* symbol);
 void CaptureAddressOfLabel(Walk& walk, int32_t temp, std::string_view label, std::string_view comment);
-void CaptureAddressInFrame(Walk& walk, int32_t temp, int32_t distance, std::string_view comment);
+Instruction& CaptureAddressInFrame(Walk& walk, int32_t temp, int32_t distance, std::string_view comment,
+                                   const SYM_REC* addressed = nullptr);
 /// `result = a + number`, `result = a * number`, `result = a + b` over temporaries.
 void CaptureAddNumber(Walk& walk, int32_t result, int32_t a, int64_t number, std::string_view comment = {});
 void CaptureMultiplyNumber(Walk& walk, int32_t result, const TacOperand& a, int64_t number, bool is_unsigned);
@@ -77,7 +80,8 @@ void CaptureAdd(Walk& walk, int32_t result, int32_t a, int32_t b);
 /// Memory behind a temporary.
 void CaptureLoad(Walk& walk, int32_t result, int32_t base, AccessWidth width, std::string_view comment = {});
 void CaptureStore(Walk& walk, int32_t value, int32_t base, AccessWidth width);
-void CapturePush(Walk& walk, const TacOperand& value, int width, std::string_view comment);
+void CapturePush(Walk& walk, const TacOperand& value, int width, std::string_view comment,
+                 const ValueType& type);
 void CapturePushRegister(Walk& walk, std::string_view reg);
 void CapturePopRegister(Walk& walk, std::string_view reg);
 void CaptureMoveVarToReg(Walk& walk, std::string_view reg, const TacOperand& value);

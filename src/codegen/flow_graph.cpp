@@ -43,9 +43,10 @@ void CopyStructParameters(Walk& walk) {
     if (!IsStructParameter(parameter)) continue;
     const int32_t address = procedure.NewTemp();
     CaptureAddressInFrame(walk, address, -offset,
-                          std::string("address of parameter '") + parameter->name->c_str() + "'");
+                          std::string("address of parameter '") + parameter->name->c_str() + "'", parameter)
+        .is_incoming = true;
     const int32_t pointer = procedure.NewTemp();
-    CaptureLoad(walk, pointer, address, {walk.mnemonics.address_bytes, true});
+    CaptureLoad(walk, pointer, address, {walk.mnemonics.address_bytes, true, true});
     Operand copy;
     copy.kind = Operand::Kind::kSymbol;
     copy.symbol = parameter;

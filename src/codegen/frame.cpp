@@ -1,5 +1,6 @@
 #include "codegen/frame.h"
 
+#include "codegen/mnemonics.h"
 #include "program/layout.h"
 
 namespace vorc {
@@ -38,6 +39,22 @@ int32_t ParameterSlotWidth(const C_SLOT& slot, const SYM_REC* parameter) {
                        parameter->Shape.DimensionCount > 0 || IsStructParameter(parameter);
   return VorcPromoteArgWidth(slot,
                              address ? slot.Target.AddressBytes() : GetDeclaredDataSize(slot, parameter));
+}
+
+PassedValue PassedOf(const C_SLOT& slot, const ValueType& type) {
+  PassedValue passed;
+  if (type.IsStruct()) {
+    passed.bytes = static_cast<int32_t>(type.Size(slot));
+    passed.record = type.record;
+    return passed;
+  }
+  const bool address = type.IsPointer() || type.IsArray();
+  const AccessWidth width = AccessOfType(slot, type.basic, address ? 1 : 0, type.is_unsigned);
+  const bool nothing = type.basic == Tok::void_ || type.basic == Tok::longdouble;
+  passed.bytes = nothing && !address ? 0 : width.bytes;
+  passed.is_unsigned = width.is_unsigned;
+  passed.is_real = type.IsReal() && !address;
+  return passed;
 }
 
 void UpdateArgSpOffset(Procedure& procedure) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "codegen/procedure.h"
+#include "program/value_type.h"
 
 namespace vorc {
 
@@ -8,6 +9,9 @@ namespace vorc {
 int32_t VorcPromoteArgWidth(const C_SLOT& slot, int32_t width);
 /// The same for a parameter as it is declared. Structs are handed over by their address.
 int32_t ParameterSlotWidth(const C_SLOT& slot, const SYM_REC* parameter);
+/// What crosses a call when a value of this type does. An array crosses as its address, a
+/// long double not at all.
+PassedValue PassedOf(const C_SLOT& slot, const ValueType& type);
 /// True for a parameter that holds a struct and no pointer to one.
 bool IsStructParameter(const SYM_REC* parameter);
 

@@ -65,6 +65,14 @@ struct TacOperand {
   bool IsConstant() const { return kind == Kind::kNumber || kind == Kind::kReal; }
 };
 
+/// A value that crosses a call, as a calling convention sees it.
+struct PassedValue {
+  int32_t bytes = 0;  ///< 0 where nothing crosses
+  bool is_unsigned = false;
+  bool is_real = false;
+  const STRUCT_REC* record = nullptr;  ///< a whole struct, of which the operand holds the address
+};
+
 enum AddressCodeType : uint8_t {
   ADDRESS_CODE_TYPE_THREE_ADDRESS_CODE,
   ADDRESS_CODE_TYPE_TWO_ADDRESS_CODE,
@@ -84,6 +92,10 @@ struct Instruction {
   bool is_call = false;          ///< control leaves for another procedure and comes back
   bool sets_return_reg = false;  ///< a text that gives the procedure's result
   bool is_unsigned = false;      ///< the operation takes its operands as unsigned
+  bool is_int32 = false;         ///< the operation is one of signed 32 bits; what lies above is its sign
+  bool is_source_text = false;   ///< assembly that the source brings
+  bool is_wide = false;          ///< a number of 64 bits takes part, which a shorter register can't hold
+  bool is_inexact = false;       ///< does less than the source says, such as integers for reals
   AsmOp asmop = INVALID_ASMOP;
   AddressCodeType address_code_type = ADDRESS_CODE_TYPE_THREE_ADDRESS_CODE;
   Tok op = Tok::NOTOKEN;
@@ -93,7 +105,13 @@ struct Instruction {
   std::string_view mnemonic;  ///< load, store, push or pop that the text begins with
   std::string_view reg;       ///< fixed register that is read or written
   int64_t number = 0;         ///< distance or factor of the number forms; object size of a pointer step
-  TacOperand result;          ///< temporary that gets the value; of the store forms, the value stored
+  const SYM_REC* addressed = nullptr;  ///< variable whose address it takes; none for that of `this`
+  bool is_incoming = false;  ///< what it takes the address of is the pointer that a struct parameter came as
+  int32_t argument = 0;      ///< of a push: its number among those of its call
+  int32_t arguments = 0;     ///< of a call: how many pushes are its own
+  int32_t variadic = 0;      ///< how many of them, the first ones, have no parameter
+  PassedValue passed;        ///< what a push hands over, or a call gives back
+  TacOperand result;         ///< temporary that gets the value; of the store forms, the value stored
   TacOperand operand1;
   TacOperand operand2;
   BasicBlock* block = nullptr;

@@ -57,7 +57,7 @@ std::string_view PushMnemonic(int bytes) {
 }
 
 AccessWidth AccessOfType(const C_SLOT& slot, Tok type, int depth, bool is_unsigned) {
-  if (depth > 0) return {slot.Target.AddressBytes(), true};
+  if (depth > 0) return {slot.Target.AddressBytes(), true, true};
   switch (type) {
     case Tok::INT16: return {2, is_unsigned};
     case Tok::UINT16:

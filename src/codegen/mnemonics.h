@@ -37,6 +37,7 @@ struct Mnemonics {
 struct AccessWidth {
   int bytes = 8;
   bool is_unsigned = false;
+  bool is_address = false;
 };
 
 /// "load4", "uload2" ("load8" from 8 bytes on) and "store4".

@@ -1,6 +1,8 @@
 #include "codegen/procedure.h"
 
 #include "base/format.h"
+#include "codegen/block_hook.h"
+#include "codegen/mnemonics.h"
 
 namespace vorc {
 
@@ -12,6 +14,14 @@ constexpr size_t kLongestQuote = 1024;
 
 std::string_view QuotedLine(const C_SLOT& slot, SourceLine line) {
   return slot.Sources.LineText(line).substr(0, kLongestQuote);
+}
+
+int Procedure::RegisterBytes() const {
+  return context.hook == nullptr ? context.mnemonics.cpu_bytes : context.hook->RegisterBytes();
+}
+
+bool Procedure::KeepsValuesInRegisters() const {
+  return context.hook != nullptr || slot.Target.optimization_level >= 1;
 }
 
 BasicBlock* Procedure::AddBlock() {

@@ -163,6 +163,10 @@ struct Procedure {
   std::vector<std::vector<int32_t>> ranges_of;  ///< of the block in hand, by variable
 
   TextWriter& log() { return context.analysis; }
+  /// Bytes of the registers that expressions are worked out in.
+  int RegisterBytes() const;
+  /// True if a variable may stay in a register, so that no memory cuts what is assigned to it.
+  bool KeepsValuesInRegisters() const;
   int32_t NewTemp() { return tmpvar_count++; }
   /// Bytes below FRAMEPTR at which a temporary's home lies.
   int32_t HomeOf(int32_t temp) const { return locals_size + 8 * temp + 8; }

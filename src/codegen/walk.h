@@ -64,9 +64,13 @@ Operand Converted(Walk& walk, const Operand& operand, const ValueType& type);
 Operand Boolean(Walk& walk, const Operand& operand);
 /// Makes the place hold the value, and answers the place.
 Operand StoreInto(Walk& walk, const Operand& place, const Operand& value);
+/// The pointer to the object that a member function runs on, in a temporary.
+int32_t ThisPointer(Walk& walk);
 /// Copies so many bytes between the addresses in two temporaries.
 void CopyBytes(Walk& walk, int32_t to, int32_t from, int64_t bytes);
 bool IsFloatingScalar(const ValueType& type);
+/// True for a number of more than 32 bits.
+bool IsWideNumber(const Walk& walk, const ValueType& type);
 /// Bits and sign of an integer in memory.
 AccessWidth AccessOf(const Walk& walk, const ValueType& type);
 

@@ -1,6 +1,7 @@
 #include "base/format.h"
 #include "codegen/frame.h"
 #include "codegen/walk.h"
+#include "program/members.h"
 #include "program/overloads.h"
 #include "program/symtab.h"
 
@@ -15,6 +16,12 @@ constexpr int kMemberArgumentWidth = 8;
 struct Argument {
   const EXPR_NODE* head;
   const SYM_REC* parameter;  ///< null in the tail of a variadic call
+};
+
+/// How many arguments a call has, and how many of them, pushed first, are beyond the parameters.
+struct ArgumentCounts {
+  int32_t all = 0;
+  int32_t variadic = 0;
 };
 
 // Arguments in the order in which they are pushed: those that have no parameter go first.
@@ -42,9 +49,10 @@ int32_t PushArgument(Walk& walk, const Argument& argument, std::string_view func
   const std::string comment = " //for argument of function '" + std::string(function_name) + "' ";
   Operand value = EvalExpression(walk, argument.head);
   int32_t width = 0;
+  ValueType type = value.type;
   if (argument.parameter != nullptr) {
     width = ParameterSlotWidth(walk.slot, argument.parameter);
-    ValueType type = ValueType::OfSymbol(*argument.parameter);
+    type = ValueType::OfSymbol(*argument.parameter);
     if (!type.IsArray() && !type.IsStruct()) value = Converted(walk, value, type);
   } else {
     const bool whole = value.type.IsArray() || value.type.IsStruct() || value.type.IsPointer();
@@ -58,7 +66,7 @@ int32_t PushArgument(Walk& walk, const Argument& argument, std::string_view func
         walk, temp, label,
         Format(" //for argument of function '%s' loading address of string \"%s\"..",
                std::string(function_name).c_str(), std::string(value.text.substr(0, kShownText)).c_str()));
-    CapturePush(walk, TempOperand(temp), width, comment);
+    CapturePush(walk, TempOperand(temp), width, comment, type);
     return width;
   }
   TacOperand operand = ValueOf(walk, value);
@@ -67,8 +75,23 @@ int32_t PushArgument(Walk& walk, const Argument& argument, std::string_view func
     CaptureLoadImmediate(walk, temp, operand.text);
     operand = TempOperand(temp);
   }
-  CapturePush(walk, operand, width, comment);
+  CapturePush(walk, operand, width, comment, type);
   return width;
+}
+
+// A member function that names another one calls it on its own object.
+int32_t PushOwnObject(Walk& walk, const FUNCPROTO_REC* function, ArgumentCounts* counts) {
+  if (function == nullptr || function->OwnerClass == nullptr) return 0;
+  const STRUCT_REC* home = walk.procedure.proto->OwnerClass;
+  const MemberResult member =
+      home == nullptr ? MemberResult() : FindStructMember(walk.slot, home, function->name);
+  walk.is_inexact |= member.Function == nullptr;
+  const int32_t object = walk.procedure.NewTemp();
+  CaptureAddNumber(walk, object, ThisPointer(walk), member.BaseOffset);
+  ValueType pointer = ValueType::Basic(Tok::void_).Pointer();
+  CapturePush(walk, TempOperand(object), kMemberArgumentWidth, "this", pointer);
+  ++counts->all;
+  return kMemberArgumentWidth;
 }
 
 // Behind the call: the arguments go, and the caller's registers come back.
@@ -90,22 +113,30 @@ Operand TakeResult(Walk& walk, const ValueType& type) {
   if (is_void) return {};
   const int32_t temp = walk.procedure.NewTemp();
   CaptureMoveRegToVar(walk, temp, "return_reg");
+  walk.procedure.last->passed = PassedOf(walk.slot, type);
+  walk.procedure.last->is_wide = IsWideNumber(walk, type);
   return TempValue(temp, type);
 }
 
-void GenCallInstruction(Walk& walk, std::string_view name, std::string_view comment) {
+void MarkCall(Instruction* call, ArgumentCounts counts) {
+  call->is_call = true;
+  call->arguments = counts.all;
+  call->variadic = counts.variadic;
+}
+
+void GenCallInstruction(Walk& walk, std::string_view name, ArgumentCounts counts, std::string_view comment) {
   Instruction& call =
       CaptureAssembly(walk, ASMOP_CALL, Compose(walk.procedure, " call  ", name, " "), comment);
   call.label = walk.procedure.Keep(name);
-  call.is_call = true;
+  MarkCall(&call, counts);
 }
 
-void JumpThroughPointer(Walk& walk, int32_t pointer) {
+void JumpThroughPointer(Walk& walk, int32_t pointer, ArgumentCounts counts) {
   Procedure& procedure = walk.procedure;
   const std::string label = Format("indirect_call_return_%06d", ++procedure.context.indirect_calls);
   CaptureAssembly(walk, ASMOP_PLAIN_TEXT, Compose(procedure, "loadaddr LR, ", label));
   CaptureMoveVarToReg(walk, "PC", TempOperand(pointer));
-  procedure.current_bb->last->is_call = true;
+  MarkCall(procedure.current_bb->last, counts);
   StartNewBasicBlockAfterCall(walk);
   CaptureAssembly(walk, ASMOP_PLAIN_TEXT, Compose(procedure, label, ":"));
 }
@@ -117,7 +148,7 @@ Operand AsmCall(Walk& walk, const EXPR_NODE* arguments) {
     WalkError(walk, 0, "Argument of function _asm must be a character string");
   } else {
     Procedure& procedure = walk.procedure;
-    CaptureAssembly(walk, ASMOP_PLAIN_TEXT, Compose(procedure, " ", arguments->Text()));
+    CaptureAssembly(walk, ASMOP_PLAIN_TEXT, Compose(procedure, " ", arguments->Text())).is_source_text = true;
   }
   return {};
 }
@@ -160,10 +191,17 @@ Operand ExecFuncPointer(Walk& walk, const EXPR_NODE* node, const EXPR_NODE* argu
   const FUNCPROTO_REC* signature = by_name ? function : target->type.function;
   PushCallersRegisters(walk);
   int32_t pushed_bytes = 0;
-  for (const Argument& argument : VorcBuildArgSlotWidthTable(signature, arguments))
+  ArgumentCounts counts;
+  if (walk.procedure.context.hook != nullptr && by_name) pushed_bytes = PushOwnObject(walk, function, &counts);
+  for (const Argument& argument : VorcBuildArgSlotWidthTable(signature, arguments)) {
     pushed_bytes += PushArgument(walk, argument, name);
+    walk.procedure.last->argument = counts.all++;
+    if (signature != nullptr && argument.parameter == nullptr) ++counts.variadic;
+  }
   if (by_name) {
-    GenCallInstruction(walk, name,
+    // A member function that is called by its name alone gets no object.
+    walk.is_inexact |= function != nullptr && function->OwnerClass != nullptr;
+    GenCallInstruction(walk, name, counts,
                        function == nullptr
                            ? Format(" //calling an external function '%s' that has no protype or "
                                     "function definition",
@@ -171,7 +209,7 @@ Operand ExecFuncPointer(Walk& walk, const EXPR_NODE* node, const EXPR_NODE* argu
                            : std::string());
     StartNewBasicBlockAfterCall(walk);
   } else {
-    JumpThroughPointer(walk, ValueInTemp(walk, *target));
+    JumpThroughPointer(walk, ValueInTemp(walk, *target), counts);
   }
   CleanUp(walk, pushed_bytes);
   const ValueType type = signature == nullptr ? ValueType::Basic(Tok::int_) : [&] {
@@ -216,16 +254,18 @@ Operand ExecMemberFunc(Walk& walk, const Operand& object, const EXPR_NODE* node)
     CaptureAddNumber(walk, base, address, member.BaseOffset);
     address = base;
   }
-  CapturePush(walk, TempOperand(address), kMemberArgumentWidth, "this");
-  int32_t pushed_bytes = kMemberArgumentWidth;
+  const ValueType pointer = object.type.depth > 0 ? object.type : object.type.Pointer();
+  CapturePush(walk, TempOperand(address), kMemberArgumentWidth, "this", pointer);
+  ArgumentCounts counts{1, 0};
   for (const EXPR_NODE* at = node->Arguments; at != nullptr; at = at->NextArgument) {
-    CapturePush(walk, TempOperand(ValueInTemp(walk, EvalExpression(walk, at))), kMemberArgumentWidth, name);
-    pushed_bytes += kMemberArgumentWidth;
+    const Operand value = EvalExpression(walk, at);
+    CapturePush(walk, TempOperand(ValueInTemp(walk, value)), kMemberArgumentWidth, name, value.type);
+    walk.procedure.last->argument = counts.all++;
   }
   FUNCPROTO_REC* function = CurrentFunction(walk.slot, member.Function);
-  GenCallInstruction(walk, AsmNameOf(walk.procedure.context, function), {});
+  GenCallInstruction(walk, AsmNameOf(walk.procedure.context, function), counts, {});
   StartNewBasicBlockAfterCall(walk);
-  CleanUp(walk, pushed_bytes);
+  CleanUp(walk, counts.all * kMemberArgumentWidth);
   ValueType type = ValueType::OfFunction(*function);
   type.function = nullptr;
   return TakeResult(walk, type);
@@ -243,8 +283,9 @@ void CallConstructors(Walk& walk, const SYMBOLS_HEADER& header, bool destructors
     place.kind = Operand::Kind::kSymbol;
     place.symbol = symbol;
     place.type = ValueType::OfSymbol(*symbol);
-    CapturePush(walk, TempOperand(AddressOf(walk, place)), walk.mnemonics.cpu_bytes, comment);
-    GenCallInstruction(walk, AsmNameOf(walk.procedure.context, function), comment);
+    CapturePush(walk, TempOperand(AddressOf(walk, place)), walk.mnemonics.cpu_bytes, comment,
+                place.type.Pointer());
+    GenCallInstruction(walk, AsmNameOf(walk.procedure.context, function), {1, 0}, comment);
     StartNewBasicBlockAfterCall(walk);
     CleanUp(walk, walk.mnemonics.cpu_bytes);
   }

@@ -1,6 +1,9 @@
 #include <cstdlib>
+#include <unordered_map>
+#include <vector>
 
 #include "base/format.h"
+#include "codegen/block_hook.h"
 #include "codegen/walk.h"
 #include "program/operators.h"
 #include "program/static_size.h"
@@ -42,16 +45,65 @@ Operand ThisValue(Walk& walk) {
     WalkError(walk, 0, "'this' is pointing to invalid object");
     return NumberValue(0);
   }
-  const int32_t address = walk.procedure.NewTemp();
-  CaptureAddressInFrame(walk, address, -walk.procedure.total_arg_size, "address of 'this'");
-  const int32_t pointer = walk.procedure.NewTemp();
-  CaptureLoad(walk, pointer, address, {walk.mnemonics.address_bytes, true});
   ValueType type;
   type.basic = Tok::struct_;
   type.record = owner;
   type.depth = 1;
-  return TempValue(pointer, type);
+  return TempValue(ThisPointer(walk), type);
 }
+
+bool IsLogic(const EXPR_NODE* node) {
+  return node->Token == Tok::AND || node->Token == Tok::OR;
+}
+
+/// Where the right sides of a chain's `&&` and `||` begin: the first node of each, and the operator's.
+using RightSides = std::unordered_map<const EXPR_NODE*, const EXPR_NODE*>;
+
+// Finds them by keeping the first node of every operand that lies on the stack. Empty for a chain that is
+// none.
+RightSides FindRightSides(const EXPR_NODE* head) {
+  RightSides found;
+  std::vector<const EXPR_NODE*> starts;
+  for (const EXPR_NODE* node = head; node != nullptr; node = node->Next) {
+    size_t taken = 0;
+    switch (node->Token) {
+      case Tok::NUMBER:
+      case Tok::HEXNUMBER:
+      case Tok::REAL_NUMBER:
+      case Tok::STRING:
+      case Tok::LPAREN:
+      case Tok::this_:
+      case Tok::new_: break;
+      case Tok::IDENTIFIER:
+      case Tok::DOLLAR_IDENTIFIER:
+      case Tok::FUNCTION_CALL: taken = node->IsMember ? 1 : 0; break;
+      case Tok::FUNCTION_ARGUMENT:
+      case Tok::QUESTION_MARK:
+      case Tok::TYPE_CAST: taken = 1; break;
+      default: {
+        const OperatorKind kind = OperatorOf(node->Token).kind;
+        if (kind == OperatorKind::kNone) continue;  // of a member, taken with its name
+        const bool one = kind == OperatorKind::kUnary || kind == OperatorKind::kPlace ||
+                         kind == OperatorKind::kStep || kind == OperatorKind::kPostStep;
+        taken = one ? 1 : 2;
+      }
+    }
+    if (starts.size() < taken) return {};
+    if (IsLogic(node)) found[starts.back()] = node;
+    const EXPR_NODE* start = taken == 0 ? node : starts[starts.size() - taken];
+    starts.resize(starts.size() - taken);
+    starts.push_back(start);
+  }
+  return found;
+}
+
+/// An `&&` or `||` whose left side is known: the result so far, and where its end lies.
+struct OpenLogic {
+  const EXPR_NODE* operation;
+  int32_t result;
+  int32_t end_label;
+  BasicBlock* decided;
+};
 
 /// One chain: operands first, then their operator.
 class ChainWalk {
@@ -68,10 +120,13 @@ class ChainWalk {
   const EXPR_NODE* Member(const EXPR_NODE* node);
   void Operator(const EXPR_NODE* node);
   Operand QuestionMark(const EXPR_NODE* node);
+  void BeginRightSide(const EXPR_NODE* operation);
+  void EndRightSide();
 
   Walk& walk_;
   bool value_wanted_;
   std::vector<Operand> stack_;
+  std::vector<OpenLogic> open_logic_;
 };
 
 Operand ChainWalk::Pop() {
@@ -85,8 +140,45 @@ Operand ChainWalk::Pop() {
 }
 
 Operand ChainWalk::Run(const EXPR_NODE* head) {
-  for (const EXPR_NODE* node = head; node != nullptr;) node = Step(node);
+  const BlockHook* hook = walk_.procedure.context.hook;
+  RightSides right_sides;
+  if (hook != nullptr && hook->WantsShortCircuit()) right_sides = FindRightSides(head);
+  for (const EXPR_NODE* node = head; node != nullptr;) {
+    const auto begins = right_sides.find(node);
+    if (begins != right_sides.end()) BeginRightSide(begins->second);
+    node = Step(node);
+  }
   return stack_.empty() ? Operand() : Pop();
+}
+
+// The left side lies on the stack. Where it decides, the right side is jumped over.
+void ChainWalk::BeginRightSide(const EXPR_NODE* operation) {
+  Procedure& procedure = walk_.procedure;
+  const TacOperand left = ValueOf(walk_, Boolean(walk_, Pop()));
+  const OpenLogic logic{operation, procedure.NewTemp(), procedure.context.label_counter++,
+                        procedure.current_bb};
+  const TacOperand result = TempOperand(logic.result);
+  CapturePlain(walk_, Tok::ASSIGN, result, left, kNoTemp);
+  CaptureCompareWithNumber(walk_, result, 0);
+  const bool is_and = operation->Token == Tok::AND;
+  CaptureJump(walk_, is_and ? ASMOP_JE : ASMOP_JNE, LabelString(procedure, logic.end_label));
+  ThreeAddress_AddBasicBlockPredecesor(logic.decided,
+                                       StartBlock(walk_, is_and ? "right side of &&" : "right side of ||"));
+  open_logic_.push_back(logic);
+}
+
+void ChainWalk::EndRightSide() {
+  const OpenLogic logic = open_logic_.back();
+  open_logic_.pop_back();
+  const TacOperand right = ValueOf(walk_, Boolean(walk_, Pop()));
+  CapturePlain(walk_, Tok::ASSIGN, TempOperand(logic.result), right, kNoTemp);
+  BasicBlock* right_end = walk_.procedure.current_bb;
+  BasicBlock* end = StartBlock(walk_, "logic decided");
+  ThreeAddress_AddBasicBlockPredecesor(right_end, end);
+  AddJumpEdge(logic.decided, end);
+  CaptureLabel(walk_, logic.end_label);
+  Push(TempValue(logic.result, ValueType::Basic(Tok::int_)));
+  stack_.back().is_boolean = true;
 }
 
 // Lowers a node and answers the next one.
@@ -153,6 +245,7 @@ const EXPR_NODE* ChainWalk::Member(const EXPR_NODE* node) {
 
 void ChainWalk::Operator(const EXPR_NODE* node) {
   const Tok op = node->Token;
+  if (!open_logic_.empty() && open_logic_.back().operation == node) return EndRightSide();
   switch (OperatorOf(op).kind) {
     case OperatorKind::kAssign:
     case OperatorKind::kCompound: {
@@ -230,11 +323,13 @@ void CompareConditionWithZero(Walk& walk, const EXPR_NODE* head, std::string_vie
   if (condition.kind == Operand::Kind::kVoid) condition = NumberValue(0);
   if (condition.may_be_wide) condition = Boolean(walk, condition);
   TacOperand value = ValueOf(walk, condition);
+  const bool is_real = IsFloatingScalar(condition.type);
   if (!value.IsVariable()) {
     const int32_t temp = walk.procedure.NewTemp();
     CaptureLoadImmediate(walk, temp, value.text);
     value = TempOperand(temp);
   }
+  walk.is_inexact |= is_real;
   CaptureCompareWithNumber(walk, value, 0, comment);
 }
 

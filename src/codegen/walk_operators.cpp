@@ -105,12 +105,13 @@ Operand PointerSum(Walk& walk, Tok op, const Operand& pointer, const Operand& of
 Operand PointerDifference(Walk& walk, const Operand& left, const Operand& right) {
   const int32_t bytes = walk.procedure.NewTemp();
   CapturePlain(walk, Tok::MINUS, ValueOf(walk, left), ValueOf(walk, right), bytes);
-  const Operand difference = TempValue(bytes, ValueType::Basic(Tok::INT64));
+  const ValueType type = ValueType::Basic(walk.procedure.RegisterBytes() == 4 ? Tok::int_ : Tok::INT64);
+  const Operand difference = TempValue(bytes, type);
   const int64_t size = left.type.Element().Size(walk.slot);
   if (size <= 1) return difference;
   const int32_t result = walk.procedure.NewTemp();
   CapturePlain(walk, Tok::SLASH, TempOperand(bytes), NumberOperand(walk.procedure, size), result);
-  return TempValue(result, ValueType::Basic(Tok::INT64));
+  return TempValue(result, type);
 }
 
 Operand Logical(Walk& walk, Tok op, const Operand& left, const Operand& right) {
@@ -131,7 +132,7 @@ Operand Finished(Walk& walk, Tok op, int32_t result, const ValueType& work, bool
   value.may_be_wide = wide_operand && !IsWide(walk, work) && !NeedsExactOperands(op);
   const bool grows = OperatorOf(op).kind == OperatorKind::kSum || op == Tok::STAR || op == Tok::LEFTSHIFT ||
                      op == Tok::UNARYMINUS || op == Tok::TILDA || op == Tok::XOR || op == Tok::BITOR;
-  if (!grows || IsWide(walk, work) || walk.mnemonics.cpu_bytes == 4) return value;
+  if (!grows || IsWide(walk, work) || walk.procedure.RegisterBytes() == 4) return value;
   if (!work.is_unsigned) {
     value.may_be_wide |= op == Tok::LEFTSHIFT;
     return value;
@@ -243,9 +244,12 @@ Operand BinaryOperation(Walk& walk, Tok op, const Operand& left, const Operand& 
   const int32_t result = walk.procedure.NewTemp();
   const TacOperand first = ValueOf(walk, a);
   const TacOperand second = ValueOf(walk, b);
+  walk.is_inexact |= IsFloatingScalar(left.type) || IsFloatingScalar(right.type);
   Instruction& instruction = CapturePlain(walk, op, first, second, result);
+  instruction.is_wide = wide && plain;
+  instruction.is_int32 = !wide && !work.is_unsigned && !compare;
   // Zero-extended 32 bits compare and divide alike in either way; a full register does not.
-  const bool full = wide || walk.mnemonics.cpu_bytes == 4;
+  const bool full = wide || walk.procedure.RegisterBytes() == 4;
   instruction.is_unsigned = (work.is_unsigned && full) || (work.is_unsigned && !compare) || !plain;
   if (!compare) return Finished(walk, op, result, work, a.may_be_wide || (b.may_be_wide && !shift));
   Operand boolean = TempValue(result, ValueType::Basic(Tok::int_));
@@ -272,7 +276,10 @@ Operand UnaryOperation(Walk& walk, Tok op, const Operand& operand) {
   const Operand exact = op == Tok::NOT && operand.may_be_wide ? Boolean(walk, operand) : operand;
   const TacOperand value = ValueOf(walk, exact);
   const int32_t result = walk.procedure.NewTemp();
-  CapturePlain(walk, op, value, {}, result);
+  walk.is_inexact |= IsFloatingScalar(operand.type);
+  Instruction& instruction = CapturePlain(walk, op, value, {}, result);
+  instruction.is_wide = IsWideNumber(walk, work);
+  instruction.is_int32 = op != Tok::NOT && !IsWide(walk, work) && !work.is_unsigned;
   if (op != Tok::NOT) return Finished(walk, op, result, work, operand.may_be_wide);
   Operand boolean = TempValue(result, ValueType::Basic(Tok::int_));
   boolean.is_boolean = true;
@@ -306,8 +313,8 @@ Operand StepOperation(Walk& walk, Tok op, const Operand& operand, bool old_value
   if (post && old_value_wanted) old = TempValue(CopyOf(walk, operand), operand.type);
   const bool pointer = operand.type.IsPointer();
   const AccessWidth width = AccessOf(walk, operand.type);
-  const bool narrow = !pointer && width.bytes < walk.mnemonics.cpu_bytes &&
-                      (width.bytes < 4 || width.is_unsigned) && walk.slot.Target.optimization_level >= 1;
+  const bool narrow = !pointer && width.bytes < walk.procedure.RegisterBytes() &&
+                      (width.bytes < 4 || width.is_unsigned) && walk.procedure.KeepsValuesInRegisters();
   if (operand.kind == Operand::Kind::kSymbol && !narrow && !IsFloatingScalar(operand.type)) {
     TacOperand variable = SymbolOperand(operand.symbol);
     variable.indirection = pointer ? kByObject : kByOne;

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <charconv>
 
 #include "base/format.h"
 #include "base/host_stack.h"
@@ -87,7 +88,7 @@ void ClearBytes(Walk& walk, int32_t base, int64_t bytes) {
   const int32_t zero = walk.procedure.NewTemp();
   CaptureClear(walk, zero, "what an initializer leaves out is zero");
   int64_t at = 0;
-  for (int chunk = walk.mnemonics.cpu_bytes; chunk > 0; chunk /= 2) {
+  for (int chunk = walk.procedure.RegisterBytes(); chunk > 0; chunk /= 2) {
     for (; at + chunk <= bytes; at += chunk) {
       const int32_t address = walk.procedure.NewTemp();
       CaptureAddNumber(walk, address, base, at);
@@ -336,9 +337,11 @@ void ExecReturnStatement(Walk& walk, const STATEMENT_BLOCK* statement) {
                           Compose(procedure, "LOADIMM", walk.mnemonics.cpu_bytes, " return_reg , ",
                                   vorc_imm_for_target(walk.slot.Target, result.text), " "));
       load.sets_return_reg = true;
+      std::from_chars(result.text.data(), result.text.data() + result.text.size(), load.number);
     } else {
       CaptureMoveVarToReg(walk, "return_reg", result);
     }
+    procedure.last->is_wide = IsWideNumber(walk, type);
   }
   procedure.return_jump_chain.push_back(procedure.current_bb);
   JumpAway(walk, Compose(procedure, procedure.name, "_return"));

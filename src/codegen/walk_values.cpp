@@ -16,15 +16,6 @@ std::string Quoted(const char* before, const SYM_REC* symbol) {
   return std::string(before) + "'" + symbol->name->c_str() + "'";
 }
 
-// The pointer to the object that a member function runs on.
-int32_t ThisPointer(Walk& walk) {
-  const int32_t address = walk.procedure.NewTemp();
-  CaptureAddressInFrame(walk, address, -walk.procedure.total_arg_size, "address of 'this'");
-  const int32_t pointer = walk.procedure.NewTemp();
-  CaptureLoad(walk, pointer, address, {walk.mnemonics.address_bytes, true});
-  return pointer;
-}
-
 int32_t AddressOfSymbol(Walk& walk, const SYM_REC* symbol) {
   Procedure& procedure = walk.procedure;
   const int32_t temp = procedure.NewTemp();
@@ -32,7 +23,7 @@ int32_t AddressOfSymbol(Walk& walk, const SYM_REC* symbol) {
   if (slot != procedure.frame.end()) {
     const bool parameter = slot->second.is_parameter;
     CaptureAddressInFrame(walk, temp, parameter ? -slot->second.offset : slot->second.offset,
-                          Quoted(parameter ? "address of parameter " : "address of local ", symbol));
+                          Quoted(parameter ? "address of parameter " : "address of local ", symbol), symbol);
     return temp;
   }
   if (symbol->OwnerStruct != nullptr && procedure.proto->OwnerClass != nullptr) {
@@ -106,12 +97,20 @@ Operand Narrowed(Walk& walk, const Operand& operand, AccessWidth width, const Va
     CapturePlain(walk, Tok::BITAND, ValueOf(walk, operand), Number(walk, mask), result);
   } else {
     const TacOperand shift =
-        Number(walk, static_cast<uint64_t>(8 * (walk.mnemonics.cpu_bytes - width.bytes)));
+        Number(walk, static_cast<uint64_t>(8 * (walk.procedure.RegisterBytes() - width.bytes)));
     const int32_t high = walk.procedure.NewTemp();
     CapturePlain(walk, Tok::LEFTSHIFT, ValueOf(walk, operand), shift, high);
     CapturePlain(walk, Tok::RIGHTSHIFT, TempOperand(high), shift, result);
   }
   return TempValue(result, type);
+}
+
+// A variable real becomes another type, or the other way: its bits would be taken for the value.
+void NoteReals(Walk& walk, const Operand& operand, const ValueType& type) {
+  const bool constant = operand.IsNumber() || operand.kind == Operand::Kind::kReal;
+  const bool real = IsFloatingScalar(operand.type);
+  if (constant || (!real && !IsFloatingScalar(type))) return;
+  walk.is_inexact |= !real || !IsFloatingScalar(type) || operand.type.basic != type.basic;
 }
 
 bool Fits(AccessWidth value, AccessWidth target) {
@@ -150,6 +149,14 @@ void CopyLoop(Walk& walk, int32_t to, int32_t from, int64_t bytes) {
 
 }  // namespace
 
+int32_t ThisPointer(Walk& walk) {
+  const int32_t address = walk.procedure.NewTemp();
+  CaptureAddressInFrame(walk, address, -walk.procedure.total_arg_size, "address of 'this'");
+  const int32_t pointer = walk.procedure.NewTemp();
+  CaptureLoad(walk, pointer, address, {walk.mnemonics.address_bytes, true, true});
+  return pointer;
+}
+
 Operand NumberValue(int64_t number, Tok basic) {
   Operand operand;
   operand.kind = Operand::Kind::kNumber;
@@ -168,6 +175,12 @@ Operand TempValue(int32_t temp, const ValueType& type) {
 
 bool IsFloatingScalar(const ValueType& type) {
   return type.IsReal() && !type.IsPointer() && !type.IsArray();
+}
+
+bool IsWideNumber(const Walk& walk, const ValueType& type) {
+  const AccessWidth width = AccessOf(walk, type);
+  const bool number = !type.IsStruct() && type.function == nullptr && type.basic != Tok::void_;
+  return number && width.bytes > 4 && !width.is_address;
 }
 
 AccessWidth AccessOf(const Walk& walk, const ValueType& type) {
@@ -231,6 +244,7 @@ int32_t ValueInTemp(Walk& walk, const Operand& operand) {
 }
 
 Operand Converted(Walk& walk, const Operand& operand, const ValueType& type) {
+  NoteReals(walk, operand, type);
   const bool plain = !type.IsPointer() && !type.IsArray() && !type.IsStruct() && type.function == nullptr;
   if (!plain || operand.kind == Operand::Kind::kText || operand.kind == Operand::Kind::kFunction ||
       operand.type.IsStruct() || IsFloatingScalar(operand.type) || IsFloatingScalar(type)) {
@@ -253,9 +267,10 @@ Operand Converted(Walk& walk, const Operand& operand, const ValueType& type) {
     return number;
   }
   const AccessWidth source = AccessOf(walk, operand.type);
-  const bool whole_register = target.bytes >= walk.mnemonics.cpu_bytes;
+  const int register_bytes = walk.procedure.RegisterBytes();
+  const bool whole_register = target.bytes >= register_bytes;
   if (type.basic == Tok::bool_ && operand.type.basic != Tok::bool_) return Boolean(walk, operand);
-  if (operand.may_be_wide && source.bytes < walk.mnemonics.cpu_bytes && target.bytes >= source.bytes) {
+  if (operand.may_be_wide && source.bytes < register_bytes && target.bytes >= source.bytes) {
     Operand cut = Narrowed(walk, operand, source, operand.type);
     return Converted(walk, cut, type);
   }
@@ -273,6 +288,7 @@ Operand Boolean(Walk& walk, const Operand& operand) {
   const Operand value =
       operand.may_be_wide ? Narrowed(walk, operand, AccessOf(walk, operand.type), operand.type) : operand;
   const int32_t result = walk.procedure.NewTemp();
+  walk.is_inexact |= IsFloatingScalar(operand.type);
   CapturePlain(walk, Tok::NE, ValueOf(walk, value), NumberOperand(walk.procedure, 0), result);
   Operand boolean = TempValue(result, ValueType::Basic(Tok::int_));
   boolean.is_boolean = true;
@@ -285,8 +301,9 @@ Operand StoreInto(Walk& walk, const Operand& place, const Operand& value) {
     return place;
   }
   const bool real_target = IsFloatingScalar(place.type);
+  NoteReals(walk, value, place.type);
   // Memory cuts a value by itself; a register that is used again must hold the cut value.
-  const bool cut = walk.slot.Target.optimization_level >= 1 || real_target ||
+  const bool cut = walk.procedure.KeepsValuesInRegisters() || real_target ||
                    value.kind == Operand::Kind::kReal || value.IsNumber() || value.may_be_wide ||
                    place.type.basic == Tok::bool_;
   const Operand converted = cut ? Converted(walk, value, place.type) : value;
@@ -304,7 +321,7 @@ Operand StoreInto(Walk& walk, const Operand& place, const Operand& value) {
 
 void CopyBytes(Walk& walk, int32_t to, int32_t from, int64_t bytes) {
   int64_t at = 0;
-  const int word = walk.mnemonics.cpu_bytes;
+  const int word = walk.procedure.RegisterBytes();
   if (bytes / word > kMostUnrolled) return CopyLoop(walk, to, from, bytes);
   for (int chunk = word; chunk > 0; chunk /= 2) {
     for (; at + chunk <= bytes; at += chunk) {

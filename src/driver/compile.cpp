@@ -18,12 +18,15 @@
 #include "base/format.h"
 #include "base/text_search.h"
 #include "base/trace.h"
+#include "builtins/table.h"
 #include "frontend/parser.h"
 #include "frontend/scanner.h"
 #include "interp/interpreter.h"
 #include "lib/sandbox.h"
 #include "output/assembly.h"
+#include "output/object_writer.h"
 #include "output/pic_rewrite.h"
+#include "program/layout.h"
 #include "retarget/back_end.h"
 #include "rtl/generate.h"
 
@@ -35,6 +38,8 @@ constexpr const char* kErrorLog = "error";
 // All that a run writes beside its source, whatever the mode.
 constexpr const char* kOutputExtensions[] = {kErrorLog, "asm", "code_gen_analysis.txt", "datafile_tac.txt",
                                              "ai_tac_analysis_input.txt"};
+// What a compilation adds to that.
+constexpr const char* kRecordExtensions[] = {"symtab", "obj"};
 
 std::string FullPath(const std::string& path) {
   const std::unique_ptr<char, decltype(&std::free)> real(realpath(path.c_str(), nullptr), &std::free);
@@ -54,11 +59,23 @@ Descriptor OpenSafely(const std::string& path) {
   return Descriptor(file == nullptr ? -1 : dup(fileno(file.get())));
 }
 
+/// What the parser finds behind it when nothing is run.
+class NothingRuns final : public ParseServices {
+ public:
+  void AllocateData(SYM_REC*) override {}
+  void InitializeData(SYM_REC*) override {}
+  int64_t RoomOf(const SYM_REC*) override { return kLargestType; }
+  void RunStatement(STATEMENT_BLOCK*) override {}
+  bool IsBuiltin(const Name* name) override { return FindSystemFunction(name->Text) != nullptr; }
+};
+
 /// One compilation from its options to its exit status.
 class Compilation {
  public:
   explicit Compilation(const Options& options)
-      : options_(options), slot_(std::make_unique<C_SLOT>()), scanner_(*slot_), interpreter_(*slot_) {}
+      : options_(options), slot_(std::make_unique<C_SLOT>()), scanner_(*slot_) {
+    if (options.target.script) interpreter_ = std::make_unique<Interpreter>(*slot_);
+  }
 
   int Run();
 
@@ -66,6 +83,7 @@ class Compilation {
   void FillSlot();
   File OpenSource(const std::string& path) const;
   bool OpenRelatedFiles();
+  bool OpenTemporaryFiles();
   bool CompileDiskFile();
   bool CompileWithDefines();
   bool ParseDiskFile(const std::string& name);
@@ -78,7 +96,8 @@ class Compilation {
   const std::string full_source_ = FullPath(options_.source);
   std::unique_ptr<C_SLOT> slot_;
   Scanner scanner_;
-  Interpreter interpreter_;
+  std::unique_ptr<Interpreter> interpreter_;  ///< of a script
+  NothingRuns nothing_runs_;
   OutputFiles outputs_;
   std::unique_ptr<BackEnd> back_end_;
   bool defines_failed_ = false;
@@ -86,7 +105,7 @@ class Compilation {
 
 int Compilation::Run() {
   FillSlot();
-  if (!interpreter_.ready() || !slot_->Expressions.reserved()) {
+  if ((interpreter_ != nullptr && !interpreter_->ready()) || !slot_->Expressions.reserved()) {
     std::fputs("vorc: failed (the host grants too little address space)\n", stderr);
     return kExitFailure;
   }
@@ -108,8 +127,12 @@ int Compilation::Run() {
 void Compilation::FillSlot() {
   slot_->Target = options_.target;
   slot_->Display.set_quiet(options_.target.quiet);
-  slot_->Services = &interpreter_;
+  slot_->Services = &nothing_runs_;
+  if (interpreter_ != nullptr) slot_->Services = interpreter_.get();
   slot_->OpenSource = [this](const std::string& path) { return OpenSource(path); };
+  if (!options_.source_text) return;
+  scanner_.AddSource(options_.source, *options_.source_text);
+  if (full_source_ != options_.source) scanner_.AddSource(full_source_, *options_.source_text);
 }
 
 // Included files are files of the script; the source that the command line names isn't.
@@ -124,9 +147,24 @@ bool Compilation::OpenRelatedFiles() {
     return SetFileExt(options_.source, extension) == options_.source;
   };
   if (std::any_of(std::begin(kOutputExtensions), std::end(kOutputExtensions), is_source)) return false;
+  if (options_.temporary_outputs) return OpenTemporaryFiles();
+  if (!slot_->IsScript() &&
+      std::any_of(std::begin(kRecordExtensions), std::end(kRecordExtensions), is_source))
+    return false;
   const std::string error_log = SetFileExt(options_.source, kErrorLog);
   unlink(error_log.c_str());
   return slot_->Display.OpenLog(error_log) && outputs_.Open(options_.source);
+}
+
+// The files live on as long as they are open. So nothing is left behind, however the run ends.
+bool Compilation::OpenTemporaryFiles() {
+  const char* place = std::getenv("TMPDIR");
+  std::string folder = std::string(place == nullptr || *place == '\0' ? "/tmp" : place) + "/morv-XXXXXX";
+  if (mkdtemp(folder.data()) == nullptr) return false;
+  const std::string name = folder + "/script.c";
+  const bool good = slot_->Display.OpenLog(SetFileExt(name, kErrorLog)) && outputs_.Open(name);
+  for (const char* extension : kOutputExtensions) unlink(SetFileExt(name, extension).c_str());
+  return rmdir(folder.c_str()) == 0 && good;
 }
 
 bool Compilation::ParseDiskFile(const std::string& name) {
@@ -146,7 +184,7 @@ bool Compilation::CompileDiskFile() {
 // read from memory, so that runs side by side don't see each other's.
 bool Compilation::CompileWithDefines() {
   const std::string prelude = options_.source + ".vorc_dtmp.c";
-  if (!CanCreate(prelude)) {
+  if (!options_.temporary_outputs && !CanCreate(prelude)) {
     WriteErrors(
         Format("vorc: could not create temporary -D prelude file for '%s'\n", options_.source.c_str()));
     defines_failed_ = true;
@@ -186,7 +224,8 @@ int Compilation::FinishRtl() {
 
 // A source without errors becomes code. What can't be written whole is an error of the run.
 void Compilation::GenerateCode() {
-  if (slot_->Display.ErrorCount == 0 && !slot_->IsScript())
+  if (slot_->Display.ErrorCount == 0 && !slot_->IsScript() &&
+      WriteSymbolAndObjectFiles(*slot_, options_.source, outputs_.Reference()))
     EmitAssembly(*slot_, outputs_, options_.source, back_end_.get());
   if (!outputs_.Close()) {
     slot_->Display.DisplayError(options_.source, 0, 0, "The output files could not be written.");
@@ -216,7 +255,7 @@ int Compilation::Finish() {
   if (display.ErrorCount == 0 && options_.rtl) return FinishRtl();
   if (display.ErrorCount == 0 && options_.target.script && FindProgramEntryLabel(*slot_) != nullptr) {
     if (!options_.target.quiet) SendOutput("vorc: executing main() ....");
-    interpreter_.InterpretScript();
+    interpreter_->InterpretScript();
     slot_->Display.FlushLog();
   }
   if (back_end_ != nullptr) back_end_->Finish();

@@ -12,7 +12,6 @@ namespace {
 constexpr size_t kMostScriptArguments = 64;
 constexpr size_t kMostIncludePaths = 32;
 constexpr size_t kMostDefines = 64;
-constexpr size_t kLongestFormatName = 15;
 constexpr int kHighestOptimization = 1;
 constexpr int kExitError = 1;
 constexpr int kExitMisuse = 2;
@@ -97,12 +96,6 @@ constexpr WordOption kWordOptions[] = {
     {"-llmtrace", [](Options& o) { o.llmtrace = true; }},
 };
 
-struct FormatName {
-  std::string_view name;
-  int format;
-};
-constexpr FormatName kFormats[] = {{"native", 0}, {"vx", 0},      {"elf", 1},
-                                   {"pe", 2},     {"eldopic", 3}, {"picfmt2", 3}};
 constexpr std::string_view kFormatOptions[] = {"exe=", "-exe=", "exeformat=", "-exeformat="};
 
 struct CoreName {
@@ -120,11 +113,9 @@ constexpr CoreName kCores[] = {
 };
 
 std::optional<int> SetFormat(const std::string& value, Options* options) {
-  std::string folded = value.substr(0, kLongestFormatName);
-  for (char& c : folded) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-  for (const FormatName& format : kFormats) {
-    if (format.name != folded) continue;
-    options->target.exe_format = format.format;
+  const int format = ExeFormatFromName(value);
+  if (format >= 0) {
+    options->target.exe_format = format;
     return std::nullopt;
   }
   std::fprintf(
@@ -253,7 +244,7 @@ std::optional<int> SettleWidths(Options* options) {
   return std::nullopt;
 }
 
-std::string BuildQueryString(const std::vector<std::string>& arguments) {
+std::string BuildQueryString(const std::vector<std::string>& arguments, bool escape_plus) {
   constexpr size_t kName = sizeof "QUERY_STRING=" - 1;  // the limits count the variable's name
   constexpr size_t kPairBegins = 8129;
   constexpr size_t kValueEnds = 8183;
@@ -271,6 +262,7 @@ std::string BuildQueryString(const std::vector<std::string>& arguments) {
         case '=': text += "%3D"; break;
         case ' ': text += "%20"; break;
         case '%': text += "%25"; break;
+        case '+': text += escape_plus ? "%2B" : "+"; break;
         default: text += c;
       }
     }

@@ -18,6 +18,8 @@ struct Options {
   std::string source;
   std::vector<std::string> script_arguments;
   std::vector<std::string> defines;
+  std::optional<std::string> source_text;  ///< what the source holds, instead of the file of its name
+  bool temporary_outputs = false;          ///< output files stand in a folder that goes away at once
 };
 
 /// Reads the arguments behind the program's name, from left to right. An error is told on standard
@@ -27,8 +29,9 @@ std::optional<int> ParseOptions(const std::vector<std::string>& arguments, Optio
 /// Settles register and address widths. An error is told and answers the exit status.
 std::optional<int> SettleWidths(Options* options);
 
-/// Text of the QUERY_STRING variable for the script's arguments: "1=first&2=second".
-std::string BuildQueryString(const std::vector<std::string>& arguments);
+/// Text of the QUERY_STRING variable for the script's arguments: "1=first&2=second". A plus sign stands
+/// for a blank there, unless `escape_plus` keeps it what it is.
+std::string BuildQueryString(const std::vector<std::string>& arguments, bool escape_plus = false);
 
 /// The help text, on standard error.
 void PrintUsage();

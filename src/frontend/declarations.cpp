@@ -335,7 +335,7 @@ bool Parser::ParseVariable(const Scope& scope, Declarator* declarator, FUNCPROTO
   SYM_REC* existing = nullptr;
   const bool dropped = CheckVariableConflict(scope, *declarator, &existing);
   SYM_REC* symbol = existing;
-  declarator->room = existing == nullptr ? kLargestType : DataRoom(existing);
+  declarator->room = existing == nullptr ? kLargestType : slot_.Services->RoomOf(existing);
   if (symbol == nullptr) {
     // A dropped declaration is still read to its end, into a symbol that no scope knows.
     SYMBOLS_HEADER aside;
@@ -430,12 +430,6 @@ void Parser::ShowConflict(const FoundName& conflict, const Name* name, bool warn
   } else {
     slot_.Error(0, Format("Duplicate declaration '%s'", text));
   }
-}
-
-// Bytes that an `extern` variable has been given by its uses, which must go on to see the same place.
-int64_t Parser::DataRoom(const SYM_REC* symbol) const {
-  if (symbol->InterpreterData == nullptr) return kLargestType;
-  return symbol->Shape.UnsizedFirstDimension ? kOpenArrayRoom : GetDeclaredDataSize(slot_, symbol);
 }
 
 bool Parser::CheckRoom(const Declarator& declarator, const SYM_REC* symbol) {

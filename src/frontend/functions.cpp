@@ -82,6 +82,11 @@ FUNCPROTO_REC* Parser::SettleOverload(SYMBOLS_HEADER* header, FUNCPROTO_REC* pro
   for (const Binding* at = slot_.Index.Find(header, proto->name); at != nullptr; at = at->Next) {
     auto* other = static_cast<FUNCPROTO_REC*>(at->Record);
     if (at->Kind != BindingKind::kFunction || other == proto || other->PrototypeOnly) continue;
+    // Who types a function again wants the new one.
+    if (slot_.Target.typed && defining && CompareParams(other, proto) == 0) {
+      SupersedePrototype(other);
+      continue;
+    }
     if (!SameReturnType(other, proto)) {
       slot_.Error(22, Format("Overloaded function '%s' already defined with different return type",
                              proto->name->c_str()));

@@ -66,7 +66,7 @@ Parser::Scope Parser::ProcScope(FUNCPROTO_REC* proc) {
 }
 
 bool Parser::ParseCsyntax() {
-  if (slot_.IsScript()) CreateMorvMain();
+  if (slot_.IsScript() && slot_.MorvFuncProto == nullptr) CreateMorvMain();
   while (At(Tok::POUND)) scan_.ParsePound();
   while (!At(Tok::END_OF_FILE)) {
     if (slot_.Display.ErrorCount > kMostErrors) {
@@ -177,6 +177,10 @@ void Parser::ParseTopLevelDollar() {
   if (!slot_.IsScript()) {
     slot_.Error(0, "'$var' is only available in MORV (-morv) mode.");
     return SkipToSemicolon();
+  }
+  if (slot_.Target.typed) {
+    MorvPROC_ParseStatement(STATEMENT_TYPE_PLAIN);
+    return;
   }
   const long line = scan_.LineNumber();
   Next();

@@ -157,7 +157,6 @@ class Parser {
   bool DeclareTypedef(const Scope& scope, const Declarator& declarator, FUNCPROTO_REC* function);
   void KeepStatic(SYM_REC* symbol);
   void FinishVariable(const Scope& scope, SYM_REC* symbol);
-  int64_t DataRoom(const SYM_REC* symbol) const;
   bool CheckRoom(const Declarator& declarator, const SYM_REC* symbol);
   bool ParseInitialValue(const Scope& scope, const Declarator& declarator, SYM_REC* symbol);
   bool ParseLocalValue(const Scope& scope, SYM_REC* symbol);

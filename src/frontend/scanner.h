@@ -72,6 +72,8 @@ class Scanner {
 
   /// Opens the main source and reads its first token. False if it can't be read.
   bool OpenSourceCodeFile(const std::string& name);
+  /// Forgets where it stands; what was defined stays. The next file that is opened is a main source.
+  void StartAnew() { now_ = State(); }
   /// Takes a text as the content of a file, which is then not opened.
   void AddSource(const std::string& path, std::string text);
   /// Names a text that is compiled, or included, as if it were a file.

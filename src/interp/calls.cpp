@@ -192,15 +192,20 @@ bool Interpreter::RunBuiltin(const Op& op, const BuiltinValue* arguments, size_t
   if (row.handler == nullptr)
     return Fail(op.node, Format("Built-in function '%s' is not available.", row.name));
   BuiltinCall call(runtime_, {arguments, count});
+  if (!RunHandler(op, call)) return false;
+  FromBuiltinValue(call.result(), result);
+  return true;
+}
+
+bool Interpreter::RunHandler(const Op& op, BuiltinCall& call) {
   bool enough_memory = true;
   try {
-    row.handler(call);
+    op.builtin->handler(call);
   } catch (const std::bad_alloc&) {
     enough_memory = false;
   }
   if (!enough_memory || call.out_of_memory())
     return Fail(op.node, "ExecSystemFunction: Not enough system memory");
-  FromBuiltinValue(call.result(), result);
   return true;
 }
 
@@ -293,7 +298,7 @@ void Interpreter::BindArgument(SYM_REC* parameter, const Entry& argument, char* 
   if (argument.token == Tok::STRING && argument.text != nullptr) {
     if (!pointer && parameter->BasicType != Tok::dollar) return;
     std::memcpy(word, &argument.text, sizeof argument.text);
-    if (!pointer) parameter->CurrentType = Tok::STRING;
+    if (!pointer) StateOf(parameter).holds = Tok::STRING;
     return;
   }
   if (pointer) {

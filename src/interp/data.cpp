@@ -15,28 +15,33 @@ constexpr size_t kSlack = 16;
 }  // namespace
 
 void Interpreter::AllocateData(SYM_REC* symbol) {
-  if (!slot_.IsScript() || symbol->InterpreterData != nullptr || symbol->IsParameter) return;
+  if (!slot_.IsScript() || StateOf(symbol).data != nullptr || symbol->IsParameter) return;
   if ((symbol->StorageType & EXTERN_VAR) != 0) {
     // An `extern` inside a function is the file's variable of that name.
     SYM_REC* global = FindInScope(slot_, &slot_.Globals, symbol->name).Symbol();
     if (global != nullptr && global != symbol && !global->ImplicitExtern) {
       AllocateData(global);
-      symbol->InterpreterData = global->InterpreterData;
+      StateOf(symbol).data = StateOf(global).data;
       return;
     }
   }
   const bool open = symbol->Shape.UnsizedFirstDimension;
   const auto size = static_cast<size_t>(open ? kOpenArrayRoom : GetDeclaredDataSize(slot_, symbol));
-  symbol->InterpreterData = memory_.Allocate(size + kSlack);
-  if (symbol->InterpreterData != nullptr) return;
+  StateOf(symbol).data = memory_.Allocate(size + kSlack);
+  if (StateOf(symbol).data != nullptr) return;
   slot_.ErrorAt(symbol->Line, 0, Format("Variable '%s' does not fit into memory.", symbol->name->c_str()));
-  symbol->InterpreterData = memory_.stack();
+  StateOf(symbol).data = memory_.stack();
+}
+
+int64_t Interpreter::RoomOf(const SYM_REC* symbol) {
+  if (StateOf(symbol).data == nullptr) return kLargestType;
+  return symbol->Shape.UnsizedFirstDimension ? kOpenArrayRoom : GetDeclaredDataSize(slot_, symbol);
 }
 
 char* Interpreter::AddressOfSymbol(const SYM_REC* symbol) const {
   if (symbol->IsParameter) return Word(frame_.base + symbol->FrameOffset);
   if (symbol->IsLocal) return Word(frame_.base - symbol->FrameOffset);
-  return symbol->InterpreterData;
+  return StateOf(symbol).data;
 }
 
 // The value of a constant initializer as an operand.
@@ -51,7 +56,7 @@ bool Interpreter::ConstantEntry(const InitializerLeaf& leaf, Entry* entry) {
       if (value.kind == ConstantValue::Kind::kFunction) number = reinterpret_cast<int64_t>(value.function);
       if (value.symbol != nullptr) {
         AllocateData(value.symbol);
-        number += reinterpret_cast<int64_t>(value.symbol->InterpreterData);
+        number += reinterpret_cast<int64_t>(StateOf(value.symbol).data);
       }
       entry->SetInt(0);
       entry->value = number;
@@ -92,7 +97,7 @@ void Interpreter::InitializeData(SYM_REC* symbol) {
   AllocateData(symbol);
   const auto store = [&](const InitializerLeaf& leaf) {
     Entry value;
-    if (ConstantEntry(leaf, &value)) StoreLeaf(leaf, symbol->InterpreterData, value);
+    if (ConstantEntry(leaf, &value)) StoreLeaf(leaf, StateOf(symbol).data, value);
   };
   InitializerWalk(slot_, store).Run(symbol);
 }

@@ -63,7 +63,7 @@ Code* Decoder::DecodeChain(EXPR_NODE* head) {
     DecodeNode(node, op);
   }
   code->ops[code->count - 1].last = true;
-  head->Decoded = code;
+  chains_[head->Index + 1] = code;
   return code;
 }
 

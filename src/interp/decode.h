@@ -92,10 +92,13 @@ class Decoder {
  public:
   Decoder(C_SLOT& slot, Arena& arena, ScriptMemory& memory) : slot_(slot), arena_(arena), memory_(memory) {}
 
-  /// The steps of the chain that starts at `head`; remembered in the node.
+  /// Where steps are remembered by the index of a chain's first node. Zeros at first.
+  void KeepIn(Code** chains) { chains_ = chains; }
+  /// The steps of the chain that starts at `head`.
   Code* Decode(EXPR_NODE* head) {
     if (head == nullptr) return nullptr;
-    return head->Decoded != nullptr ? static_cast<Code*>(head->Decoded) : DecodeChain(head);
+    Code* known = chains_[head->Index + 1];
+    return known != nullptr ? known : DecodeChain(head);
   }
 
  private:
@@ -110,6 +113,7 @@ class Decoder {
   C_SLOT& slot_;
   Arena& arena_;
   ScriptMemory& memory_;
+  Code** chains_ = nullptr;
 };
 
 }  // namespace vorc

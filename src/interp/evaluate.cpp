@@ -14,7 +14,8 @@ constexpr int kDeepestOperands = 32;
 // Every call takes at least three words of the script's stack.
 constexpr size_t kMostCalls = ScriptMemory::kStackWords / 3;
 constexpr size_t kSaveMemory = size_t{64} << 20;
-constexpr std::initializer_list<size_t> kOperandMemory = {size_t{256} << 20, size_t{16} << 20};
+constexpr size_t kOperandMemory = size_t{256} << 20;
+constexpr size_t kFewOperands = size_t{16} << 20;
 
 int32_t WrappedDivide(int32_t a, int32_t b) {
   return b == -1 ? static_cast<int32_t>(0U - static_cast<uint32_t>(a)) : a / b;
@@ -38,19 +39,28 @@ bool IsTrue(const Entry& entry) {
 Interpreter::Interpreter(C_SLOT& slot, Road road)
     : slot_(slot),
       runtime_(memory_),
-      operand_memory_(kOperandMemory),
-      operands_(reinterpret_cast<Entry*>(operand_memory_.data())),
-      operands_end_(operands_ + operand_memory_.size() / sizeof(Entry) - 2 * kDeepestOperands),
-      walks_(road == Road::kWalker || TraceOn() || std::getenv("VORC_WALK") != nullptr),
-      record_memory_(kMostCalls * sizeof(CallRecord)),
-      record_top_(reinterpret_cast<CallRecord*>(record_memory_.data())),
-      record_end_(record_top_ + kMostCalls),
-      save_memory_(kSaveMemory),
-      save_top_(save_memory_.data()),
-      state_memory_(capacity::kStatementBlocks),
-      exec_states_(reinterpret_cast<uint8_t*>(state_memory_.data())),
-      known_memory_(capacity::kSymbols * sizeof(KnownText)),
-      known_texts_(reinterpret_cast<KnownText*>(known_memory_.data())) {}
+      walks_(road == Road::kWalker || TraceOn() || std::getenv("VORC_WALK") != nullptr) {
+  constexpr size_t kRecords = kMostCalls * sizeof(CallRecord);
+  constexpr size_t kStates = capacity::kStatementBlocks;
+  constexpr size_t kSymbols = (capacity::kSymbols + 1) * sizeof(SymbolState);
+  constexpr size_t kChains = (capacity::kExpressions + 1) * sizeof(Code*);
+  constexpr size_t kFixed = ReservedPieces::RoomFor(kRecords) + ReservedPieces::RoomFor(kSaveMemory) +
+                            ReservedPieces::RoomFor(kStates) + ReservedPieces::RoomFor(kSymbols) +
+                            ReservedPieces::RoomFor(kChains);
+  work_memory_.emplace(std::initializer_list<size_t>{kFixed + kOperandMemory, kFixed + kFewOperands});
+  const std::span<char> rest = work_memory_->Rest();
+  if (rest.data() == nullptr) return;
+  record_top_ = reinterpret_cast<CallRecord*>(work_memory_->Take(kRecords));
+  record_end_ = record_top_ + kMostCalls;
+  save_top_ = work_memory_->Take(kSaveMemory);
+  save_end_ = save_top_ + kSaveMemory;
+  exec_states_ = reinterpret_cast<uint8_t*>(work_memory_->Take(kStates));
+  symbol_states_ = reinterpret_cast<SymbolState*>(work_memory_->Take(kSymbols));
+  decoder_.KeepIn(reinterpret_cast<Code**>(work_memory_->Take(kChains)));
+  const std::span<char> operands = work_memory_->Rest();
+  operands_ = operands_begin_ = reinterpret_cast<Entry*>(operands.data());
+  operands_end_ = operands_ + operands.size() / sizeof(Entry) - 2 * kDeepestOperands;
+}
 
 bool Interpreter::Fail(const EXPR_NODE* node, const std::string& text) {
   slot_.ErrorAt(node == nullptr ? current_line_ : node->Line, 0, text);
@@ -129,6 +139,7 @@ bool Interpreter::RunSteps(const Code* code, Mode mode, Entry* base, Entry** top
     if (op->code >= OpCode::kPlus && op->code <= OpCode::kAndOr) {
       if (at - 1 < base) return CheckTop(base, at - 2), false;
       --at;
+      if (at > base && AppendInPlace(*op, at[-1], at, at + 1)) continue;
       if (!StepBinary(*op, mode, at, at + 1)) return false;
       continue;
     }
@@ -247,7 +258,7 @@ void Interpreter::FinishResult(Entry* entry) {
     entry->value = 0;
     return;
   }
-  const bool text = entry->IsDollar() ? entry->symbol->CurrentType == Tok::STRING
+  const bool text = entry->IsDollar() ? StateOf(entry->symbol).holds == Tok::STRING
                                       : char_type && entry->kind == 3 && entry->depth == 1;
   if (text && entry->kind != 1) {
     const char* stored = nullptr;
@@ -368,7 +379,7 @@ void Interpreter::NotInvert(Tok token, Entry* entry) {
   if (token == Tok::NOT) {
     if (entry->token == Tok::STRING) return entry->SetInt(0);
     const bool holds_text = entry->IsVariable() && entry->symbol != nullptr && entry->IsDollar() &&
-                            entry->symbol->CurrentType == Tok::STRING;
+                            StateOf(entry->symbol).holds == Tok::STRING;
     const bool pointer = entry->IsVariable() && entry->kind == 3;
     Materialize(entry);
     if (pointer || holds_text) return entry->SetInt(entry->value == 0);

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -11,6 +12,7 @@
 #include "interp/exec_state.h"
 #include "interp/frame.h"
 #include "interp/memory.h"
+#include "interp/symbol_state.h"
 #include "interp/vm_code.h"
 #include "interp/vm_states.h"
 #include "program/initializer_walk.h"
@@ -85,11 +87,7 @@ class Interpreter final : public ParseServices {
  public:
   explicit Interpreter(C_SLOT& slot, Road road = Road::kMachine);
   /// False if the host grants no memory to run in.
-  bool ready() const {
-    return memory_.ready() && operand_memory_.data() != nullptr && record_memory_.data() != nullptr &&
-           save_memory_.data() != nullptr && state_memory_.data() != nullptr &&
-           known_memory_.data() != nullptr;
-  }
+  bool ready() const { return memory_.ready() && symbol_states_ != nullptr; }
 
   /// Runs `main`. False after an error or without a `main`.
   bool InterpretScript();
@@ -97,6 +95,7 @@ class Interpreter final : public ParseServices {
   void AllocateData(SYM_REC* symbol) override;
   void InitializeData(SYM_REC* symbol) override;
   void RunStatement(STATEMENT_BLOCK* statement) override;
+  int64_t RoomOf(const SYM_REC* symbol) override;
   bool IsBuiltin(const Name* name) override { return FindSystemFunction(name->Text) != nullptr; }
 
  private:
@@ -138,6 +137,7 @@ class Interpreter final : public ParseServices {
   const char* OperandText(const Entry& entry, bool* from_dollar) const;
   const char* CheckedText(const char* text) const;
   bool StringPlus(Entry* left, Entry* right);
+  bool AppendInPlace(const Op& op, const Entry& target, Entry* left, Entry* right);
   std::string_view RingText(std::string_view left, std::string_view right);
   std::string_view TypelessText(const SYM_REC* symbol, const char* stored) const;
   std::string_view LengthOf(const char* text) const;
@@ -174,6 +174,7 @@ class Interpreter final : public ParseServices {
   bool MemberCall(const Op& op, Entry* object);
   bool CallBuiltin(const Op& op, Entry* result);
   bool RunBuiltin(const Op& op, const BuiltinValue* arguments, size_t count, Entry* result);
+  bool RunHandler(const Op& op, BuiltinCall& call);
   bool AsmCall(const Op& op, Entry* result);
   bool EvaluateArguments(const Op& op, Mode mode, Entry* arguments);
   FUNCPROTO_REC* ChooseOverload(FUNCPROTO_REC* function, int count, const EXPR_NODE* node);
@@ -245,6 +246,7 @@ class Interpreter final : public ParseServices {
   bool RunGeneralLow(const Site& site, int32_t* low);
   bool RunGeneralReturn(const Site& site);
   bool RunBuiltinSite(const Site& site, char* fp, char* result);
+  bool RunTakenName(const Site& site, char* result);
   bool ArgumentOf(const BuiltinArgument& argument, const char* fp, BuiltinValue* value);
 
   // --- sweep.cpp
@@ -259,6 +261,7 @@ class Interpreter final : public ParseServices {
   char* AddressOfSymbol(const SYM_REC* symbol) const;
   bool ConstantEntry(const InitializerLeaf& leaf, Entry* entry);
 
+  SymbolState& StateOf(const SYM_REC* symbol) const { return symbol_states_[symbol->Index + 1]; }
   bool failed() const { return slot_.Display.ErrorCount > 0; }
   bool Fail(const EXPR_NODE* node, const std::string& text);
   char* Word(int64_t index) const {
@@ -270,9 +273,11 @@ class Interpreter final : public ParseServices {
   ScriptRuntime runtime_;
   Arena code_arena_;
   Decoder decoder_{slot_, code_arena_, memory_};
-  ReservedMemory operand_memory_;
-  Entry* operands_;  ///< next free operand; expressions in progress lie below
-  Entry* operands_end_;
+  /// Records of calls, kept temporaries, states and known texts; what is left of it is for operands.
+  std::optional<ReservedPieces> work_memory_;
+  Entry* operands_ = nullptr;  ///< next free operand; expressions in progress lie below
+  Entry* operands_begin_ = nullptr;
+  Entry* operands_end_ = nullptr;
   /// A postfix step waits until every other step of its expression is done.
   struct PendingStep {
     const Op* op;
@@ -287,14 +292,12 @@ class Interpreter final : public ParseServices {
   const bool walks_;  ///< the walker runs everything
   CallGraph call_graph_{slot_, decoder_};
   std::unordered_map<const FUNCPROTO_REC*, std::unique_ptr<FunctionCode>> codes_;
-  FunctionCode entry_code_;  ///< of `main` as the program's start
-  ReservedMemory record_memory_;
-  CallRecord* record_top_;  ///< next free record
-  CallRecord* record_end_;
-  ReservedMemory save_memory_;  ///< temporaries that a call would overwrite
-  char* save_top_;
-  ReservedMemory state_memory_;
-  uint8_t* exec_states_;  ///< of each statement, by its index: how it ended
+  FunctionCode entry_code_;           ///< of `main` as the program's start
+  CallRecord* record_top_ = nullptr;  ///< next free record
+  CallRecord* record_end_ = nullptr;
+  char* save_top_ = nullptr;  ///< temporaries that a call would overwrite
+  char* save_end_ = nullptr;
+  uint8_t* exec_states_ = nullptr;  ///< of each statement, by its index: how it ended
 
   Frame frame_;
   PlacedLocals file_level_locals_;
@@ -316,19 +319,12 @@ class Interpreter final : public ParseServices {
   };
   char* GrowSlot(TextSlot* slot, size_t needed);
   bool TextFits(size_t length);
-  /// How long a text was, as long as no pointer has reached into texts since.
-  struct KnownText {
-    const char* text;
-    size_t length;
-    uint64_t texts_reached;
-  };
   bool Holds(const KnownText& known, const char* text) const {
     return known.text == text && text != nullptr && known.texts_reached == memory_.texts_reached();
   }
-  ReservedMemory known_memory_;
-  KnownText* known_texts_;   ///< of each typeless variable, by the symbol's index
-  KnownText joined_{};       ///< what was joined last, for whoever stores it
-  KnownText joined_left_{};  ///< what it starts with
+  SymbolState* symbol_states_ = nullptr;  ///< by the symbol's index; ahead of all those of a full table
+  KnownText joined_{};                    ///< what was joined last, for whoever stores it
+  KnownText joined_left_{};               ///< what it starts with
   TextRing concat_ring_;
   TextRing return_ring_;
 };

@@ -58,8 +58,8 @@ void Interpreter::PlaceVariable(const Op& op, Entry* entry) {
       if (entry->address != nullptr) memory_.Reach(entry->address, 1);
       break;
     default:
-      if (symbol->InterpreterData == nullptr) AllocateData(symbol);
-      entry->address = symbol->InterpreterData;
+      if (StateOf(symbol).data == nullptr) AllocateData(symbol);
+      entry->address = StateOf(symbol).data;
   }
 }
 

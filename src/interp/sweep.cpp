@@ -13,13 +13,14 @@ namespace vorc {
   memory_.SweepTexts([&](TextHeap& heap) {
     heap.KeepFrom(&registers, &registers + 1);
     heap.KeepFrom(__builtin_frame_address(0), host_stack_top_);
-    heap.KeepFrom(operand_memory_.data(), operands_ + kOperandsInHand);
+    heap.KeepFrom(operands_begin_, operands_ + kOperandsInHand);
     heap.KeepFrom(pending_.data(), pending_.data() + pending_.size());
     heap.Keep(return_reg_string_);
     for (const TextRing* ring : {&concat_ring_, &return_ring_}) {
       for (const TextSlot& slot : ring->slots) heap.Keep(slot.buffer);
     }
-    for (size_t i = 0; i < slot_.SymbolRecords.count(); ++i) heap.Keep(slot_.SymbolRecords.At(i)->TextBuffer);
+    for (size_t i = 0; i < slot_.SymbolRecords.count(); ++i)
+      heap.Keep(StateOf(slot_.SymbolRecords.At(i)).text);
   });
 }
 

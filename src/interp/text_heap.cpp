@@ -20,17 +20,19 @@ struct [[gnu::packed, gnu::may_alias]] AnyWord {
   uintptr_t value;
 };
 
+// A script with few texts pays only for those that it has.
+constexpr size_t kPagesOnDemand = 4;
 constexpr size_t kNoPage = static_cast<size_t>(-1);
 
 }  // namespace
 
 TextHeap::TextHeap()
     : memory_(kSizes),
-      page_memory_(memory_.size() / kPageSize * sizeof(Page)),
-      pages_(reinterpret_cast<Page*>(page_memory_.data())),
+      size_(memory_.size() / (kPageSize + sizeof(Page)) * kPageSize),
+      pages_(reinterpret_cast<Page*>(memory_.data() + size_)),
       // The last page stays zero, so that a text that runs over all others ends there.
-      page_count_(pages_ == nullptr ? 0 : memory_.size() / kPageSize - 1),
-      threshold_(std::min(kFirstThreshold, memory_.size() / 4)) {
+      page_count_(size_ == 0 ? 0 : size_ / kPageSize - 1),
+      threshold_(std::min(kFirstThreshold, size_ / 4)) {
   std::fill(std::begin(current_), std::end(current_), kNoPage);
   std::fill(std::begin(cursor_), std::end(cursor_), 0);
 }
@@ -58,6 +60,8 @@ char* TextHeap::AllocateSmall(int size_class) {
     }
     size_t page = 0;
     if (!TakePages(1, &page)) return nullptr;
+    // One call of the system for what would be sixteen faults; where it knows no such call, those follow.
+    if (page >= kPagesOnDemand) madvise(PageStart(page), kPageSize, MADV_POPULATE_WRITE);
     At(page).use = Use::kSmall;
     At(page).size_class = static_cast<uint8_t>(size_class);
     std::memset(At(page).used, 0, sizeof At(page).used);
@@ -175,7 +179,7 @@ void TextHeap::EndSweep(size_t scanned) {
     number += count;
   }
   since_sweep_ = 0;
-  threshold_ = std::min(std::max({kFirstThreshold, live_, scanned / 4}), memory_.size() / 4);
+  threshold_ = std::min(std::max({kFirstThreshold, live_, scanned / 4}), size_ / 4);
   live_ = 0;
 }
 

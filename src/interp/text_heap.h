@@ -16,7 +16,7 @@ class TextHeap {
   TextHeap();
 
   char* data() const { return memory_.data(); }
-  size_t size() const { return memory_.size(); }
+  size_t size() const { return size_; }
 
   /// Memory for a text of `size` bytes, NUL included. Null when all is used up.
   char* Allocate(size_t size);
@@ -32,8 +32,8 @@ class TextHeap {
 
  private:
   static constexpr size_t kPageSize = size_t{64} * 1024;
-  static constexpr size_t kSmallest = 32;
-  static constexpr int kClasses = 11;  ///< 32 bytes to 32 KiB
+  static constexpr size_t kSmallest = 16;
+  static constexpr int kClasses = 12;  ///< 16 bytes to 32 KiB
   static constexpr size_t kWords = kPageSize / kSmallest / 64;
 
   enum class Use : uint8_t { kFree, kSmall, kLarge, kLargeTail };
@@ -63,7 +63,7 @@ class TextHeap {
   void Scan();
 
   ReservedMemory memory_;
-  ReservedMemory page_memory_;
+  size_t size_;  ///< of what texts lie in; what is known of them lies behind it
   Page* pages_;
   size_t page_count_;
   size_t next_page_ = 0;                  ///< behind the last page that was ever used

@@ -112,7 +112,7 @@ void Interpreter::LoadScalar(Entry* entry, const char* address, Tok type, const 
     case Tok::dollar:
       entry->width = 8;
       entry->value = Read<int64_t>(address);
-      if (symbol != nullptr && symbol->CurrentType == Tok::double_) entry->number_type = Tok::double_;
+      if (symbol != nullptr && StateOf(symbol).holds == Tok::double_) entry->number_type = Tok::double_;
       return;
     default: {
       // Narrow integers are read without their sign.
@@ -138,7 +138,7 @@ const char* Interpreter::OperandText(const Entry& entry, bool* from_dollar) cons
   if (entry.token == Tok::STRING) return entry.text == nullptr ? "" : entry.text;
   if (!entry.IsVariable() || entry.symbol == nullptr || entry.address == nullptr) return nullptr;
   if (entry.IsDollar()) {
-    if (entry.symbol->CurrentType != Tok::STRING) return nullptr;
+    if (StateOf(entry.symbol).holds != Tok::STRING) return nullptr;
     *from_dollar = true;
   } else if (!IsCharType(entry.type)) {
     return nullptr;
@@ -188,7 +188,7 @@ std::string_view Interpreter::RingText(std::string_view left, std::string_view r
 
 // What a typeless variable holds, measured only if it may have changed.
 std::string_view Interpreter::TypelessText(const SYM_REC* symbol, const char* stored) const {
-  const KnownText& known = known_texts_[symbol->Index];
+  const KnownText& known = StateOf(symbol).known;
   return Holds(known, stored) ? std::string_view(stored, known.length) : std::string_view(stored);
 }
 
@@ -231,9 +231,36 @@ bool Interpreter::StringPlus(Entry* left, Entry* right) {
   return true;
 }
 
+// The sum of `$s = $s + text` is made where it goes if there is room, so that a text which grows by pieces is
+// not copied for each.
+bool Interpreter::AppendInPlace(const Op& op, const Entry& target, Entry* left, Entry* right) {
+  if (op.code != OpCode::kPlus || op.last) return false;
+  const Op& next = (&op)[1];
+  if (next.code != OpCode::kAssign || !next.last || !target.IsVariable() || !target.IsDollar()) return false;
+  if (!left->IsVariable() || left->symbol != target.symbol || left->address != target.address) return false;
+  SymbolState& state = StateOf(left->symbol);
+  bool from_dollar = false;
+  const char* text = OperandText(*right, &from_dollar);
+  const char* stored = OperandText(*left, &from_dollar);
+  if (text == nullptr || stored == nullptr || stored != state.text) return false;
+  const size_t start = TypelessText(left->symbol, stored).size();
+  const bool typeless = right->IsVariable() && right->symbol != nullptr && right->IsDollar();
+  const std::string_view addition = typeless ? TypelessText(right->symbol, text) : LengthOf(text);
+  const size_t total = start + addition.size();
+  if (total >= state.text_capacity || !TextFits(total)) return false;
+  std::memmove(state.text + start, addition.data(), addition.size());
+  state.text[total] = '\0';
+  joined_ = {state.text, total, memory_.texts_reached()};
+  state.known = joined_;
+  joined_left_ = {};
+  left->SetText(state.text);
+  return true;
+}
+
 void Interpreter::StoreDollarText(SYM_REC* symbol, char* address, std::string_view text) {
   if (!TextFits(text.size())) return;
-  if (symbol->TextBuffer == nullptr || symbol->TextCapacity <= text.size()) {
+  SymbolState& state = StateOf(symbol);
+  if (state.text == nullptr || state.text_capacity <= text.size()) {
     // Twice the room, so that a text that grows by pieces is not moved for each.
     const size_t capacity = text.size() < kSmallestRingText / 2 ? text.size() + 16 : text.size() * 2;
     char* buffer = memory_.AllocateText(capacity + 1);
@@ -242,20 +269,20 @@ void Interpreter::StoreDollarText(SYM_REC* symbol, char* address, std::string_vi
       return;
     }
     if (!text.empty()) std::memcpy(buffer, text.data(), text.size());
-    symbol->TextBuffer = buffer;
-    symbol->TextCapacity = static_cast<uint32_t>(std::min<size_t>(capacity, UINT32_MAX));
-  } else if (Holds(joined_, text.data()) && Holds(joined_left_, symbol->TextBuffer)) {
+    state.text = buffer;
+    state.text_capacity = static_cast<uint32_t>(std::min<size_t>(capacity, UINT32_MAX));
+  } else if (Holds(joined_, text.data()) && Holds(joined_left_, state.text)) {
     // What was joined starts with what is here already.
     const size_t start = joined_left_.length;
-    std::memcpy(symbol->TextBuffer + start, text.data() + start, text.size() - start);
-  } else if (!text.empty()) {
-    std::memmove(symbol->TextBuffer, text.data(), text.size());
+    std::memcpy(state.text + start, text.data() + start, text.size() - start);
+  } else if (!text.empty() && text.data() != state.text) {
+    std::memmove(state.text, text.data(), text.size());
   }
-  symbol->TextBuffer[text.size()] = '\0';
-  known_texts_[symbol->Index] = {symbol->TextBuffer, text.size(), memory_.texts_reached()};
+  state.text[text.size()] = '\0';
+  state.known = {state.text, text.size(), memory_.texts_reached()};
   joined_left_ = {};
-  Write<const char*>(address, symbol->TextBuffer);
-  symbol->CurrentType = Tok::STRING;
+  Write<const char*>(address, state.text);
+  state.holds = Tok::STRING;
 }
 
 void Interpreter::StoreInteger(const Entry& target, int64_t value) {
@@ -282,9 +309,9 @@ void Interpreter::StoreNumber(const Entry& target, const Entry& source) {
   }
   if (target.IsDollar()) {
     Write<int64_t>(target.address, source.value);
-    target.symbol->CurrentType = source.number_type == Tok::NOTOKEN || source.number_type == Tok::dollar
-                                     ? Tok::int_
-                                     : source.number_type;
+    StateOf(target.symbol).holds = source.number_type == Tok::NOTOKEN || source.number_type == Tok::dollar
+                                       ? Tok::int_
+                                       : source.number_type;
     return;
   }
   if (IsRealType(target.type)) {
@@ -335,7 +362,7 @@ void Interpreter::Assign(Entry* left, Entry* right, bool last) {
 // `+=` with a text on either side. `done` tells whether the operator was carried out.
 bool Interpreter::CompoundText(const Op& op, Entry* left, Entry* right, bool* done) {
   SYM_REC* symbol = left->symbol;
-  const bool holds_text = left->IsDollar() && symbol->CurrentType == Tok::STRING;
+  const bool holds_text = left->IsDollar() && StateOf(symbol).holds == Tok::STRING;
   bool from_dollar = false;
   const char* text = OperandText(*right, &from_dollar);
   *done = holds_text || text != nullptr;
@@ -348,16 +375,16 @@ bool Interpreter::CompoundText(const Op& op, Entry* left, Entry* right, bool* do
   }
   const std::string_view addition = LengthOf(text);
   if (holds_text) {
+    SymbolState& state = StateOf(symbol);
     const char* stored = CheckedText(Read<const char*>(left->address));
     const std::string_view old = stored == nullptr ? std::string_view() : TypelessText(symbol, stored);
     if (!TextFits(old.size() + addition.size())) return false;
-    const bool in_place = stored == symbol->TextBuffer && stored != nullptr &&
-                          old.size() + addition.size() < symbol->TextCapacity;
+    const bool in_place =
+        stored == state.text && stored != nullptr && old.size() + addition.size() < state.text_capacity;
     if (in_place) {
-      std::memmove(symbol->TextBuffer + old.size(), addition.data(), addition.size());
-      symbol->TextBuffer[old.size() + addition.size()] = '\0';
-      known_texts_[symbol->Index] = {symbol->TextBuffer, old.size() + addition.size(),
-                                     memory_.texts_reached()};
+      std::memmove(state.text + old.size(), addition.data(), addition.size());
+      state.text[old.size() + addition.size()] = '\0';
+      state.known = {state.text, old.size() + addition.size(), memory_.texts_reached()};
       joined_left_ = {};
     } else {
       StoreDollarText(symbol, left->address, RingText(old, addition));
@@ -456,7 +483,7 @@ bool Interpreter::PrePostStep(const EXPR_NODE* node, Tok token, Entry* entry) {
   if (entry->kind == 3 || entry->address == nullptr || entry->symbol == nullptr) return true;
   const int step = token == Tok::PLUS_PLUS ? 1 : -1;
   const bool real =
-      IsRealType(entry->type) || (entry->IsDollar() && entry->symbol->CurrentType == Tok::double_);
+      IsRealType(entry->type) || (entry->IsDollar() && StateOf(entry->symbol).holds == Tok::double_);
   if (real) {
     // One rule for the three real types: a double's eight bytes, whatever the variable's own width.
     if (!memory_.Reach(entry->address, sizeof(double))) return NullPointer(node, *entry, entry->address);

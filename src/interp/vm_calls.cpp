@@ -211,6 +211,14 @@ bool VmCompiler::Argument(SYM_REC* parameter, const Item& item, int32_t place) {
   return true;
 }
 
+namespace {
+
+bool IsPlainVariable(const Code& code) {
+  return code.count == 1 && code.ops->symbol != nullptr && !code.ops->indexed;
+}
+
+}  // namespace
+
 // A built-in is called with what its arguments are known to be, and else with what the general road
 // makes of them.
 bool VmCompiler::BuiltinCall(const Op& op) {
@@ -220,8 +228,14 @@ bool VmCompiler::BuiltinCall(const Op& op) {
   if (!op.builtin->any_count && op.argument_count != op.builtin->argument_count) return false;
   const size_t first_item = items_.size();
   std::vector<BuiltinArgument> arguments(static_cast<size_t>(op.argument_count));
+  bool may_fail_later = false;
   for (int i = 0; i < op.argument_count; ++i) {
-    if (!BuiltinArgumentOf(op, i, &arguments[static_cast<size_t>(i)])) return false;
+    BuiltinArgument& argument = arguments[static_cast<size_t>(i)];
+    const size_t sites = code_.sites.size();
+    if (!BuiltinArgumentOf(op, i, &argument)) return false;
+    // What is checked here would be told ahead of what the general road finds wrong further left.
+    if (may_fail_later && code_.sites.size() > sites) return false;
+    may_fail_later |= argument.code != nullptr && !IsPlainVariable(*argument.code);
   }
   items_.resize(first_item);
   ReleaseTemps();

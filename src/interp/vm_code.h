@@ -53,6 +53,7 @@ struct Site {
   Code* code = nullptr;
   STATEMENT_BLOCK* statement = nullptr;
   SYM_REC* symbol = nullptr;
+  SymbolState* state = nullptr;  ///< of a typeless variable that is guarded or stored to
   FunctionCode* callee = nullptr;
   std::vector<BuiltinArgument> arguments;
 };

@@ -10,6 +10,7 @@
 namespace vorc {
 
 class Interpreter;
+struct AccessOps;
 
 /// How a variable's bytes make a value.
 enum class Form : uint8_t { kNone, kInt, kByte, kHalf, kReal, kFloat, kWord };
@@ -148,6 +149,8 @@ class VmCompiler {
   int32_t IntPlace(const Item& item);
   int32_t RealPlace(const Item& item);
   int32_t WordPlace(const Item& item);
+  Insn* MakerOf(int32_t place);
+  bool EmitAccess(const AccessOps& ops, bool stores, const Item& item, int32_t value);
   bool LoadTo(const Item& item, int32_t place);
   bool Store(const Item& target, const Item& value);
   bool StoreTypeless(const Item& target, const Item& value);

@@ -1,3 +1,5 @@
+#include <bit>
+
 #include "interp/interpreter.h"
 #include "interp/vm_compiler.h"
 
@@ -22,8 +24,8 @@ constexpr IntegerForm kIntegerForms[] = {
     {Tok::DIV, VmOp::kDivInt, VmOp::kDivImm, false},
     {Tok::MOD, VmOp::kModInt, VmOp::kModImm, false},
     {Tok::BITAND, VmOp::kAndInt, VmOp::kAndImm, true},
-    {Tok::BITOR, VmOp::kOrInt, VmOp::kJump, false},
-    {Tok::XOR, VmOp::kXorInt, VmOp::kJump, false},
+    {Tok::BITOR, VmOp::kOrInt, VmOp::kOrImm, true},
+    {Tok::XOR, VmOp::kXorInt, VmOp::kXorImm, true},
     {Tok::LEFTSHIFT, VmOp::kShlInt, VmOp::kShlImm, false},
     {Tok::RIGHTSHIFT, VmOp::kShrInt, VmOp::kShrImm, false},
 };
@@ -227,7 +229,7 @@ bool VmCompiler::Guard(const Item& item) {
   }
   guarded_.push_back(item.symbol);
   int number = 0;
-  NewSite(&number).symbol = item.symbol;
+  NewSite(&number).state = &host_.StateOf(item.symbol);
   fails_at_.push_back({static_cast<size_t>(number), fail_});
   fails_ = true;
   Emit(item.is_real ? VmOp::kGuardReal : VmOp::kGuardInt, 0, 0, 0, number);
@@ -266,6 +268,8 @@ bool VmCompiler::Integers(Tok token, const Op& op, const Item& left, const Item&
     result->place = NewTemp();
     if (token == Tok::MINUS)
       Emit(VmOp::kAddImm, result->place, a, static_cast<int32_t>(0U - static_cast<uint32_t>(number)));
+    else if (form->op == VmOp::kModInt && number > 0 && std::has_single_bit(static_cast<uint32_t>(number)))
+      Emit(VmOp::kModMask, result->place, a, number - 1);
     else
       Emit(form->immediate, result->place, a, number);
     return true;

@@ -79,8 +79,8 @@ bool VmCompiler::PlaceOf(const Op& op, Item* item) {
       item->parameter_array = op.dimensions > 0;
       break;
     case Storage::kGlobal:
-      if (symbol->InterpreterData == nullptr) return false;
-      place = symbol->InterpreterData - host_.memory_.stack();
+      if (host_.StateOf(symbol).data == nullptr) return false;
+      place = host_.StateOf(symbol).data - host_.memory_.stack();
       item->in_data = true;
       break;
     default: return false;

@@ -66,7 +66,15 @@ dispatch:
   INT_OP(MulImm, Wrap(Unsigned(INT(pc->b)) * Unsigned(pc->c)))
   INT_OP(DivImm, Quotient(INT(pc->b), pc->c))
   INT_OP(ModImm, Remainder(INT(pc->b), pc->c))
+  OP(ModMask) {
+    const int32_t b = INT(pc->b);
+    const int32_t low = (b >> 31) & pc->c;  // what takes a negative number to the rest with its own sign
+    INT(pc->a) = (Wrap(Unsigned(b) + Unsigned(low)) & pc->c) - low;
+    NEXT;
+  }
   INT_OP(AndImm, INT(pc->b) & pc->c)
+  INT_OP(OrImm, INT(pc->b) | pc->c)
+  INT_OP(XorImm, INT(pc->b) ^ pc->c)
   INT_OP(ShlImm, Wrap(Unsigned(INT(pc->b)) << (pc->c & 31)))
   INT_OP(ShrImm, INT(pc->b) >> (pc->c & 31))
   INT_OP(NegInt, Wrap(0U - Unsigned(INT(pc->b))))
@@ -160,22 +168,32 @@ dispatch:
   STORE_OP(StoreDataWord, AT(int64_t, data + pc->a) = WORD(pc->b))
 
   OP(GuardInt) {
-    const Tok holds = SITE.symbol->CurrentType;
+    const Tok holds = SITE.state->holds;
     if (holds == Tok::STRING || holds == Tok::double_) FAIL(SITE);
     NEXT;
   }
   OP(GuardReal) {
-    if (SITE.symbol->CurrentType != Tok::double_) FAIL(SITE);
+    if (SITE.state->holds != Tok::double_) FAIL(SITE);
     NEXT;
   }
   OP(StoreTypelessInt) {
     WORD(pc->a) = INT(pc->b);
-    SITE.symbol->CurrentType = static_cast<Tok>(pc->c);
+    SITE.state->holds = static_cast<Tok>(pc->c);
+    NEXT;
+  }
+  OP(AddTypeless) {
+    WORD(pc->a) = Wrap(Unsigned(INT(pc->b)) + Unsigned(INT(pc->c)));
+    SITE.state->holds = Tok::int_;
+    NEXT;
+  }
+  OP(AddTypelessImm) {
+    WORD(pc->a) = Wrap(Unsigned(INT(pc->b)) + Unsigned(pc->c));
+    SITE.state->holds = Tok::int_;
     NEXT;
   }
   OP(StoreTypelessWord) {
     WORD(pc->a) = WORD(pc->b);
-    SITE.symbol->CurrentType = static_cast<Tok>(pc->c);
+    SITE.state->holds = static_cast<Tok>(pc->c);
     NEXT;
   }
   OP(StoreTypelessText) {

@@ -39,7 +39,7 @@ int32_t Interpreter::CaseOf(const SwitchTable& table, int32_t value) {
 
 bool Interpreter::KeepTemps(const char* fp, int32_t count) {
   const auto size = static_cast<size_t>(count) * ScriptMemory::kWordSize;
-  if (size > static_cast<size_t>(save_memory_.data() + save_memory_.size() - save_top_)) return false;
+  if (size > static_cast<size_t>(save_end_ - save_top_)) return false;
   std::memcpy(save_top_, fp - ScriptMemory::kShadowDistance - size, size);
   save_top_ += size;
   return true;
@@ -99,36 +99,51 @@ bool Interpreter::RunGeneralReturn(const Site& site) {
   return SetReturnValue(site.statement) && !failed();
 }
 
+// The result of a built-in as the machine keeps it: a text's address, a real number or an integer.
+static void PlaceResult(BuiltinResult wanted, const BuiltinValue& value, char* place) {
+  if (wanted == BuiltinResult::kText) {
+    const char* text = value.kind == BuiltinValue::Kind::kText ? value.text : nullptr;
+    std::memcpy(place, &text, sizeof text);
+  } else if (value.kind == BuiltinValue::Kind::kDouble) {
+    std::memcpy(place, &value.real, sizeof value.real);
+  } else {
+    const bool number = value.kind != BuiltinValue::Kind::kText;
+    const int64_t whole = !number ? 0 : value.wide ? value.integer : static_cast<int32_t>(value.integer);
+    const auto real = static_cast<double>(static_cast<int32_t>(whole));
+    std::memcpy(place, wanted == BuiltinResult::kDouble ? static_cast<const void*>(&real) : &whole,
+                sizeof whole);
+  }
+}
+
+// Since the call was compiled, a function of the script has taken the name.
+bool Interpreter::RunTakenName(const Site& site, char* result) {
+  Entry* at = operands_;
+  if (!NameCall(*site.op, Mode::kNormal, at)) return false;
+  BuiltinValue value = ToBuiltinValue(*at);
+  value.wide = true;
+  value.integer = at->value;
+  PlaceResult(site.op->builtin->result, value, result);
+  return !failed();
+}
+
 // A call of a built-in whose arguments lie in the frame, but for those that only the general road gives.
 bool Interpreter::RunBuiltinSite(const Site& site, char* fp, char* result) {
   const Op& op = *site.op;
-  Entry value;
   if (static_cast<int64_t>(slot_.FuncPrototypes.count()) != site.length &&
-      FindFunction(slot_, &slot_.Globals, op.node->name) != nullptr) {
-    // Since this was compiled, a function of the script has taken the name.
-    Entry* at = operands_;
-    if (!NameCall(op, Mode::kNormal, at)) return false;
-    value = *at;
-  } else {
-    SweepIfDue();
-    // Only those that there are get cleared.
-    alignas(BuiltinValue) char room[kMostBuiltinArguments * sizeof(BuiltinValue)];
-    auto* values = reinterpret_cast<BuiltinValue*>(room);
-    const size_t count = site.arguments.size();
-    for (size_t i = 0; i < count; ++i) {
-      new (&values[i]) BuiltinValue();
-      if (!ArgumentOf(site.arguments[i], fp, &values[i])) return false;
-    }
-    if (!RunBuiltin(op, values, count, &value)) return false;
+      FindFunction(slot_, &slot_.Globals, op.node->name) != nullptr)
+    return RunTakenName(site, result);
+  SweepIfDue();
+  // Only those that there are get cleared.
+  alignas(BuiltinValue) char room[kMostBuiltinArguments * sizeof(BuiltinValue)];
+  auto* values = reinterpret_cast<BuiltinValue*>(room);
+  const size_t count = site.arguments.size();
+  for (size_t i = 0; i < count; ++i) {
+    new (&values[i]) BuiltinValue();
+    if (!ArgumentOf(site.arguments[i], fp, &values[i])) return false;
   }
-  if (op.builtin->result == BuiltinResult::kText)
-    std::memcpy(result, &value.text, sizeof value.text);
-  else if (value.IsDouble() || op.builtin->result != BuiltinResult::kDouble)
-    std::memcpy(result, &value.value, sizeof value.value);
-  else {
-    const auto number = static_cast<double>(value.Low());
-    std::memcpy(result, &number, sizeof number);
-  }
+  BuiltinCall call(runtime_, {values, count});
+  if (!RunHandler(op, call)) return false;
+  PlaceResult(op.builtin->result, call.result(), result);
   return !failed();
 }
 
@@ -157,7 +172,7 @@ bool Interpreter::ArgumentOf(const BuiltinArgument& argument, const char* fp, Bu
     default: break;
   }
   if (argument.symbol != nullptr &&
-      (argument.symbol->ValueType != Tok::dollar || argument.symbol->CurrentType == Tok::STRING)) {
+      (argument.symbol->ValueType != Tok::dollar || StateOf(argument.symbol).holds == Tok::STRING)) {
     const char* text = nullptr;
     std::memcpy(&text, fp + argument.place, sizeof text);
     if (CheckedText(text) != nullptr) {
@@ -175,7 +190,7 @@ bool Interpreter::ArgumentOf(const BuiltinArgument& argument, const char* fp, Bu
 void Interpreter::StoreText(SYM_REC* symbol, char* address, const char* text) {
   if (text != nullptr) return StoreDollarText(symbol, address, text);
   std::memset(address, 0, ScriptMemory::kWordSize);
-  symbol->CurrentType = Tok::int_;
+  StateOf(symbol).holds = Tok::int_;
 }
 
 std::string Disassemble(const FunctionCode& code) {

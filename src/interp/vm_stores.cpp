@@ -3,138 +3,52 @@
 
 namespace vorc {
 
+/// The instructions that move a value of one form from or to each kind of place, kJump where there is none.
+struct AccessOps {
+  VmOp frame, data, at;
+  VmOp element, data_element, element2, data_element2;
+  VmOp pointed, member;
+};
+
 namespace {
 
-/// The instructions that read and write one form of variable at all kinds of places.
 struct FormOps {
-  VmOp load, store;  ///< in the frame
-  VmOp load_data, store_data;
-  VmOp load_at, store_at;
-  VmOp load_element, store_element;  ///< kJump where there is none
-  VmOp load_data_element, store_data_element;
-  VmOp load_element2, store_element2;
-  VmOp load_data_element2, store_data_element2;
-  VmOp load_pointed, store_pointed;
-  VmOp load_member, store_member;
+  AccessOps load, store;
 };
 
 const FormOps& OpsOf(Form form) {
-  constexpr VmOp kNo = VmOp::kJump;
-  static constexpr FormOps kInt = {VmOp::kMoveInt,
-                                   VmOp::kMoveInt,
-                                   VmOp::kLoadDataInt,
-                                   VmOp::kStoreDataInt,
-                                   VmOp::kLoadIntAt,
-                                   VmOp::kStoreIntAt,
-                                   VmOp::kLoadElementInt,
-                                   VmOp::kStoreElementInt,
-                                   VmOp::kLoadDataElementInt,
-                                   VmOp::kStoreDataElementInt,
-                                   VmOp::kLoadElement2Int,
-                                   VmOp::kStoreElement2Int,
-                                   VmOp::kLoadDataElement2Int,
-                                   VmOp::kStoreDataElement2Int,
-                                   VmOp::kLoadPointedInt,
-                                   VmOp::kStorePointedInt,
-                                   VmOp::kLoadMemberInt,
-                                   VmOp::kStoreMemberInt};
-  static constexpr FormOps kByte = {VmOp::kLoadByte,
-                                    VmOp::kStoreByte,
-                                    VmOp::kLoadDataByte,
-                                    VmOp::kStoreDataByte,
-                                    VmOp::kLoadByteAt,
-                                    VmOp::kStoreByteAt,
-                                    VmOp::kLoadElementByte,
-                                    VmOp::kStoreElementByte,
-                                    VmOp::kLoadDataElementByte,
-                                    VmOp::kStoreDataElementByte,
-                                    kNo,
-                                    kNo,
-                                    kNo,
-                                    kNo,
-                                    VmOp::kLoadPointedByte,
-                                    VmOp::kStorePointedByte,
-                                    kNo,
-                                    kNo};
-  static constexpr FormOps kHalf = {VmOp::kLoadHalf,
-                                    VmOp::kStoreHalf,
-                                    VmOp::kLoadDataHalf,
-                                    VmOp::kStoreDataHalf,
-                                    VmOp::kLoadHalfAt,
-                                    VmOp::kStoreHalfAt,
-                                    kNo,
-                                    kNo,
-                                    kNo,
-                                    kNo,
-                                    kNo,
-                                    kNo,
-                                    kNo,
-                                    kNo,
-                                    kNo,
-                                    kNo,
-                                    kNo,
-                                    kNo};
-  static constexpr FormOps kReal = {VmOp::kMoveReal,
-                                    VmOp::kMoveReal,
-                                    VmOp::kLoadDataReal,
-                                    VmOp::kStoreDataReal,
-                                    VmOp::kLoadRealAt,
-                                    VmOp::kStoreRealAt,
-                                    VmOp::kLoadElementReal,
-                                    VmOp::kStoreElementReal,
-                                    VmOp::kLoadDataElementReal,
-                                    VmOp::kStoreDataElementReal,
-                                    VmOp::kLoadElement2Real,
-                                    VmOp::kStoreElement2Real,
-                                    VmOp::kLoadDataElement2Real,
-                                    VmOp::kStoreDataElement2Real,
-                                    VmOp::kLoadPointedReal,
-                                    VmOp::kStorePointedReal,
-                                    VmOp::kLoadMemberReal,
-                                    VmOp::kStoreMemberReal};
-  static constexpr FormOps kFloat = {VmOp::kLoadFloat,
-                                     VmOp::kStoreFloat,
-                                     VmOp::kLoadDataFloat,
-                                     VmOp::kStoreDataFloat,
-                                     VmOp::kLoadFloatAt,
-                                     VmOp::kStoreFloatAt,
-                                     kNo,
-                                     kNo,
-                                     kNo,
-                                     kNo,
-                                     kNo,
-                                     kNo,
-                                     kNo,
-                                     kNo,
-                                     kNo,
-                                     kNo,
-                                     kNo,
-                                     kNo};
-  static constexpr FormOps kWord = {VmOp::kMoveWord,
-                                    VmOp::kMoveWord,
-                                    VmOp::kLoadDataWord,
-                                    VmOp::kStoreDataWord,
-                                    VmOp::kLoadWordAt,
-                                    VmOp::kStoreWordAt,
-                                    kNo,
-                                    kNo,
-                                    kNo,
-                                    kNo,
-                                    kNo,
-                                    kNo,
-                                    kNo,
-                                    kNo,
-                                    kNo,
-                                    kNo,
-                                    VmOp::kLoadMemberWord,
-                                    VmOp::kStoreMemberWord};
+  using enum VmOp;
+  constexpr VmOp kNo = kJump;
+  static constexpr FormOps kIntOps = {
+      {kMoveInt, kLoadDataInt, kLoadIntAt, kLoadElementInt, kLoadDataElementInt, kLoadElement2Int,
+       kLoadDataElement2Int, kLoadPointedInt, kLoadMemberInt},
+      {kMoveInt, kStoreDataInt, kStoreIntAt, kStoreElementInt, kStoreDataElementInt, kStoreElement2Int,
+       kStoreDataElement2Int, kStorePointedInt, kStoreMemberInt}};
+  static constexpr FormOps kByteOps = {{kLoadByte, kLoadDataByte, kLoadByteAt, kLoadElementByte,
+                                        kLoadDataElementByte, kNo, kNo, kLoadPointedByte, kNo},
+                                       {kStoreByte, kStoreDataByte, kStoreByteAt, kStoreElementByte,
+                                        kStoreDataElementByte, kNo, kNo, kStorePointedByte, kNo}};
+  static constexpr FormOps kHalfOps = {
+      {kLoadHalf, kLoadDataHalf, kLoadHalfAt, kNo, kNo, kNo, kNo, kNo, kNo},
+      {kStoreHalf, kStoreDataHalf, kStoreHalfAt, kNo, kNo, kNo, kNo, kNo, kNo}};
+  static constexpr FormOps kRealOps = {
+      {kMoveReal, kLoadDataReal, kLoadRealAt, kLoadElementReal, kLoadDataElementReal, kLoadElement2Real,
+       kLoadDataElement2Real, kLoadPointedReal, kLoadMemberReal},
+      {kMoveReal, kStoreDataReal, kStoreRealAt, kStoreElementReal, kStoreDataElementReal, kStoreElement2Real,
+       kStoreDataElement2Real, kStorePointedReal, kStoreMemberReal}};
+  static constexpr FormOps kFloatOps = {
+      {kLoadFloat, kLoadDataFloat, kLoadFloatAt, kNo, kNo, kNo, kNo, kNo, kNo},
+      {kStoreFloat, kStoreDataFloat, kStoreFloatAt, kNo, kNo, kNo, kNo, kNo, kNo}};
+  static constexpr FormOps kWordOps = {
+      {kMoveWord, kLoadDataWord, kLoadWordAt, kNo, kNo, kNo, kNo, kNo, kLoadMemberWord},
+      {kMoveWord, kStoreDataWord, kStoreWordAt, kNo, kNo, kNo, kNo, kNo, kStoreMemberWord}};
   switch (form) {
-    case Form::kByte: return kByte;
-    case Form::kHalf: return kHalf;
-    case Form::kReal: return kReal;
-    case Form::kFloat: return kFloat;
-    case Form::kWord: return kWord;
-    default: return kInt;
+    case Form::kByte: return kByteOps;
+    case Form::kHalf: return kHalfOps;
+    case Form::kReal: return kRealOps;
+    case Form::kFloat: return kFloatOps;
+    case Form::kWord: return kWordOps;
+    default: return kIntOps;
   }
 }
 
@@ -158,41 +72,58 @@ bool Produces(VmOp op) {
 
 // Lets the instruction that made a temporary leave its result elsewhere.
 bool VmCompiler::Redirect(int32_t from, int32_t to) {
-  if (from > -static_cast<int32_t>(ScriptMemory::kShadowDistance) || code_.insns.size() <= barrier_)
-    return false;
+  Insn* maker = MakerOf(from);
+  if (maker == nullptr) return false;
+  maker->a = to;
+  return true;
+}
+
+// The instruction just emitted if all that it does is to make this temporary.
+Insn* VmCompiler::MakerOf(int32_t place) {
+  if (place > -static_cast<int32_t>(ScriptMemory::kShadowDistance) || code_.insns.size() <= barrier_)
+    return nullptr;
   Insn& last = code_.insns.back();
-  if (!Produces(last.op) || last.a != from) return false;
-  last.a = to;
+  return Produces(last.op) && last.a == place ? &last : nullptr;
+}
+
+// Moves a value between a place and a temporary, whose instructions name the temporary first everywhere but
+// where it is stored as it is.
+bool VmCompiler::EmitAccess(const AccessOps& ops, bool stores, const Item& item, int32_t value) {
+  const auto plain = [&](VmOp op) {
+    Emit(op, stores ? item.place : value, stores ? value : item.place);
+    return true;
+  };
+  VmOp op = VmOp::kJump;
+  switch (item.where) {
+    case Item::Where::kFrame: return plain(ops.frame);
+    case Item::Where::kData: return plain(ops.data);
+    case Item::Where::kAddress: Emit(ops.at, value, item.place, item.offset); return true;
+    case Item::Where::kMember:
+      op = ops.member;
+      if (op != VmOp::kJump) Emit(op, value, item.place, item.offset, item.site);
+      break;
+    case Item::Where::kElement:
+      if (item.index_count == 2)
+        op = item.in_data ? ops.data_element2 : ops.element2;
+      else
+        op = item.in_data ? ops.data_element : ops.element;
+      if (op != VmOp::kJump) Emit(op, value, item.index, item.index_count == 2 ? item.index2 : 0, item.site);
+      break;
+    case Item::Where::kPointed:
+      op = ops.pointed;
+      if (op != VmOp::kJump) Emit(op, value, item.index, item.place, item.site);
+      break;
+    default: return false;
+  }
+  if (op != VmOp::kJump) return true;
+  Item address = item;
+  if (!ToAddress(&address)) return false;
+  Emit(ops.at, value, address.place, address.offset);
   return true;
 }
 
 bool VmCompiler::LoadTo(const Item& item, int32_t place) {
-  if (item.form == Form::kNone) return false;
-  const FormOps& ops = OpsOf(item.form);
-  switch (item.where) {
-    case Item::Where::kFrame: Emit(ops.load, place, item.place); return true;
-    case Item::Where::kData: Emit(ops.load_data, place, item.place); return true;
-    case Item::Where::kAddress: Emit(ops.load_at, place, item.place, item.offset); return true;
-    case Item::Where::kMember:
-      if (ops.load_member == VmOp::kJump) break;
-      Emit(ops.load_member, place, item.place, item.offset, item.site);
-      return true;
-    case Item::Where::kElement: {
-      const VmOp two = item.in_data ? ops.load_data_element2 : ops.load_element2;
-      const VmOp one = item.in_data ? ops.load_data_element : ops.load_element;
-      const VmOp op = item.index_count == 2 ? two : one;
-      if (op == VmOp::kJump) break;
-      Emit(op, place, item.index, item.index_count == 2 ? item.index2 : 0, item.site);
-      return true;
-    }
-    case Item::Where::kPointed:
-      if (ops.load_pointed == VmOp::kJump) break;
-      Emit(ops.load_pointed, place, item.index, item.place, item.site);
-      return true;
-    default: return false;
-  }
-  Item address = item;
-  return ToAddress(&address) && LoadTo(address, place);
+  return item.form != Form::kNone && EmitAccess(OpsOf(item.form).load, false, item, place);
 }
 
 // All 64 bits of a pointer or a typeless variable.
@@ -215,7 +146,7 @@ bool VmCompiler::StoreTypeless(const Item& target, const Item& value) {
   if (value.is_real) {
     const int32_t from = RealPlace(value);
     if (from == kNoPlace) return false;
-    NewSite(&number).symbol = target.symbol;
+    NewSite(&number).state = &host_.StateOf(target.symbol);
     Emit(VmOp::kStoreTypelessWord, target.place, from, static_cast<int32_t>(Tok::double_), number);
     return true;
   }
@@ -223,7 +154,13 @@ bool VmCompiler::StoreTypeless(const Item& target, const Item& value) {
   if (!word && (!value.exact || value.is_unsigned)) return false;
   const int32_t from = word ? WordPlace(value) : IntPlace(value);
   if (from == kNoPlace) return false;
-  NewSite(&number).symbol = target.symbol;
+  NewSite(&number).state = &host_.StateOf(target.symbol);
+  Insn* maker = word ? nullptr : MakerOf(from);
+  if (maker != nullptr && (maker->op == VmOp::kAddInt || maker->op == VmOp::kAddImm)) {
+    *maker = {maker->op == VmOp::kAddInt ? VmOp::kAddTypeless : VmOp::kAddTypelessImm,
+              static_cast<uint16_t>(number), target.place, maker->b, maker->c};
+    return true;
+  }
   Emit(word ? VmOp::kStoreTypelessWord : VmOp::kStoreTypelessInt, target.place, from,
        static_cast<int32_t>(Tok::int_), number);
   return true;
@@ -253,38 +190,9 @@ bool VmCompiler::Store(const Item& target, const Item& value) {
     from = IntPlace(value);
   }
   if (from == kNoPlace) return false;
-  const FormOps& ops = OpsOf(target.form);
-  switch (target.where) {
-    case Item::Where::kFrame: {
-      const bool whole = target.form == Form::kInt || target.form == Form::kReal;
-      if (!whole || !Redirect(from, target.place)) Emit(ops.store, target.place, from);
-      return true;
-    }
-    case Item::Where::kData: Emit(ops.store_data, target.place, from); return true;
-    case Item::Where::kAddress: Emit(ops.store_at, from, target.place, target.offset); return true;
-    case Item::Where::kMember:
-      if (ops.store_member == VmOp::kJump) break;
-      Emit(ops.store_member, from, target.place, target.offset, target.site);
-      return true;
-    case Item::Where::kElement: {
-      const VmOp two = target.in_data ? ops.store_data_element2 : ops.store_element2;
-      const VmOp one = target.in_data ? ops.store_data_element : ops.store_element;
-      const VmOp op = target.index_count == 2 ? two : one;
-      if (op == VmOp::kJump) break;
-      Emit(op, from, target.index, target.index_count == 2 ? target.index2 : 0, target.site);
-      return true;
-    }
-    case Item::Where::kPointed:
-      if (ops.store_pointed == VmOp::kJump) break;
-      Emit(ops.store_pointed, from, target.index, target.place, target.site);
-      return true;
-    default: return false;
-  }
-  Item address = target;
-  return ToAddress(&address) && [&] {
-    Emit(ops.store_at, from, address.place, address.offset);
-    return true;
-  }();
+  const bool whole = target.form == Form::kInt || target.form == Form::kReal;
+  if (target.where == Item::Where::kFrame && whole && Redirect(from, target.place)) return true;
+  return EmitAccess(OpsOf(target.form).store, true, target, from);
 }
 
 bool VmCompiler::Assign(const Op& op) {

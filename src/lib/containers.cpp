@@ -33,9 +33,8 @@ bool LooksNumeric(std::string_view text) {
 
 /// Moves the items into the order of their keys.
 template <typename Key>
-void Reorder(std::vector<std::string>& items, const std::vector<Key>& keys) {
-  std::vector<std::string> sorted;
-  sorted.reserve(items.size());
+void Reorder(std::deque<std::string>& items, const std::vector<Key>& keys) {
+  std::deque<std::string> sorted;
   for (const Key& key : keys) sorted.push_back(std::move(items[key.item]));
   items = std::move(sorted);
 }
@@ -45,7 +44,7 @@ struct NumberKey {
   size_t item;
 };
 
-void SortByValue(std::vector<std::string>& items) {
+void SortByValue(std::deque<std::string>& items) {
   std::vector<NumberKey> keys(items.size());
   for (size_t i = 0; i < items.size(); ++i) keys[i] = {std::strtod(items[i].c_str(), nullptr), i};
   std::stable_sort(keys.begin(), keys.end(),
@@ -68,7 +67,7 @@ uint64_t Head(std::string_view text) {
   return head;
 }
 
-void SortByBytes(std::vector<std::string>& items) {
+void SortByBytes(std::deque<std::string>& items) {
   std::vector<BytesKey> keys(items.size());
   for (size_t i = 0; i < items.size(); ++i) keys[i] = {Head(items[i]), i};
   std::stable_sort(keys.begin(), keys.end(), [&items](const BytesKey& a, const BytesKey& b) {

@@ -2,6 +2,8 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <deque>
+#include <iterator>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -17,7 +19,8 @@ class TextList {
   static constexpr const char* kKind = "list";
 
   TextList() = default;
-  explicit TextList(std::vector<std::string> items) : items_(std::move(items)) {}
+  explicit TextList(std::vector<std::string> items)
+      : items_(std::make_move_iterator(items.begin()), std::make_move_iterator(items.end())) {}
 
   /// Appends, and answers the new count.
   size_t Add(std::string_view text);
@@ -31,7 +34,8 @@ class TextList {
   std::string Join(std::string_view separator, size_t limit = std::string::npos) const;
 
  private:
-  std::vector<std::string> items_;
+  /// Growing moves nothing.
+  std::deque<std::string> items_;
 };
 
 /// All parts of `text` between separators, empty ones included. An empty separator gives the

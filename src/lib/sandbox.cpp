@@ -257,6 +257,10 @@ bool MorvSandboxActive() {
   return !CurrentRoot().empty();
 }
 
+std::string MorvSandboxRoot() {
+  return CurrentRoot();
+}
+
 bool MorvSandboxAllows(const std::string& path) {
   const std::string root = CurrentRoot();
   return root.empty() || ResolveBelow(root, path).has_value();

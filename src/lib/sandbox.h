@@ -16,6 +16,9 @@ void MorvSandboxSetRoot(std::string_view path);
 /// True while a root is set.
 bool MorvSandboxActive();
 
+/// The root, a path without links; empty for none.
+std::string MorvSandboxRoot();
+
 /// True if a file of this name may be opened. Judged by the real path, also for a file that is
 /// about to be created and for a symbolic link, dangling or not.
 bool MorvSandboxAllows(const std::string& path);

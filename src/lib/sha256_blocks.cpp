@@ -2,8 +2,9 @@
 
 #include <bit>
 
+#include "base/processor.h"
+
 #if defined(__x86_64__)
-#include <cpuid.h>
 #include <immintrin.h>
 #endif
 
@@ -106,12 +107,6 @@ VORC_SHA_TARGET void Sha256BlocksX86(Sha256State& state, const uint8_t* blocks, 
   const __m128i dchg = _mm_shuffle_epi32(registers.cdgh, 0xb1);
   _mm_storeu_si128(words, _mm_blend_epi16(feba, dchg, 0xf0));
   _mm_storeu_si128(words + 1, _mm_alignr_epi8(dchg, feba, 8));
-}
-
-bool ProcessorHasSha() {
-  unsigned a = 0, b = 0, c = 0, d = 0;
-  if (__get_cpuid(1, &a, &b, &c, &d) == 0 || (c & bit_SSE4_1) == 0 || (c & bit_SSSE3) == 0) return false;
-  return __get_cpuid_count(7, 0, &a, &b, &c, &d) != 0 && (b & bit_SHA) != 0;
 }
 
 #endif

@@ -1,7 +1,6 @@
 #include "net/language_runtimes.h"
 
 #include <dlfcn.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <cstdlib>
@@ -10,6 +9,8 @@
 #include <vector>
 
 #include "base/format.h"
+#include "lib/sandbox.h"
+#include "net/companion.h"
 
 namespace vorc {
 
@@ -17,8 +18,6 @@ namespace {
 
 constexpr int64_t kFree = 0;
 constexpr int64_t kReserved = 1;
-constexpr size_t kProgramLimit = 767;
-constexpr size_t kPathSize = 1024;
 constexpr size_t kNameSize = 128;
 constexpr const char* kSuffix = ".so";
 
@@ -44,17 +43,6 @@ class Answer {
   std::vector<char> bytes_;
 };
 
-std::string BesideProgram(const char* stem) {
-  std::array<char, kProgramLimit> program{};
-  const ssize_t length = readlink("/proc/self/exe", program.data(), program.size());
-  if (length <= 0) return "";
-  const std::string_view path(program.data(), static_cast<size_t>(length));
-  const size_t slash = path.rfind('/');
-  if (slash == std::string_view::npos) return "";
-  std::string library = std::string(path.substr(0, slash + 1)) + stem + kSuffix;
-  return library.size() < kPathSize ? library : "";
-}
-
 bool IsLetter(std::string_view text, size_t place, char lower) {
   return text.size() > place && (text[place] | 0x20) == lower;
 }
@@ -77,11 +65,10 @@ void* LanguageRuntimes::OpenLibrary(Kind kind, std::string& error) {
     if (void* library = dlopen(named, RTLD_NOW)) return library;
     error = Format("%s names '%.400s', which could not be loaded", name.variable, named);
   }
-  const std::string beside = BesideProgram(name.stem);
-  if (!beside.empty()) {
-    if (void* library = dlopen(beside.c_str(), RTLD_NOW)) return library;
-  }
-  void* library = dlopen((std::string(name.stem) + kSuffix).c_str(), RTLD_NOW);
+  const std::string file = std::string(name.stem) + kSuffix;
+  if (void* library = OpenBesideProgram(file)) return library;
+  // Whoever names a library isn't given the one that comes with the program without a word.
+  void* library = error.empty() ? OpenCompanion(file) : dlopen(file.c_str(), RTLD_NOW);
   if (library == nullptr && error.empty()) {
     error =
         Format("%s%s was not found beside the executable or on the library search path", name.stem, kSuffix);
@@ -113,6 +100,10 @@ bool LanguageRuntimes::vlang_load_locked(Kind kind) {
   Runtime& runtime = runtimes_[kind];
   if (runtime.entries.VLangRunSource != nullptr && runtime.entries.VLangRunFile != nullptr) return true;
   if (std::exchange(runtime.tried, true)) return false;
+  if (MorvSandboxActive()) {
+    runtime.error = "no other language runs inside MORV_FILE_ROOT: it could open any file";
+    return false;
+  }
   void* library = OpenLibrary(kind, runtime.error);
   if (library == nullptr) return false;
   if (LookUp(library, runtime.entries)) return true;
@@ -125,6 +116,12 @@ bool LanguageRuntimes::vlang_load_locked(Kind kind) {
 bool LanguageRuntimes::Load(Kind kind) {
   const std::lock_guard guard(lock_);
   return vlang_load_locked(kind);
+}
+
+LanguageRuntimes::Kind LanguageRuntimes::JavaScriptKind() {
+  const char* named = std::getenv(kNames[kJava].variable);
+  const bool told = named != nullptr && *named != '\0';
+  return told || Load(kJava) || !Load(kJson) ? kJava : kJson;
 }
 
 int32_t LanguageRuntimes::RunOnce(Kind kind, RunEntry entry, const std::string& text, std::string& out) {

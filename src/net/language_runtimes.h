@@ -27,7 +27,8 @@ struct VLangEntries {
 };
 
 /// The languages that scripts reach through shared libraries, and the sessions that are open in them.
-/// A library is looked for at its first use, once; later calls get the same answer.
+/// A library is looked for at its first use, once; later calls get the same answer. Inside a sandbox none
+/// is loaded.
 class LanguageRuntimes {
  public:
   enum Kind : uint8_t { kPython, kJava, kJson, kKinds };
@@ -41,6 +42,9 @@ class LanguageRuntimes {
 
   /// What a name like "python", "java" or "js" stands for.
   static Kind KindOf(std::string_view name);
+
+  /// Which of them a text in JavaScript goes to: the second where it is told or found, else the third.
+  Kind JavaScriptKind();
 
   /// Runs a text or a file once. `out` takes the answer, or why there is none; 0 is success.
   int32_t MorvLangRunSource(Kind kind, const std::string& text, std::string& out);

@@ -4,6 +4,7 @@
 #include <fcntl.h>
 #include <netdb.h>
 #include <poll.h>
+#include <strings.h>
 #include <sys/socket.h>
 
 #include <algorithm>
@@ -13,6 +14,8 @@
 
 #include "base/descriptor.h"
 #include "base/trace.h"
+#include "lib/sandbox.h"
+#include "net/companion.h"
 
 namespace vorc {
 
@@ -45,6 +48,8 @@ struct NetStore {
   Text (*Data)(int64_t, Text) = nullptr;
   Text (*DataByFno)(int64_t, int64_t) = nullptr;
   int64_t (*FreeObject)(int64_t) = nullptr;
+  /// Keeps an instance's files in a folder. A library may lack it.
+  int64_t (*SetFileRoot)(int64_t, Text) = nullptr;
 
   /// The library, or null if it or one of its entries is missing.
   static const NetStore* Get() {
@@ -54,7 +59,8 @@ struct NetStore {
 
  private:
   NetStore() {
-    void* library = dlopen(kLibrary, RTLD_NOW | RTLD_LOCAL);
+    void* library = OpenBesideProgram(kLibrary);
+    if (library == nullptr) library = OpenCompanion(kLibrary);
     if (library == nullptr) return;
     complete_ = true;
     const auto find = [&](const char* name, auto& entry) {
@@ -76,6 +82,7 @@ struct NetStore {
     find("NSTORE_Data", Data);
     find("NSTORE_DataByFno", DataByFno);
     find("NSTORE_FreeObject", FreeObject);
+    SetFileRoot = reinterpret_cast<decltype(SetFileRoot)>(dlsym(library, "NSTORE_SetFileRoot"));
   }
 
   bool complete_ = false;
@@ -94,10 +101,19 @@ void Wipe(std::string& text) {
   text.clear();
 }
 
+// A statement as far as it may be shown: a login without what stands behind its user.
+std::string Shown(const std::string& sql) {
+  constexpr std::string_view kLogin = "login";
+  const size_t start = std::min(sql.find_first_not_of(" \t\r\n"), sql.size());
+  const bool login = strncasecmp(sql.c_str() + start, kLogin.data(), kLogin.size()) == 0;
+  return login ? sql.substr(0, sql.find(',')) : sql;
+}
+
 void TraceSql(const std::string& sql) {
   if (!TraceOn()) return;
-  std::fprintf(stderr, "DIAG: sql len=%d [%s]\n", static_cast<int>(sql.size()), sql.c_str());
-  for (const char byte : sql.substr(0, kTracedBytes)) {
+  const std::string shown = Shown(sql);
+  std::fprintf(stderr, "DIAG: sql len=%d [%s]\n", static_cast<int>(sql.size()), shown.c_str());
+  for (const char byte : shown.substr(0, kTracedBytes)) {
     std::fprintf(stderr, "%02x ", static_cast<unsigned>(static_cast<unsigned char>(byte)));
   }
   std::fputc('\n', stderr);
@@ -145,6 +161,11 @@ bool MorvSqlCredentialOk(std::string_view text, size_t limit, bool comma_allowed
 }
 
 bool MorvSqlReachable(const std::string& address, const std::string& port) {
+  if (const size_t comma = address.find(','); comma != std::string::npos) {
+    return MorvSqlReachable(address.substr(0, comma), port) ||
+           MorvSqlReachable(address.substr(comma + 1), port);
+  }
+  if (address.empty()) return false;
   addrinfo hints{};
   hints.ai_socktype = SOCK_STREAM;
   addrinfo* found = nullptr;
@@ -188,6 +209,9 @@ int64_t SqlBridge::Connect(const std::string& home, const std::string& database)
   VORC_TRACE("DIAG: morv_sql_connect instance=%lld dbhome=%s\n", static_cast<long long>(instance),
              home.c_str());
   if (instance == 0) return 0;
+  if (store->SetFileRoot != nullptr && MorvSandboxActive()) {
+    store->SetFileRoot(instance, MorvSandboxRoot().c_str());
+  }
   store->NoNetworkMode(instance);
   store->DisableMessage(instance);
   const int64_t start = store->StartNetStore(instance, home.c_str(), "", "");

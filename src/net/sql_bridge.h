@@ -11,7 +11,8 @@ namespace vorc {
 /// True if the text is no longer than `limit` bytes and can't break out of a statement that names it.
 bool MorvSqlCredentialOk(std::string_view text, size_t limit, bool comma_allowed);
 
-/// True if something accepts connections there, asked for at most three seconds an address.
+/// True if something accepts connections there, asked for at most three seconds an address. `address` may
+/// list several hosts, with commas.
 bool MorvSqlReachable(const std::string& address, const std::string& port);
 
 /// Connections to databases and results of queries, by handles from 1 to 512 that both share. The

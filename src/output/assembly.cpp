@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "codegen/block_hook.h"
 #include "codegen/flow_graph.h"
 #include "codegen/mnemonics.h"
 #include "codegen/passes.h"
@@ -67,7 +68,7 @@ void EmitAssembly(C_SLOT& slot, OutputFiles& files, const std::string& source, B
   context.label_stem = LabelStem(source);
   ReserveNames(context);
   RenameProcStatics(context);
-  EmitAssemblyHeaders(context, files.reference, source);
+  EmitAssemblyHeaders(context, files.Reference(), source);
   EmitAssemblyBssSection(context);
   EmitAssemblyDataSection(context);
   context.assembly.Write(kStars, "/*********** SECTION CODE ************/\n", kStars,
@@ -77,6 +78,7 @@ void EmitAssembly(C_SLOT& slot, OutputFiles& files, const std::string& source, B
   end_write_tac_sample(context);
   context.assembly.Write("END   //SECTION CODE\n/* * * */\n");
   EmitAssemblyUnnamedStringDataSection(context);
+  if (hook != nullptr) hook->EndOfUnit(context);
 }
 
 }  // namespace vorc

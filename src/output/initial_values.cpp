@@ -1,9 +1,8 @@
 #include "output/initial_values.h"
 
 #include <bit>
-#include <map>
+#include <utility>
 
-#include "base/format.h"
 #include "program/constants.h"
 #include "program/initializer_walk.h"
 #include "program/layout.h"
@@ -13,49 +12,41 @@ namespace vorc {
 
 namespace {
 
-/// A number of some bytes, or the address of a name.
-struct Cell {
-  int64_t bytes = 1;
-  uint64_t number = 0;
-  std::string name;  ///< not empty for an address
-};
-
-using Cells = std::map<int64_t, Cell>;  ///< by their distance from the variable's start
-
 void PutBytes(TextWriter& out, uint64_t number, int64_t bytes) {
   for (int64_t i = 0; i < bytes; ++i) out.Write("0x", Hex{number >> 8 * i & 0xff, 2}, ',');
 }
 
+void PutName(TextWriter& out, const InitialCell& cell) {
+  out.Write(cell.name);
+  if (cell.distance != 0) out.Write('+', cell.distance);
+}
+
 // One element in the form of its width.
-void PutElement(TextWriter& out, const Cell& cell) {
-  if (!cell.name.empty()) return out.Write(cell.name);
+void PutElement(TextWriter& out, const InitialCell& cell) {
+  if (!cell.name.empty()) return PutName(out, cell);
   if (cell.bytes == 8) return out.Write(Hex{cell.number, 16});
   const uint64_t mask = (uint64_t{1} << 8 * cell.bytes) - 1;
   out.Write("0x", Hex{cell.number & mask, static_cast<int>(2 * cell.bytes)});
 }
 
-class ValueWriter {
+class CellCollector {
  public:
-  ValueWriter(CodegenContext& context, const SYM_REC* symbol) : context_(context), symbol_(symbol) {}
+  CellCollector(CodegenContext& context, UnnamedStrings& strings) : context_(context), strings_(strings) {}
 
-  void Run();
+  InitialCells Run(const SYM_REC* symbol);
 
  private:
-  void Collect();
   void PutLeaf(const InitializerLeaf& leaf);
   void PutText(const InitializerLeaf& leaf, std::string_view text);
-  Cell CellOf(const InitializerLeaf& leaf, const ValueType& type);
-  void WriteStruct(int64_t size);
-  void WriteArray(int64_t element, int64_t count);
+  InitialCell CellOf(const InitializerLeaf& leaf, const ValueType& type);
 
   CodegenContext& context_;
-  const SYM_REC* symbol_;
-  Cells cells_;
-  int64_t rows_ = 0;
+  UnnamedStrings& strings_;
+  InitialCells cells_;
 };
 
-Cell ValueWriter::CellOf(const InitializerLeaf& leaf, const ValueType& type) {
-  Cell cell;
+InitialCell CellCollector::CellOf(const InitializerLeaf& leaf, const ValueType& type) {
+  InitialCell cell;
   cell.bytes = type.Size(context_.slot);
   ConstantValue value;
   if (!EvalConstantExpression(context_.slot, leaf.element->Expression, &value)) return cell;
@@ -71,31 +62,34 @@ Cell ValueWriter::CellOf(const InitializerLeaf& leaf, const ValueType& type) {
     else
       cell.number = std::bit_cast<uint64_t>(real);
   }
-  if (value.kind == ConstantValue::Kind::kText)
-    cell.name =
-        context_.strings.AddUnnamedStringToDataSection(leaf.element->Expression->Text(), leaf.element->Line);
+  if (value.kind == ConstantValue::Kind::kText) {
+    cell.name = strings_.AddUnnamedStringToDataSection(leaf.element->Expression->Text(), leaf.element->Line);
+    cell.is_text = true;
+  }
   if (value.kind == ConstantValue::Kind::kFunction) cell.name = AsmNameOf(context_, value.function);
   if (value.symbol != nullptr) {
     cell.name = AsmNameOf(context_, value.symbol);
-    if (value.integer != 0) cell.name += Format("+%lld", static_cast<long long>(value.integer));
+    cell.distance = value.integer;
   }
   return cell;
 }
 
-void ValueWriter::PutText(const InitializerLeaf& leaf, std::string_view text) {
+void CellCollector::PutText(const InitializerLeaf& leaf, std::string_view text) {
   for (size_t i = 0; i < text.size() && static_cast<int64_t>(i) < leaf.text_room; ++i) {
-    cells_[leaf.offset + static_cast<int64_t>(i)] = {1, static_cast<unsigned char>(text[i]), {}};
+    InitialCell& cell = cells_[leaf.offset + static_cast<int64_t>(i)];
+    cell = {};
+    cell.number = static_cast<unsigned char>(text[i]);
   }
 }
 
-void ValueWriter::PutLeaf(const InitializerLeaf& leaf) {
+void CellCollector::PutLeaf(const InitializerLeaf& leaf) {
   const EXPR_NODE* head = leaf.element->Expression;
   if (leaf.text_room > 0 && head != nullptr && head->Token == Tok::STRING) return PutText(leaf, head->Text());
   ValueType type = ValueType::OfSymbol(*leaf.symbol);
   while (type.IsArray()) type = type.Element();
-  Cell cell = CellOf(leaf, type);
+  InitialCell cell = CellOf(leaf, type);
   if (leaf.symbol->BitFieldWidth > 0) {
-    Cell& unit = cells_[leaf.offset];
+    InitialCell& unit = cells_[leaf.offset];
     const uint64_t mask =
         leaf.symbol->BitFieldWidth >= 64 ? ~uint64_t{0} : (uint64_t{1} << leaf.symbol->BitFieldWidth) - 1;
     unit.bytes = cell.bytes;
@@ -105,10 +99,27 @@ void ValueWriter::PutLeaf(const InitializerLeaf& leaf) {
   cells_[leaf.offset] = cell;
 }
 
-void ValueWriter::Collect() {
+InitialCells CellCollector::Run(const SYM_REC* symbol) {
   const auto put = [&](const InitializerLeaf& leaf) { PutLeaf(leaf); };
-  rows_ = InitializerWalk(context_.slot, put).Run(symbol_);
+  InitializerWalk(context_.slot, put).Run(symbol);
+  return std::move(cells_);
 }
+
+class ValueWriter {
+ public:
+  ValueWriter(CodegenContext& context, const SYM_REC* symbol)
+      : context_(context), symbol_(symbol), cells_(CollectInitialCells(context, context.strings, symbol)) {}
+
+  void Run();
+
+ private:
+  void WriteStruct(int64_t size);
+  void WriteArray(int64_t element, int64_t count);
+
+  CodegenContext& context_;
+  const SYM_REC* symbol_;
+  const InitialCells cells_;
+};
 
 void ValueWriter::WriteStruct(int64_t size) {
   TextWriter& out = context_.assembly;
@@ -116,10 +127,12 @@ void ValueWriter::WriteStruct(int64_t size) {
   int64_t at = 0;
   for (const auto& [offset, cell] : cells_) {
     for (; at < offset; ++at) out.Write("0x00,");
-    if (cell.name.empty())
+    if (cell.name.empty()) {
       PutBytes(out, cell.number, cell.bytes);
-    else
-      out.Write(cell.name, ',');
+    } else {
+      PutName(out, cell);
+      out.Write(',');
+    }
     at = offset + cell.bytes;
   }
   for (; at < size; ++at) out.Write("0x00,");
@@ -132,13 +145,12 @@ void ValueWriter::WriteArray(int64_t element, int64_t count) {
   for (int64_t i = 0; i < count; ++i) {
     const auto cell = cells_.find(i * element);
     if (i > 0) out.Write(',');
-    PutElement(out, cell == cells_.end() ? Cell{element, 0, {}} : cell->second);
+    PutElement(out, cell == cells_.end() ? InitialCell{element} : cell->second);
   }
   out.Write("};\n");
 }
 
 void ValueWriter::Run() {
-  Collect();
   ValueType type = ValueType::OfSymbol(*symbol_);
   const int64_t count = ElementCount(context_, symbol_);
   const bool array = type.IsArray();
@@ -146,11 +158,15 @@ void ValueWriter::Run() {
   const int64_t element = type.Size(context_.slot);
   if (type.IsStruct()) return WriteStruct(element * count);
   if (array) return WriteArray(element, count);
-  PutElement(context_.assembly, cells_.empty() ? Cell{element, 0, {}} : cells_.begin()->second);
+  PutElement(context_.assembly, cells_.empty() ? InitialCell{element} : cells_.begin()->second);
   context_.assembly.Write(";\n");
 }
 
 }  // namespace
+
+InitialCells CollectInitialCells(CodegenContext& context, UnnamedStrings& strings, const SYM_REC* symbol) {
+  return CellCollector(context, strings).Run(symbol);
+}
 
 int64_t ElementCount(CodegenContext& context, const SYM_REC* symbol) {
   int64_t count = 1;

@@ -10,6 +10,7 @@
 #include "base/descriptor.h"
 #include "base/format.h"
 #include "output/symbol_block.h"
+#include "program/target_options.h"
 
 namespace vorc {
 namespace {
@@ -33,6 +34,9 @@ constexpr size_t kElementNameRoom = 256;
 constexpr size_t kElementValue = 1364;
 constexpr size_t kElementLocal = 1372;
 constexpr size_t kElementData = 1392;
+
+constexpr uint64_t kNarrow = 32;
+constexpr uint64_t kWide = 64;
 
 using Bytes = std::vector<uint8_t>;
 
@@ -83,7 +87,7 @@ class SectionWalk {
     for (int64_t i = 0; i < count; ++i) {
       // Sections that share their elements could make much of a small file.
       if (++visited_ > size_ / kElementBytes || !ReadAt(fd_, at, element)) return false;
-      Keep(section_at, at, element);
+      Keep(name, section_at, at, element);
       const uint64_t data = has_data ? GetUnsigned(element, kElementData, 8) : 0;
       if (data > size_) return false;
       at += kElementBytes + data;
@@ -91,11 +95,11 @@ class SectionWalk {
     return true;
   }
 
-  void Keep(uint64_t section_at, uint64_t at, const Bytes& element) {
+  void Keep(std::string_view section, uint64_t section_at, uint64_t at, const Bytes& element) {
     const std::string_view name = GetText(element, kElementName, kElementNameRoom);
     if (name.empty() || GetUnsigned(element, kElementLocal, 4) != 0) return;
     const auto value = static_cast<uint32_t>(GetUnsigned(element, kElementValue, 4));
-    symbols_.push_back({std::string(name), value, section_at, at});
+    symbols_.push_back({std::string(name), value, std::string(section), section_at, at});
   }
 
   int fd_;
@@ -173,6 +177,38 @@ bool LoadSectionSymbols(LinkerInput& input) {
   input.symbols_loaded = SectionWalk(fd, input.symbols).Run(GetLifSectionListLocation(input, &ignored));
   if (!input.symbols_loaded) input.symbols.clear();
   return input.symbols_loaded;
+}
+
+std::string CannotMix(const LinkerInput& first, const LinkerInput& second) {
+  const auto stamp = [](const LinkerInput& input, size_t at) { return GetUnsigned(input.header, at, 8); };
+  const auto address_size = [&stamp](const LinkerInput& input) -> uint64_t {
+    const uint64_t size = stamp(input, header::kAddressSize);
+    if (size != 0) return size;
+    return stamp(input, header::kCpuSize) == kNarrow ? kNarrow : kWide;
+  };
+  const auto differ = [&](size_t at) { return stamp(first, at) != stamp(second, at); };
+  const auto number = [](uint64_t value) { return static_cast<long>(value); };
+  if (differ(header::kCpuSize)) {
+    return Format(
+        "vlink: error: cannot mix CPUSIZE %ld and %ld objects in one link - all inputs must be the same word "
+        "size",
+        number(stamp(first, header::kCpuSize)), number(stamp(second, header::kCpuSize)));
+  }
+  if (address_size(first) != address_size(second)) {
+    return Format(
+        "vlink: error: cannot mix ADDRSIZE %ld and %ld objects in one link - all inputs must share one "
+        "address bus width",
+        number(address_size(first)), number(address_size(second)));
+  }
+  if (differ(header::kPic)) {
+    return "vlink: error: cannot mix position-independent and absolute objects in one link - a PIC object "
+           "expects CODEBASE to be set, an absolute one only runs where it was linked";
+  }
+  if (!differ(header::kExeFormat)) return "";
+  return "vlink: error: cannot mix EXEFORMAT " +
+         std::string(ExeFormatName(stamp(first, header::kExeFormat))) + " and " +
+         std::string(ExeFormatName(stamp(second, header::kExeFormat))) +
+         " objects in one link - the output is a single file with a single container";
 }
 
 std::string ReadTableFile(int fd, TableFile& file) {

@@ -14,6 +14,7 @@ namespace vorc {
 struct SectionSymbol {
   std::string name;
   uint32_t value = 0;
+  std::string section_name;
   uint64_t section = 0;  ///< place of its section's record
   uint64_t element = 0;  ///< place of its element
 };
@@ -48,6 +49,9 @@ const std::vector<SectionSymbol>& GetLifSectionSymbols(const LinkerInput& input)
 /// Collects what the sections define, once. False, with nothing collected, if the list leaves the file or
 /// never ends.
 bool LoadSectionSymbols(LinkerInput& input);
+
+/// Why two objects can't become one program: the line, or an empty text.
+std::string CannotMix(const LinkerInput& first, const LinkerInput& second);
 
 /// The tables of a symbol or object file of the compiler.
 struct TableFile {

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 #include <vector>
 
 #include "base/console.h"
@@ -13,6 +14,7 @@
 #include "output/disk_records.h"
 #include "output/output_files.h"
 #include "output/program_tables.h"
+#include "output/symbol_block.h"
 
 namespace vorc {
 namespace {
@@ -48,70 +50,141 @@ void FillObjectHeader(const TargetOptions& target, const VorcReference128& refer
   PutNumber(bytes, header::kReference + 8, 8, reference.low);
 }
 
-// The file is readable for nobody, and so an old one can't be opened again: it makes way.
-Descriptor Create(const std::string& path) {
-  unlink(path.c_str());
-  return Descriptor(open(path.c_str(), O_RDWR | O_CREAT | O_TRUNC | O_CLOEXEC, kOwnerWrites));
-}
+/// One of the two files while it is written. The header comes twice: until the block stands, its directory
+/// tells of nothing.
+class TableFileWriter {
+ public:
+  /// The file is readable for nobody, and so an old one can't be opened again: it makes way.
+  TableFileWriter(const DiskFormat& format, const std::string& path, Bytes header)
+      : format_(format), header_(std::move(header)) {
+    unlink(path.c_str());
+    file_ = Descriptor(open(path.c_str(), O_RDWR | O_CREAT | O_TRUNC | O_CLOEXEC, kOwnerWrites));
+    const auto base = static_cast<off_t>(format.header_bytes);
+    const bool ready = file_ && WriteHeader() && lseek(file_.get(), base, SEEK_SET) == base;
+    status_ = ready ? kVsymOk : kVsymIo;
+  }
 
-bool WriteHeader(int fd, const Bytes& bytes) {
-  const ssize_t written = RetryInterrupted([&] { return pwrite(fd, bytes.data(), bytes.size(), 0); });
-  return written == static_cast<ssize_t>(bytes.size());
-}
+  bool created() const { return static_cast<bool>(file_); }
+  VsymStatus status() const { return status_; }
+  void Fail(VsymStatus status) { status_ = status; }
+  void Append(std::span<const uint8_t> bytes) {
+    if (status_ == kVsymOk) status_ = vsym_put(file_.get(), bytes);
+  }
+  void Finish(const TableDirectory& directory, uint64_t stored, bool deflated);
 
-// The header comes twice: until the block stands, its directory tells of nothing.
-VsymStatus WriteFile(int fd, const DiskFormat& format, Bytes& bytes, const ProgramTables& tables,
-                     bool compress) {
-  const auto base = static_cast<off_t>(format.header_bytes);
-  const Bytes placeholder = bytes;
-  if (!WriteHeader(fd, bytes) || lseek(fd, base, SEEK_SET) != base) return kVsymIo;
+ private:
+  bool WriteHeader() const {
+    const ssize_t written =
+        RetryInterrupted([&] { return pwrite(file_.get(), header_.data(), header_.size(), 0); });
+    return written == static_cast<ssize_t>(header_.size());
+  }
+
+  const DiskFormat& format_;
+  Bytes header_;
+  Descriptor file_;
+  VsymStatus status_ = kVsymOk;
+};
+
+void TableFileWriter::Finish(const TableDirectory& directory, uint64_t stored, bool deflated) {
+  if (status_ != kVsymOk) return;
+  const Bytes placeholder = header_;
+  vsym_describe(header_, directory.bytes, stored, deflated);
   for (size_t i = 0; i < kDiskTables; ++i) {
-    const ProgramTables::Entry& entry = tables.directory[i];
-    PutNumber(bytes, format.directory + 16 * i, 8, entry.count);
-    PutNumber(bytes, format.directory + 16 * i + 8, 8, format.header_bytes + entry.start);
+    const TableEntry& entry = directory.entries[i];
+    PutNumber(header_, format_.directory + 16 * i, 8, entry.count);
+    PutNumber(header_, format_.directory + 16 * i + 8, 8, format_.header_bytes + entry.start);
   }
-  const VsymStatus status = vsym_emit(fd, tables.block, bytes, compress);
-  if (status != kVsymOk) return status;
-  if (WriteHeader(fd, bytes)) return kVsymOk;
-  static_cast<void>(WriteHeader(fd, placeholder));
-  return kVsymIo;
+  if (WriteHeader()) return;
+  status_ = kVsymIo;
+  header_ = placeholder;
+  static_cast<void>(WriteHeader());
 }
 
-// A program without its symbol file is still a program: nothing here stops a compilation.
-void CreateSymbolFile(const C_SLOT& slot, const std::string& source, const ProgramTables& tables) {
-  const Descriptor file = Create(SetFileExt(source, "symtab"));
-  if (!file) return;
-  Bytes bytes = NewHeader(kSymbolFormat, source);
-  const VsymStatus status = WriteFile(file.get(), kSymbolFormat, bytes, tables, slot.Target.compress);
-  if (status != kVsymOk) WriteOutput(Format("vorc: symbol file not written: %s\n", vsym_strerror(status)));
+/// Sends plain tables to both files as they come: a large program has more bytes of records than a machine
+/// has memory to spare.
+class PlainTables : public TableSink {
+ public:
+  PlainTables(TableFileWriter& symbols, TableFileWriter& object) : files_{&symbols, &object} {
+    buffer_.reserve(kBufferBytes);
+  }
+  bool Append(std::span<const uint8_t> bytes) override {
+    if (buffer_.size() + bytes.size() > kBufferBytes) Flush();
+    buffer_.insert(buffer_.end(), bytes.begin(), bytes.end());
+    return files_[0]->status() == kVsymOk || files_[1]->status() == kVsymOk;
+  }
+  void Flush() {
+    for (TableFileWriter* file : files_) file->Append(buffer_);
+    buffer_.clear();
+  }
+
+ private:
+  static constexpr size_t kBufferBytes = size_t{1} << 18;
+
+  TableFileWriter* files_[2];
+  Bytes buffer_;
+};
+
+/// Gathers the tables for deflation, which needs them whole.
+class GatheredTables : public TableSink {
+ public:
+  bool Start() { return vsym_builder_init(block_, 0) == kVsymOk; }
+  bool Append(std::span<const uint8_t> bytes) override {
+    vsym_write(block_, bytes);
+    return !block_.failed;
+  }
+  const VsymBuilder& block() const { return block_; }
+
+ private:
+  VsymBuilder block_;
+};
+
+void WritePlain(const C_SLOT& slot, TableFileWriter& symbols, TableFileWriter& object) {
+  PlainTables tables(symbols, object);
+  const TableDirectory directory = EncodeProgram(slot, tables);
+  tables.Flush();
+  symbols.Finish(directory, 0, false);
+  object.Finish(directory, 0, false);
 }
 
-bool CreateObjectFile(const C_SLOT& slot, const std::string& source, const VorcReference128& reference,
-                      const ProgramTables& tables) {
-  const std::string path = SetFileExt(source, "obj");
-  const Descriptor file = Create(path);
-  if (!file) {
-    WriteOutput(Format("telobj: cannot create object file '%s'\n", path.c_str()));
-    return false;
+bool WriteDeflated(const C_SLOT& slot, TableFileWriter& symbols, TableFileWriter& object) {
+  GatheredTables tables;
+  if (!tables.Start()) return false;
+  const TableDirectory directory = EncodeProgram(slot, tables);
+  VsymPacked packed;
+  const VsymStatus status = vsym_pack(tables.block(), true, packed);
+  for (TableFileWriter* file : {&symbols, &object}) {
+    if (status != kVsymOk && file->status() == kVsymOk) file->Fail(status);
+    file->Append(packed.bytes);
+    file->Finish(directory, packed.bytes.size(), packed.deflated);
   }
-  Bytes bytes = NewHeader(kObjectFormat, path);
-  FillObjectHeader(slot.Target, reference, bytes);
-  const VsymStatus status = WriteFile(file.get(), kObjectFormat, bytes, tables, slot.Target.compress);
-  if (status != kVsymOk) WriteOutput(Format("vorc: symbol table not written: %s\n", vsym_strerror(status)));
-  return status == kVsymOk;
+  return true;
 }
 
 }  // namespace
 
 bool WriteSymbolAndObjectFiles(const C_SLOT& slot, const std::string& source,
                                const VorcReference128& reference) {
-  ProgramTables tables;
-  if (!EncodeProgram(slot, tables)) {
+  const std::string object_path = SetFileExt(source, "obj");
+  Bytes object_header = NewHeader(kObjectFormat, object_path);
+  FillObjectHeader(slot.Target, reference, object_header);
+  TableFileWriter symbols(kSymbolFormat, SetFileExt(source, "symtab"), NewHeader(kSymbolFormat, source));
+  TableFileWriter object(kObjectFormat, object_path, std::move(object_header));
+  bool allocated = true;
+  if (slot.Target.compress)
+    allocated = WriteDeflated(slot, symbols, object);
+  else
+    WritePlain(slot, symbols, object);
+  // A program without its symbol file is still a program: that doesn't stop a compilation.
+  if (symbols.status() != kVsymOk)
+    WriteOutput(Format("vorc: symbol file not written: %s\n", vsym_strerror(symbols.status())));
+  if (!object.created()) {
+    WriteOutput(Format("telobj: cannot create object file '%s'\n", object_path.c_str()));
+  } else if (!allocated) {
     WriteOutput("vorc: cannot allocate the symbol block buffer\n");
-    return false;
+  } else if (object.status() != kVsymOk) {
+    WriteOutput(Format("vorc: symbol table not written: %s\n", vsym_strerror(object.status())));
   }
-  CreateSymbolFile(slot, source, tables);
-  return CreateObjectFile(slot, source, reference, tables);
+  return allocated && object.status() == kVsymOk;
 }
 
 }  // namespace vorc

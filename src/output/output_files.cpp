@@ -34,4 +34,9 @@ bool OutputFiles::Close() {
   return ai_input.Close() && good;
 }
 
+const VorcReference128& OutputFiles::Reference() {
+  if (!reference_) reference_ = GenerateVorcReference128();
+  return *reference_;
+}
+
 }  // namespace vorc

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "base/text_writer.h"
@@ -16,12 +17,16 @@ struct OutputFiles {
   TextWriter analysis;
   TextWriter tac;
   TextWriter ai_input;
-  VorcReference128 reference = GenerateVorcReference128();
 
   /// Removes what an earlier run left and makes all of them anew. False if one can't be made.
   bool Open(const std::string& source);
   /// False if anything could not be written.
   bool Close();
+  /// What all outputs of one compilation bear, made at its first use.
+  const VorcReference128& Reference();
+
+ private:
+  std::optional<VorcReference128> reference_;
 };
 
 }  // namespace vorc

@@ -14,6 +14,9 @@ namespace {
 
 constexpr size_t kMaxOperand = 511;
 constexpr size_t kMaxDestination = 255;
+constexpr std::string_view kGlobal = "GLOBAL";
+// How the types of variables begin: BYTE1 to BYTE32.
+constexpr std::string_view kBytes = "BYTE";
 constexpr size_t kPieceSize = 1 << 18;
 
 // Those that r5, rr5 and gpr5 don't cover.
@@ -166,6 +169,11 @@ class Rewriter {
       case 'e':
         if (pic_starts_with(instruction, "EXTERN")) Add(externs_, pic_single_operand(instruction, "EXTERN"));
         break;
+      case 'b': AddVariable(instruction); break;
+      case 'g':
+        if (pic_starts_with(instruction, kGlobal))
+          AddVariable(SkipBlanks(instruction.substr(kGlobal.size())));
+        break;
       case 'l':
         if (pic_starts_with(instruction, "loadaddr")) uses_.push_back(line);
         break;
@@ -180,6 +188,19 @@ class Rewriter {
 
   static void Add(PicProcset& names, std::optional<std::string_view> name) {
     if (name) names.insert(*name);
+  }
+
+  // A variable may bear a register's name; the assembler takes it for the variable then.
+  void AddVariable(std::string_view declaration) {
+    if (!SameFolded(declaration.substr(0, kBytes.size()), kBytes)) return;
+    const std::string_view rest =
+        SkipBlanks(declaration.substr(std::min(declaration.find_first_of(" \t"), declaration.size())));
+    const std::string_view name = rest.substr(0, rest.find_first_of(" \t\r\n;=[{,"));
+    if (PicIsRegisterName(name)) variables_.insert(name);
+  }
+
+  bool IsRegister(std::string_view name) const {
+    return PicIsRegisterName(name) && !variables_.contains(name);
   }
 
   void RewriteLine(std::string_view line, std::string_view instruction) {
@@ -216,7 +237,7 @@ class Rewriter {
     const std::string_view destination = pic_trim(operands.substr(0, comma));
     const std::string_view source = SourceOf(operands.substr(comma + 1));
     if (destination.empty() || source.empty()) return;
-    if (PicIsRegisterName(source) || !PicIsRegisterName(destination)) {
+    if (IsRegister(source) || !PicIsRegisterName(destination)) {
       ++counts_.abs_loads;
     } else if (externs_.contains(source)) {
       ++counts_.extern_loads;
@@ -262,6 +283,7 @@ class Rewriter {
   Sink sink_;
   PicProcset externs_;
   PicProcset procedures_;
+  PicProcset variables_;  ///< of a register's name
   // The lines that may have to change.
   std::vector<std::string_view> uses_;
   std::string out_;

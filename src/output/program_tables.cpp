@@ -129,11 +129,14 @@ void Image::PutScope(const DiskField& field, const SYMBOLS_HEADER& scope, int64_
 /// Encodes table by table.
 class Encoder {
  public:
-  Encoder(const C_SLOT& slot, ProgramTables& tables) : slot_(slot), tables_(tables) {}
+  Encoder(const C_SLOT& slot, TableSink& sink) : slot_(slot), sink_(sink) {}
 
-  void Run();
+  TableDirectory Run();
 
  private:
+  void Begin(DiskTable table, uint64_t count);
+  bool Append(std::span<const uint8_t> bytes);
+  bool AppendTrimmed(std::span<const uint8_t> symbol);
   template <typename Layout, typename T>
   void Table(DiskTable table, const RecordTable<T>& records);
   void Pieces(DiskTable table, std::span<const uint8_t> bytes, uint64_t count);
@@ -154,14 +157,18 @@ class Encoder {
   void Encode(const DEFINE_REC& from, Image& to);
   void Encode(const DEFINE_ITEM& from, Image& to);
 
+  void CollectLinks();
   void CollectTexts();
   void Statics();
 
   const C_SLOT& slot_;
-  ProgramTables& tables_;
+  TableSink& sink_;
+  TableDirectory directory_;
+  bool open_ = true;  ///< the sink takes more
   Pool tokens_;
   Pool texts_;
   std::unordered_map<const FUNCPROTO_REC*, const FUNCPROTO_REC*> previous_overload_;
+  std::unordered_map<const STATEMENT_BLOCK*, std::pair<const CODE_BLOCK*, const CODE_BLOCK*>> child_blocks_;
 };
 
 void Encoder::Encode(const SYM_REC& from, Image& to) {
@@ -292,6 +299,10 @@ void Encoder::Encode(const STATEMENT_BLOCK& from, Image& to) {
   to.Put(R::Line, from.Line.Line);
   to.Put(R::EndLine, from.EndLine.Line);
   to.Refer(R::Next, from.Next);
+  const auto blocks = child_blocks_.find(&from);
+  const bool has_blocks = blocks != child_blocks_.end();
+  to.Refer(R::FirstChildBlock, has_blocks ? blocks->second.first : nullptr);
+  to.Refer(R::LastChildBlock, has_blocks ? blocks->second.second : nullptr);
 }
 
 void Encoder::Encode(const EXPR_NODE& from, Image& to) {
@@ -438,30 +449,53 @@ void Encoder::Encode(const DEFINE_ITEM& from, Image& to) {
   to.Refer(R::Next, from.Next);
 }
 
-void Encoder::Pieces(DiskTable table, std::span<const uint8_t> bytes, uint64_t count) {
-  tables_.directory[static_cast<size_t>(table)] = {count, tables_.block.used};
-  vsym_write(tables_.block, bytes);
+void Encoder::Begin(DiskTable table, uint64_t count) {
+  directory_.entries[static_cast<size_t>(table)] = {count, directory_.bytes};
 }
 
-/// Appends a symbol without the dimensions that it hasn't.
-void SymRecWriteTrimmed(VsymBuilder& builder, std::span<const uint8_t> record) {
-  const auto count = static_cast<int16_t>(GetNumber(record, disk::SymbolRec::DimensionCount));
-  vsym_write(builder, record.first(kSymbolHead + StoredDimensions(count) * kDimensionBytes));
-  vsym_write(builder, record.subspan(kSymbolTail));
+bool Encoder::Append(std::span<const uint8_t> bytes) {
+  open_ = open_ && (bytes.empty() || sink_.Append(bytes));
+  directory_.bytes += bytes.size();
+  return open_;
+}
+
+// Without the dimensions that the symbol hasn't.
+bool Encoder::AppendTrimmed(std::span<const uint8_t> symbol) {
+  const auto count = static_cast<int16_t>(GetNumber(symbol, disk::SymbolRec::DimensionCount));
+  return Append(symbol.first(kSymbolHead + StoredDimensions(count) * kDimensionBytes)) &&
+         Append(symbol.subspan(kSymbolTail));
+}
+
+void Encoder::Pieces(DiskTable table, std::span<const uint8_t> bytes, uint64_t count) {
+  Begin(table, count);
+  Append(bytes);
 }
 
 template <typename Layout, typename T>
 void Encoder::Table(DiskTable table, const RecordTable<T>& records) {
-  tables_.directory[static_cast<size_t>(table)] = {records.count(), tables_.block.used};
+  Begin(table, records.count());
   Image image(Layout::kBytes);
-  for (size_t i = 0; i < records.count() && !tables_.block.failed; ++i) {
+  for (size_t i = 0; i < records.count() && open_; ++i) {
     image.Clear();
     image.Put(Layout::Index, i);
     Encode(*records.At(i), image);
     if constexpr (std::is_same_v<T, SYM_REC>)
-      SymRecWriteTrimmed(tables_.block, image.bytes());
+      AppendTrimmed(image.bytes());
     else
-      vsym_write(tables_.block, image.bytes());
+      Append(image.bytes());
+  }
+}
+
+// Links that the records in memory have in one direction only.
+void Encoder::CollectLinks() {
+  for (size_t i = 0; i < slot_.FuncPrototypes.count(); ++i) {
+    const FUNCPROTO_REC* function = slot_.FuncPrototypes.At(i);
+    if (function->NextOverload != nullptr) previous_overload_[function->NextOverload] = function;
+  }
+  for (size_t i = 0; i < slot_.CodeBlocks.count(); ++i) {
+    const CODE_BLOCK* block = slot_.CodeBlocks.At(i);
+    if (block->ParentStatement != nullptr)
+      child_blocks_.try_emplace(block->ParentStatement, block, block).first->second.second = block;
   }
 }
 
@@ -490,28 +524,24 @@ void Encoder::CollectTexts() {
       texts_.Add(node.name);
   }
   for (size_t i = 0; i < slot_.DefineItems.count(); ++i) texts_.Add(slot_.DefineItems.At(i)->Text);
-  for (size_t i = 0; i < slot_.FuncPrototypes.count(); ++i) {
-    const FUNCPROTO_REC* function = slot_.FuncPrototypes.At(i);
-    if (function->NextOverload != nullptr) previous_overload_[function->NextOverload] = function;
-  }
 }
 
 void Encoder::Statics() {
   using R = disk::ProcStaticRec;
-  tables_.directory[static_cast<size_t>(DiskTable::kProcStatic)] = {slot_.ProcStatics.size(),
-                                                                    tables_.block.used};
+  Begin(DiskTable::kProcStatic, slot_.ProcStatics.size());
   Image image(R::kBytes);
   for (size_t i = 0; i < slot_.ProcStatics.size(); ++i) {
     image.Clear();
     image.Put(R::Index, i);
     image.Refer(R::Symbol, slot_.ProcStatics[i]);
     image.Put(R::Name, texts_.Add(slot_.ProcStatics[i]->name));
-    vsym_write(tables_.block, image.bytes());
+    Append(image.bytes());
   }
 }
 
 // The compiler makes no unresolved records, relocations and line numbers: those are the assembler's.
-void Encoder::Run() {
+TableDirectory Encoder::Run() {
+  CollectLinks();
   CollectTexts();
   Pieces(DiskTable::kTokens, tokens_.bytes(), tokens_.bytes().size());
   Table<disk::SymbolRec>(DiskTable::kSymbol, slot_.SymbolRecords);
@@ -534,14 +564,13 @@ void Encoder::Run() {
   Table<disk::DefineRec>(DiskTable::kDefine, slot_.DefineRecords);
   Table<disk::DefineItemRec>(DiskTable::kDefineItem, slot_.DefineItems);
   Statics();
+  return directory_;
 }
 
 }  // namespace
 
-bool EncodeProgram(const C_SLOT& slot, ProgramTables& tables) {
-  if (vsym_builder_init(tables.block, 0) != kVsymOk) return false;
-  Encoder(slot, tables).Run();
-  return true;
+TableDirectory EncodeProgram(const C_SLOT& slot, TableSink& sink) {
+  return Encoder(slot, sink).Run();
 }
 
 }  // namespace vorc

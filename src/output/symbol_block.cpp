@@ -36,15 +36,6 @@ bool Grow(VsymBuilder& builder, uint64_t capacity) {
   return true;
 }
 
-bool WriteAll(int fd, std::span<const uint8_t> bytes) {
-  while (!bytes.empty()) {
-    const ssize_t written = RetryInterrupted([&] { return write(fd, bytes.data(), bytes.size()); });
-    if (written <= 0) return false;
-    bytes = bytes.subspan(static_cast<size_t>(written));
-  }
-  return true;
-}
-
 /// Reads so many bytes from a place. False if the file has fewer, and then without asking for the memory.
 bool ReadAll(int fd, uint64_t offset, uint64_t rest, uint64_t count, std::vector<uint8_t>& bytes) {
   if (count > rest) return false;
@@ -105,26 +96,42 @@ uint64_t vsym_tell(const VsymBuilder& builder) {
   return builder.used + builder.base;
 }
 
-VsymStatus vsym_emit(int fd, const VsymBuilder& builder, std::span<uint8_t> header, bool compress) {
-  if (builder.failed || header.size() < kVsymHeaderSize) return kVsymNoMemory;
-  std::span<const uint8_t> block(builder.data.get(), builder.used);
-  PutLittle64(header, kVsymCompressedAt, 0);
-  PutLittle64(header, kVsymLengthAt, block.size());
-  PutLittle64(header, kVsymStoredAt, 0);
-  std::unique_ptr<uint8_t[], VsymBuilder::Free> packed;
-  if (compress && !block.empty()) {
-    const size_t bound = vz_bound(block.size());
-    packed.reset(static_cast<uint8_t*>(std::malloc(bound)));
-    if (!packed) return kVsymNoMemory;
-    size_t size = 0;
-    if (vz_zlib_compress(block, {packed.get(), bound}, size) != kVzOk) return kVsymRefused;
-    if (size < block.size()) {
-      PutLittle64(header, kVsymCompressedAt, 1);
-      PutLittle64(header, kVsymStoredAt, size);
-      block = {packed.get(), size};
-    }
+VsymStatus vsym_pack(const VsymBuilder& builder, bool compress, VsymPacked& packed) {
+  if (builder.failed) return kVsymNoMemory;
+  packed = {{builder.data.get(), builder.used}, builder.used, false, nullptr};
+  if (!compress || builder.used == 0) return kVsymOk;
+  const size_t bound = vz_bound(builder.used);
+  packed.own.reset(static_cast<uint8_t*>(std::malloc(bound)));
+  if (!packed.own) return kVsymNoMemory;
+  size_t size = 0;
+  if (vz_zlib_compress(packed.bytes, {packed.own.get(), bound}, size) != kVzOk) return kVsymRefused;
+  packed.deflated = size < builder.used;
+  if (packed.deflated) packed.bytes = {packed.own.get(), size};
+  return kVsymOk;
+}
+
+void vsym_describe(std::span<uint8_t> header, uint64_t length, uint64_t stored, bool deflated) {
+  PutLittle64(header, kVsymCompressedAt, deflated ? 1 : 0);
+  PutLittle64(header, kVsymLengthAt, length);
+  PutLittle64(header, kVsymStoredAt, deflated ? stored : 0);
+}
+
+VsymStatus vsym_put(int fd, std::span<const uint8_t> bytes) {
+  while (!bytes.empty()) {
+    const ssize_t written = RetryInterrupted([&] { return write(fd, bytes.data(), bytes.size()); });
+    if (written <= 0) return kVsymIo;
+    bytes = bytes.subspan(static_cast<size_t>(written));
   }
-  return WriteAll(fd, block) ? kVsymOk : kVsymIo;
+  return kVsymOk;
+}
+
+VsymStatus vsym_emit(int fd, const VsymBuilder& builder, std::span<uint8_t> header, bool compress) {
+  if (header.size() < kVsymHeaderSize) return kVsymNoMemory;
+  VsymPacked packed;
+  const VsymStatus status = vsym_pack(builder, compress, packed);
+  if (status != kVsymOk) return status;
+  vsym_describe(header, packed.length, packed.bytes.size(), packed.deflated);
+  return vsym_put(fd, packed.bytes);
 }
 
 VsymStatus vsym_read_block_at(int fd, std::span<const uint8_t> header, uint64_t offset,

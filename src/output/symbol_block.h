@@ -51,6 +51,24 @@ void vsym_write(VsymBuilder& builder, std::span<const uint8_t> bytes);
 /// Where the next byte goes, counted in the file as if nothing were deflated.
 uint64_t vsym_tell(const VsymBuilder& builder);
 
+/// A block as it goes to a file, one or several.
+struct VsymPacked {
+  std::span<const uint8_t> bytes;
+  uint64_t length = 0;  ///< before deflation
+  bool deflated = false;
+  std::unique_ptr<uint8_t[], VsymBuilder::Free> own;
+};
+
+/// Prepares what the builder holds: with `compress` deflated if that makes it smaller. The plain bytes stay
+/// the builder's.
+VsymStatus vsym_pack(const VsymBuilder& builder, bool compress, VsymPacked& packed);
+
+/// Tells of a block in the header of its file.
+void vsym_describe(std::span<uint8_t> header, uint64_t length, uint64_t stored, bool deflated);
+
+/// Writes all bytes where the file stands.
+VsymStatus vsym_put(int fd, std::span<const uint8_t> bytes);
+
 /// Writes the block where the file stands and tells of it in the header. With `compress` it is deflated if
 /// that makes it smaller.
 VsymStatus vsym_emit(int fd, const VsymBuilder& builder, std::span<uint8_t> header, bool compress);

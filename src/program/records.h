@@ -112,10 +112,6 @@ struct SYM_REC : TypeSpec {
   int32_t MemberOffset = 0;  ///< bytes from the start of the owner's own members
   int32_t FrameOffset = 0;   ///< bytes from the frame base: upward for a parameter, else downward
   SourceLine Line;
-  char* InterpreterData = nullptr;  ///< storage of a global or static in a script
-  char* TextBuffer = nullptr;       ///< a typeless variable's own copy of its text
-  uint32_t TextCapacity = 0;
-  Tok CurrentType = Tok::NOTOKEN;  ///< what a typeless variable holds now
   STRUCT_REC* OwnerStruct = nullptr;
   FUNCPROTO_REC* FunctionPointer = nullptr;  ///< signature behind a function pointer
   InitializerList Initializer;
@@ -305,7 +301,6 @@ struct EXPR_NODE {
   FUNCPROTO_REC* OwnerFunction = nullptr;
   EXPR_NODE* Prev = nullptr;
   EXPR_NODE* Next = nullptr;
-  void* Decoded = nullptr;  ///< the interpreter's form of the chain that starts here
 
   /// The spelling of a number or name, or the whole of a text.
   std::string_view Text() const { return {Literal, LiteralLength}; }

@@ -35,6 +35,23 @@ inline constexpr size_t kEnumRecords = 5'000;
 inline constexpr size_t kEnumElements = 50'000;
 inline constexpr size_t kExpressions = 800'000;
 inline constexpr size_t kDeclSequence = 400'000;
+
+/// Address space of all tables together.
+inline constexpr size_t kRecordBytes = ReservedPieces::RoomFor(kCasts * sizeof(CAST)) +
+                                       ReservedPieces::RoomFor(kSymbols * sizeof(SYM_REC)) +
+                                       ReservedPieces::RoomFor(kStructs * sizeof(STRUCT_REC)) +
+                                       ReservedPieces::RoomFor(kTypedefs * sizeof(TYPEDEF_REC)) +
+                                       ReservedPieces::RoomFor(kFuncPrototypes * sizeof(FUNCPROTO_REC)) +
+                                       ReservedPieces::RoomFor(kProcTables * sizeof(PROC_TABLE)) +
+                                       ReservedPieces::RoomFor(kStatementBlocks * sizeof(STATEMENT_BLOCK)) +
+                                       ReservedPieces::RoomFor(kInitializerElements * sizeof(INITIALIZER)) +
+                                       ReservedPieces::RoomFor(kCodeBlocks * sizeof(CODE_BLOCK)) +
+                                       ReservedPieces::RoomFor(kDefineRecords * sizeof(DEFINE_REC)) +
+                                       ReservedPieces::RoomFor(kDefineItems * sizeof(DEFINE_ITEM)) +
+                                       ReservedPieces::RoomFor(kEnumRecords * sizeof(ENUM_REC)) +
+                                       ReservedPieces::RoomFor(kEnumElements * sizeof(ENUM_ELEMENT)) +
+                                       ReservedPieces::RoomFor(kExpressions * sizeof(EXPR_NODE)) +
+                                       ReservedPieces::RoomFor(kDeclSequence * sizeof(DECL_SEQ));
 }  // namespace capacity
 
 /// Room for an `extern` array that is used before its definition tells its size.
@@ -51,6 +68,9 @@ class ParseServices {
   virtual void AllocateData(SYM_REC* symbol) = 0;
   /// Fills a global's or static's storage from its initializer.
   virtual void InitializeData(SYM_REC* symbol) = 0;
+  /// Bytes that a global or static has been given by its uses, which must go on to see the same place; the
+  /// largest there may be if it has no storage yet.
+  virtual int64_t RoomOf(const SYM_REC* symbol) = 0;
   /// Runs a statement of `MorvMain`.
   virtual void RunStatement(STATEMENT_BLOCK* statement) = 0;
   /// True for the name of a built-in function.
@@ -68,21 +88,22 @@ struct C_SLOT {
   NameIndex Index;
   Arena Texts;
 
-  RecordTable<CAST> Casts{capacity::kCasts};
-  RecordTable<SYM_REC> SymbolRecords{capacity::kSymbols};
-  RecordTable<STRUCT_REC> Structs{capacity::kStructs};
-  RecordTable<TYPEDEF_REC> Typedefs{capacity::kTypedefs};
-  RecordTable<FUNCPROTO_REC> FuncPrototypes{capacity::kFuncPrototypes};
-  RecordTable<PROC_TABLE> ProcTables{capacity::kProcTables};
-  RecordTable<STATEMENT_BLOCK> StatementBlocks{capacity::kStatementBlocks};
-  RecordTable<INITIALIZER> InitializerElements{capacity::kInitializerElements};
-  RecordTable<CODE_BLOCK> CodeBlocks{capacity::kCodeBlocks};
-  RecordTable<DEFINE_REC> DefineRecords{capacity::kDefineRecords};
-  RecordTable<DEFINE_ITEM> DefineItems{capacity::kDefineItems};
-  RecordTable<ENUM_REC> EnumRecords{capacity::kEnumRecords};
-  RecordTable<ENUM_ELEMENT> EnumElements{capacity::kEnumElements};
-  RecordTable<EXPR_NODE> Expressions{capacity::kExpressions};
-  RecordTable<DECL_SEQ> DeclSequence{capacity::kDeclSequence};
+  ReservedPieces RecordMemory{capacity::kRecordBytes};
+  RecordTable<CAST> Casts{capacity::kCasts, RecordMemory};
+  RecordTable<SYM_REC> SymbolRecords{capacity::kSymbols, RecordMemory};
+  RecordTable<STRUCT_REC> Structs{capacity::kStructs, RecordMemory};
+  RecordTable<TYPEDEF_REC> Typedefs{capacity::kTypedefs, RecordMemory};
+  RecordTable<FUNCPROTO_REC> FuncPrototypes{capacity::kFuncPrototypes, RecordMemory};
+  RecordTable<PROC_TABLE> ProcTables{capacity::kProcTables, RecordMemory};
+  RecordTable<STATEMENT_BLOCK> StatementBlocks{capacity::kStatementBlocks, RecordMemory};
+  RecordTable<INITIALIZER> InitializerElements{capacity::kInitializerElements, RecordMemory};
+  RecordTable<CODE_BLOCK> CodeBlocks{capacity::kCodeBlocks, RecordMemory};
+  RecordTable<DEFINE_REC> DefineRecords{capacity::kDefineRecords, RecordMemory};
+  RecordTable<DEFINE_ITEM> DefineItems{capacity::kDefineItems, RecordMemory};
+  RecordTable<ENUM_REC> EnumRecords{capacity::kEnumRecords, RecordMemory};
+  RecordTable<ENUM_ELEMENT> EnumElements{capacity::kEnumElements, RecordMemory};
+  RecordTable<EXPR_NODE> Expressions{capacity::kExpressions, RecordMemory};
+  RecordTable<DECL_SEQ> DeclSequence{capacity::kDeclSequence, RecordMemory};
 
   SYMBOLS_HEADER Globals;
   FUNCPROTO_REC* MorvFuncProto = nullptr;

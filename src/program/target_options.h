@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace vorc {
@@ -24,9 +25,15 @@ struct TargetOptions {
   bool warnings_as_errors = false;
   bool script = false;  ///< the dialect is accepted, and statements run
   bool quiet = false;   ///< no lines of progress
+  bool typed = false;   ///< a script that is typed in: `$name` statements may stand outside of functions
   std::vector<std::string> include_paths;
 
   int AddressBytes() const { return address_size / 8; }
 };
+
+/// The name of an executable format; "unknown" for a number that is none.
+std::string_view ExeFormatName(uint64_t format);
+/// The format of a name, whose case doesn't count and of which 15 characters do. -1 for none.
+int ExeFormatFromName(std::string_view name);
 
 }  // namespace vorc

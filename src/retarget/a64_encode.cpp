@@ -18,6 +18,16 @@ constexpr int32_t kMinBranch19 = -0x40000;
 constexpr int32_t kMaxBranch19 = 0x3FFFF;
 constexpr uint32_t kBranch19Kept = 0xFF00001F;
 constexpr int64_t kAdrpPages = 1 << 20;
+constexpr int64_t kAdrBytes = 1 << 20;
+constexpr uint32_t kAdr = 0x10000000;
+constexpr uint32_t kAdrp = 0x90000000;
+constexpr uint32_t kAddImmediate = 0x91000000;
+
+// A distance of 21 bits where ADR and ADRP have it.
+uint32_t PageBits(int64_t distance) {
+  const auto bits = static_cast<uint32_t>(distance);
+  return (bits & 3) << 29 | (bits >> 2 & 0x7FFFF) << 5;
+}
 
 /// Keeps the first fault. Always gives 1.
 int fail(Va64Encoder& enc, const std::string& message) {
@@ -194,6 +204,10 @@ int va64_resolve(Va64Encoder& enc) {
   int va64_##name(Va64Encoder& enc, uint32_t rt, uint32_t base, int32_t offset) { \
     return Access(enc, #name, bits, bytes, rt, base, offset);                     \
   }
+#define A64_CONVERT(name, bits, text)                              \
+  int va64_##name(Va64Encoder& enc, uint32_t rd, uint32_t rn) { \
+    return Emit(enc, bits | rn << 5 | rd, {rd, rn});            \
+  }
 #define A64_EXCEPTION(name, bits)                   \
   int va64_##name(Va64Encoder& enc, uint32_t imm) { \
     return Exception(enc, #name, bits, imm);        \
@@ -253,8 +267,27 @@ int va64_adrp(Va64Encoder& enc, uint32_t rd, uint64_t target) {
   if (pages < -kAdrpPages || pages >= kAdrpPages) {
     return fail(enc, "adrp target is more than +-4GB away");
   }
-  const auto bits = static_cast<uint32_t>(pages);
-  return Emit(enc, 0x90000000 | (bits & 3) << 29 | (bits >> 2 & 0x7FFFF) << 5 | rd, {rd});
+  return Emit(enc, kAdrp | PageBits(pages) | rd, {rd});
+}
+
+int va64_address(Va64Encoder& enc, uint32_t rd) {
+  return Emit(enc, kAdr | rd, {rd}) != 0 || va64_nop(enc) != 0 ? 1 : 0;
+}
+
+int va64_poke_address(Va64Encoder& enc, uint32_t offset, uint32_t target) {
+  if (!enc.code.HoldsWord(offset) || !enc.code.HoldsWord(offset + 4)) {
+    return fail(enc, Format("no address at %u", offset));
+  }
+  const uint32_t rd = enc.code.Word(offset) & (kRegisters - 1);
+  const int64_t bytes = int64_t{target} - int64_t{offset};
+  if (bytes >= -kAdrBytes && bytes < kAdrBytes) {
+    enc.code.SetWord(offset, kAdr | PageBits(bytes) | rd);
+    return 0;
+  }
+  const int64_t pages = int64_t{target >> 12} - int64_t{offset >> 12};
+  enc.code.SetWord(offset, kAdrp | PageBits(pages) | rd);
+  enc.code.SetWord(offset + 4, kAddImmediate | (target & kMaxImm12) << 10 | rd << 5 | rd);
+  return 0;
 }
 
 int va64_b(Va64Encoder& enc, int32_t label) {

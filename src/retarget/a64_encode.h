@@ -11,7 +11,7 @@
 namespace vorc {
 
 inline constexpr size_t kVa64MaxLabels = 4096;
-inline constexpr size_t kVa64MaxFixups = 8192;
+inline constexpr size_t kVa64MaxFixups = 65536;
 
 enum A64Condition : uint32_t {
   kEq,
@@ -88,6 +88,7 @@ int va64_resolve(Va64Encoder& enc);
 #define A64_REGISTERS(name, bits) int va64_##name(Va64Encoder& enc, uint32_t rd, uint32_t rn, uint32_t rm);
 #define A64_ACCESS(name, bits, bytes) \
   int va64_##name(Va64Encoder& enc, uint32_t rt, uint32_t base, int32_t offset);
+#define A64_CONVERT(name, bits, text) int va64_##name(Va64Encoder& enc, uint32_t rd, uint32_t rn);
 #define A64_EXCEPTION(name, bits) int va64_##name(Va64Encoder& enc, uint32_t imm);
 #define A64_INDIRECT(name, bits) int va64_##name(Va64Encoder& enc, uint32_t rn);
 #define A64_FIXED(name, bits) int va64_##name(Va64Encoder& enc);
@@ -106,6 +107,11 @@ int va64_cmp(Va64Encoder& enc, uint32_t rn, uint32_t rm);
 int va64_cset(Va64Encoder& enc, uint32_t rd, uint32_t cond);
 /// The address of the 4 KiB page of `target`, relative to that of here.
 int va64_adrp(Va64Encoder& enc, uint32_t rd, uint64_t target);
+/// Two words that va64_poke_address turns into the address of a place in the code.
+int va64_address(Va64Encoder& enc, uint32_t rd);
+/// Completes the pair at `offset`. A place within 1 MiB is reached wherever the code lies, one farther away
+/// where the code begins on a multiple of 4096.
+int va64_poke_address(Va64Encoder& enc, uint32_t offset, uint32_t target);
 
 // To labels; the distance is filled in by va64_resolve. `cond` is one of A64Condition.
 int va64_b(Va64Encoder& enc, int32_t label);

@@ -2,12 +2,11 @@
 
 namespace vorc {
 
-std::unique_ptr<BackEnd> InstallBackEnd(C_SLOT& slot, const std::string&) {
+std::unique_ptr<BackEnd> InstallBackEnd(C_SLOT& slot, const std::string& source) {
   switch (slot.Target.core) {
-    case Core::kQlx:
-    case Core::kRiscV:
-    case Core::kAArch64:
-      break;
+    case Core::kQlx: break;
+    case Core::kRiscV: return MakeRiscvBackEnd(slot, source);
+    case Core::kAArch64: return MakeAarch64BackEnd(slot, source);
   }
   return nullptr;
 }

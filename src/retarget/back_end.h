@@ -18,6 +18,9 @@ class BackEnd : public BlockHook {
   virtual void Finish() = 0;
 };
 
+std::unique_ptr<BackEnd> MakeRiscvBackEnd(C_SLOT& slot, const std::string& source);
+std::unique_ptr<BackEnd> MakeAarch64BackEnd(C_SLOT& slot, const std::string& source);
+
 /// The back end of `slot.Target.core` for `source`, its listing open; none for the QLX processor.
 std::unique_ptr<BackEnd> InstallBackEnd(C_SLOT& slot, const std::string& source);
 

@@ -17,6 +17,8 @@ struct RvFunction {
   int32_t frame = 0;
   /// Off for one that is not to be seen from outside, since something in it could not be translated.
   bool emitted = true;
+  /// Where calls of it go, a label of the encoder or -1.
+  int32_t label = -1;
 
   bool Visible() const { return emitted && size > 0; }
 };

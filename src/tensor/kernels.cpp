@@ -5,6 +5,7 @@
 #include <cstring>
 #include <vector>
 
+#include "base/processor.h"
 #include "tensor/elementary.h"
 
 // Everything below a kernel must be inlined into it, to be compiled for the kernel's processor.
@@ -161,8 +162,7 @@ VORC_AVX2 void ExponentialsAvx2(double* values, size_t count, double highest) {
 std::vector<TensorKernels> FindUsable() {
   std::vector<TensorKernels> usable = {{"plain", MultiplyPlain, ExponentialsPlain}};
 #if defined(__x86_64__)
-  __builtin_cpu_init();
-  if (__builtin_cpu_supports("avx2")) usable.push_back({"avx2", MultiplyAvx2, ExponentialsAvx2});
+  if (ProcessorHasAvx2()) usable.push_back({"avx2", MultiplyAvx2, ExponentialsAvx2});
 #endif
   return usable;
 }

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Compiles small programs, runs them on the simulator and compares with gcc.
 
-    run_programs.py path/to/vorc path/to/vorc-sim [folder] [--only NAME] [--keep FOLDER]
+    run_programs.py path/to/vorc path/to/vorc-sim [folder] [--only NAME] [--bases A,B] [--keep FOLDER]
     run_programs.py --check [folder]     only asks gcc, strictly: is each program well defined?
 
 Lines at the head of a program tell how it is tried:
@@ -41,13 +41,16 @@ def try_program(arguments, path, folder):
     if arguments.check:
         return [True]
     sim_options = " ".join(judge.headers(source, "sim")).split()
+    runs = [(mode, sim_options) for mode in modes_of(source)]
+    if arguments.bases:
+        runs = [("-pic", [*sim_options, "--base", base]) for base in arguments.bases.split(",")]
     results = []
-    for mode in modes_of(source):
+    for mode, options in runs:
         try:
-            judge.judge(arguments.vorc, arguments.sim, source, calls, values, mode.split(), sim_options, folder)
+            judge.judge(arguments.vorc, arguments.sim, source, calls, values, mode.split(), options, folder)
             results.append(True)
         except judge.Failure as failure:
-            print(f"FAIL {path.stem} {mode or '-o0'}\n  " + str(failure).replace("\n", "\n  "))
+            print(f"FAIL {path.stem} {mode or '-o0'} {' '.join(options)}\n  " + str(failure).replace("\n", "\n  "))
             results.append(False)
     return results
 
@@ -58,6 +61,7 @@ def main():
     parser.add_argument("sim", nargs="?", type=os.path.abspath)
     parser.add_argument("folder", nargs="?", default=PROGRAMS, type=pathlib.Path)
     parser.add_argument("--only", action="append", help="names of programs, without .c")
+    parser.add_argument("--bases", help="compiles with -pic and runs each program at these addresses")
     parser.add_argument("--keep", help="works in this folder and leaves the last program's files there")
     parser.add_argument("--check", action="store_true")
     arguments = parser.parse_args()

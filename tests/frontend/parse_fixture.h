@@ -7,6 +7,7 @@
 
 #include "frontend/parser.h"
 #include "frontend/scanner.h"
+#include "program/layout.h"
 
 namespace vorc {
 
@@ -28,6 +29,7 @@ class ParsedSource : public ParseServices {
   void AllocateData(SYM_REC*) override {}
   void InitializeData(SYM_REC*) override {}
   void RunStatement(STATEMENT_BLOCK*) override {}
+  int64_t RoomOf(const SYM_REC*) override { return kLargestType; }
   bool IsBuiltin(const Name*) override { return false; }
 
   SYM_REC* Variable(const std::string& name) {

@@ -18,14 +18,20 @@ class ProgramWriter {
         "int fuel = 400;\n"
         "struct Node { int n; char c; double d; int v[4]; struct Node *next; };\n"
         "int gi; int gj; char gc; double gd; int ga[8]; char gb[8]; double ge[6]; int gm[3][4];\n"
-        "double gf[2][3]; struct Node gs; struct Node gn[3]; struct Node *gp; int *gq; int pad[64];\n";
+        "double gf[2][3]; struct Node gs; struct Node gn[3]; struct Node *gp; int *gq;\n"
+        "long gl; unsigned int gu; short gh; float gr;\n"
+        "class Box { public: int v; long w; unsigned char u; int b : 3; int z : 5;\n"
+        "int get() { return v; }\n"
+        "void put(int m) { v = m; w = w + v; b = m; }\n"
+        "int sum(int m, int o) { fuel = fuel - 1; if (m > 3) return v + m; z = o; return this->v - z; } };\n"
+        "Box ob; Box oa[2]; Box *op; int pad[64];\n";
     functions_ = 0;
     const int count = 1 + Pick(4);
     for (int i = 0; i < count; ++i) Function(i);
     Line("int main() {");
     Locals();
     gp_ready_ = true;
-    Line("gp = &gs; gq = ga; p = &gn[1]; gn[1].next = &gs; gs.next = p;");
+    Line("op = &oa[1]; gp = &gs; gq = ga; p = &gn[1]; gn[1].next = &gs; gs.next = p;");
     Body(3 + Pick(8), 3);
     Dump();
     Line("return 0; }");
@@ -46,7 +52,9 @@ class ProgramWriter {
     Line(
         "int i; int j; int k; char c; double d; int a[6]; double e[4]; struct Node s; struct Node *p; int "
         "*q;");
-    Line("$x = 1; $y = 2.5; i = j = k = c = 0; d = 0.5; s.n = 1; s.c = 2; s.d = 0.25; p = &s; q = a;");
+    Line(
+        "$x = 1; $y = 2.5; $t = \"t\"; i = j = k = c = 0; d = 0.5; s.n = 1; s.c = 2; s.d = 0.25; p = &s; q = "
+        "a;");
     Line("for (i = 0; i < 6; i++) a[i] = i; for (i = 0; i < 4; i++) { e[i] = i; s.v[i] = i; } s.next = &gs;");
   }
 
@@ -78,7 +86,8 @@ class ProgramWriter {
     Line("printf(\"%d %d %d %d %d\\n\", gi, gj, gc, s.n, gs.n);");
     Line("for (i = 0; i < 6; i++) printf(\"%d %d %d %g\\n\", a[i], ga[i], gb[i], ge[i]);");
     Line("printf(\"%d %g %d %d %g\\n\", s.v[1], s.d, gn[1].n, gm[1][2], gf[1][1]);");
-    Line("printf(\"%s %s\\n\", $x, $y);");
+    Line("printf(\"%s %s %s\\n\", $x, $y, $t);");
+    Line("printf(\"%d %d %d %d %d %d %d\\n\", gl, gu, gh, ob.v, ob.w, ob.b, oa[1].z);");
   }
 
   void Body(int statements, int depth) {
@@ -94,7 +103,7 @@ class ProgramWriter {
   void Arm(int depth) { Pick(4) == 0 ? Statement(depth - 1) : Block(depth); }
 
   void Statement(int depth) {
-    const int choice = Pick(depth > 0 ? 24 : 11);
+    const int choice = Pick(depth > 0 ? 26 : 12);
     switch (choice) {
       default: Line(Place() + " = " + Int(2) + ";"); break;
       case 3: Line(Place() + Compound() + Int(2) + ";"); break;
@@ -105,8 +114,9 @@ class ProgramWriter {
       case 8: Typeless(); break;
       case 9: Pointers(); break;
       case 10: Line((Pick(3) == 0 ? Place() + " = " : "") + Call() + ";"); break;
-      case 11:
+      case 11: Texts(); break;
       case 12:
+      case 13:
         Line("if (" + Int(2) + ")");
         Arm(depth);
         if (Pick(2) == 0) {
@@ -114,11 +124,11 @@ class ProgramWriter {
           Arm(depth);
         }
         break;
-      case 13: Loop("while ((fuel = fuel - 1) > 0 && " + Condition() + ")", "", depth); break;
-      case 14: Loop("do", "while ((fuel = fuel - 1) > 0 && " + Condition() + ");", depth); break;
-      case 15:
+      case 14: Loop("while ((fuel = fuel - 1) > 0 && " + Condition() + ")", "", depth); break;
+      case 15: Loop("do", "while ((fuel = fuel - 1) > 0 && " + Condition() + ");", depth); break;
       case 16:
-      case 17: {
+      case 17:
+      case 18: {
         const std::string name = IntName();
         Loop("for (" + name + " = " + std::to_string(Pick(3)) + "; " + name + " < " +
                  std::to_string(2 + Pick(6)) + " && (fuel = fuel - 1) > 0; " + name +
@@ -126,17 +136,18 @@ class ProgramWriter {
              "", depth);
         break;
       }
-      case 18: Switch(depth); break;
-      case 19: Block(depth); break;
-      case 20: loops_ > 0 || switches_ > 0 ? Line("if (" + Condition() + ") break;") : Block(depth); break;
-      case 21: loops_ > 0 ? Line("if (" + Condition() + ") continue;") : Block(depth); break;
-      case 22:
+      case 19: Switch(depth); break;
+      case 20: Block(depth); break;
+      case 21: loops_ > 0 || switches_ > 0 ? Line("if (" + Condition() + ") break;") : Block(depth); break;
+      case 22: loops_ > 0 ? Line("if (" + Condition() + ") continue;") : Block(depth); break;
+      case 23:
         if (in_function_)
           Line("if (" + Condition() + ") return" + (kinds_[inside_] == kVoid ? ";" : " " + Int(2) + ";"));
         else
           Block(depth);
         break;
-      case 23: Line(loops_ > 0 ? (Pick(2) == 0 ? "break;" : "continue;") : "gi = 1;"); break;
+      case 25: Objects(); break;
+      case 24: Line(loops_ > 0 ? (Pick(2) == 0 ? "break;" : "continue;") : "gi = 1;"); break;
     }
   }
 
@@ -177,6 +188,31 @@ class ProgramWriter {
     }
   }
 
+  void Texts() {
+    switch (Pick(8)) {
+      case 0: Line("$t = \"ab\";"); break;
+      case 1: Line("$t = $t + \"c\"; if (morv_strlen($t) > 40) $t = \"\";"); break;
+      case 2: Line("$t += " + Int(1) + "; if (morv_strlen($t) > 40) $t = \"z\";"); break;
+      case 3: Line("if ($t == \"ab\") " + Place() + " = 1;"); break;
+      case 4: Line(Place() + " = morv_strlen($t);"); break;
+      case 5: Line("$t = morv_upper($t);"); break;
+      case 6: Line("$t = $x + \"-\" + $y;"); break;
+      default: Line("$y = $t;"); break;
+    }
+  }
+
+  void Objects() {
+    switch (Pick(7)) {
+      case 0: Line("ob.put(" + Int(1) + ");"); break;
+      case 1: Line("op->put(" + Int(1) + ");"); break;
+      case 2: Line("op = &oa[" + std::to_string(Pick(2)) + "];"); break;
+      case 3: Line("op = &ob;"); break;
+      case 4: Line("oa[" + Index(2) + "] = ob;"); break;
+      case 5: Line("ob.w = " + Int(2) + ";"); break;
+      default: Line(Rarely() ? "op = 0;" : "oa[1].put(" + Int(1) + ");"); break;
+    }
+  }
+
   void Pointers() {
     switch (Pick(9)) {
       case 0: Line("p = &s;"); break;
@@ -203,7 +239,13 @@ class ProgramWriter {
   }
 
   std::string Place() {
-    switch (Pick(16)) {
+    switch (Pick(24)) {
+      case 16: return "ob.v";
+      case 17: return Pick(2) == 0 ? "ob.b" : "op->z";
+      case 18: return "op->v";
+      case 19: return "gl";
+      case 20: return Pick(2) == 0 ? "gu" : "gh";
+      case 21: return "ob.u";
       case 0: return "a[" + Index(6) + "]";
       case 1: return "ga[" + Index(8) + "]";
       case 2: return "gm[" + Index(3) + "][" + Index(4) + "]";
@@ -227,7 +269,7 @@ class ProgramWriter {
       case 2: return "gf[" + Index(2) + "][" + Index(3) + "]";
       case 3: return "s.d";
       case 4: return "p->d";
-      case 5: return "gd";
+      case 5: return Pick(3) == 0 ? "gr" : "gd";
       default: return "d";
     }
   }
@@ -245,7 +287,7 @@ class ProgramWriter {
   }
 
   std::string Int(int depth) {
-    switch (Pick(depth > 0 ? 15 : 4)) {
+    switch (Pick(depth > 0 ? 19 : 4)) {
       case 0: return std::to_string(Pick(9) - 2);
       case 1: return parameters_ ? (Pick(2) == 0 ? "m" : "o") : IntName();
       case 2: return Place();
@@ -263,7 +305,16 @@ class ProgramWriter {
       case 12: return Call();
       case 13: return Pick(2) == 0 ? "$x" : IntName() + "++";
       case 14: return "(" + IntName() + " = " + Int(depth - 1) + ")";
+      case 15: return "(" + Condition() + " ? " + Int(depth - 1) + " : " + Int(depth - 1) + ")";
+      case 16: return Cast() + "(" + Int(depth - 1) + ")";
+      case 17: return Pick(2) == 0 ? "ob.get()" : "op->sum(" + Int(0) + ", " + Int(1) + ")";
+      case 18: return "(" + Int(depth - 1) + ") " + (Pick(2) == 0 ? "<< " : ">> ") + std::to_string(Pick(9));
     }
+  }
+
+  std::string Cast() {
+    static const char* const kTypes[] = {"(char)", "(short)", "(long)", "(unsigned int)", "(int)"};
+    return kTypes[Pick(5)];
   }
 
   std::string Real(int depth) {

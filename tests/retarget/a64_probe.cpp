@@ -43,6 +43,10 @@ std::string Mnemonic(const std::string& name) {
   return name.substr(0, name.find_first_of("_3"));
 }
 
+std::string Number(uint32_t number) {
+  return std::to_string(number);
+}
+
 std::string AccessText(const std::string& name, uint32_t bytes, const Any& a, const Any& b, int32_t offset) {
   const bool narrow = name == "str32" || name == "ldr32" || name == "strh" || name == "ldrh" ||
                       name == "strb" || name == "ldrb";
@@ -80,6 +84,14 @@ void RegularForms() {
     const Any a, b;                                                                        \
     Try(AccessText(#name, bytes, a, b, step* bytes),                                       \
         [&](Va64Encoder& e) { return va64_##name(e, a.number, b.number, step * bytes); }); \
+  }
+#define A64_CONVERT(name, bits, spelling)                                                           \
+  for (int i = 0; i < 4; ++i) {                                                                     \
+    const auto d = static_cast<uint32_t>(g_random() % 31), n = static_cast<uint32_t>(g_random() % 31);                                        \
+    std::string text = spelling;                                                                    \
+    for (size_t at; (at = text.find('D')) != std::string::npos;) text.replace(at, 1, Number(d));    \
+    for (size_t at; (at = text.find('N')) != std::string::npos;) text.replace(at, 1, Number(n));    \
+    Try(text, [&](Va64Encoder& e) { return va64_##name(e, d, n); });                                \
   }
 #define A64_EXCEPTION(name, bits)                                                        \
   for (const uint32_t imm : {0U, 1U, 0xFFFFU}) {                                         \
@@ -147,11 +159,24 @@ void Pages() {
   }
 }
 
+// Address pairs to places near and far, at an odd distance too.
+void Addresses() {
+  for (const uint32_t target : {0U, 4U, 4091U, 0xFFFFFU}) {
+    Try(Format("adr x5,.+%u;nop", target), [&](Va64Encoder& e) {
+      return va64_address(e, 5) != 0 || va64_poke_address(e, 0, target) != 0 ? 1 : 0;
+    });
+  }
+  Try("adrp x7,.+0x345000;add x7,x7,#0x123", [](Va64Encoder& e) {
+    return va64_address(e, 7) != 0 || va64_poke_address(e, 0, 0x345123) != 0 ? 1 : 0;
+  });
+}
+
 }  // namespace
 
 int main() {
   RegularForms();
   for (const int32_t distance : {0, 1, 2, 100, -1, -100}) Branches(distance);
   Pages();
+  Addresses();
   return 0;
 }

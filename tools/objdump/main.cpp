@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cinttypes>
 #include <cstdio>
@@ -21,9 +22,11 @@ constexpr int kExitDamaged = 1;
 constexpr int kExitUsage = 2;
 constexpr const char* kUsage =
     "usage: vorc-objdump [--headers] file...\n"
-    "Prints symbol and object files of vorc as text: the header, the directory and all tables.\n"
+    "Prints symbol and object files of vorc as text: the header, the directory, all tables and what the\n"
+    "assembler added.\n"
     "\n"
     "  --headers   no tables\n"
+    "  --link      only tells why the files can't become one program\n"
     "  --version, --help\n";
 
 // Texts come from a file that may hold anything.
@@ -192,14 +195,55 @@ int Dump::PrintTables() {
   return faults_;
 }
 
+int Unreadable(const char* path) {
+  std::fprintf(stderr, "vorc-objdump: can't read %s: %s\n", path, std::strerror(errno));
+  return kExitUsage;
+}
+
+// What the assembler put into an object, of whichever version.
+int PrintSections(const char* path, int fd) {
+  LinkerInput input;
+  input.path = path;
+  const std::string fault = LoadLinkerInputObjectHeader(input, fd);
+  std::string message;
+  const SectionList list = GetLifSectionListLocation(input, &message);
+  if (!fault.empty() || !message.empty()) {
+    std::fprintf(stderr, "%s\n", (fault.empty() ? message : fault).c_str());
+    return kExitDamaged;
+  }
+  std::printf("sections\n  %" PRIu32 " at %" PRIu64 "\n", list.count, list.offset);
+  if (!LoadSectionSymbols(input)) {
+    std::fprintf(stderr, "vorc-objdump: %s: the list of sections is damaged\n", path);
+    return kExitDamaged;
+  }
+  for (const SectionSymbol& symbol : GetLifSectionSymbols(input)) {
+    std::printf("  ");
+    PrintText(symbol.section_name);
+    std::putchar(' ');
+    PrintText(symbol.name);
+    std::printf(" value %" PRIu32 " at %" PRIu64 "\n", symbol.value, symbol.element);
+  }
+  return 0;
+}
+
+// Headers that stand for something else than the compiler's tables; none otherwise.
+const char* ForeignKind(int fd) {
+  LinkerInput input;
+  if (!LoadLinkerInputObjectHeader(input, fd).empty()) return nullptr;
+  if (input.version == kLibraryVersion) return "library, version 5";
+  return input.version == kOldObjectVersion ? "object file, version 2" : nullptr;
+}
+
 int DumpFile(const char* path, bool tables) {
   const Descriptor fd(open(path, O_RDONLY | O_CLOEXEC));
-  if (!fd) {
-    std::fprintf(stderr, "vorc-objdump: can't read %s: %s\n", path, std::strerror(errno));
-    return kExitUsage;
-  }
+  if (!fd) return Unreadable(path);
   TableFile file;
   const std::string fault = ReadTableFile(fd.get(), file);
+  const char* foreign = file.header.empty() ? ForeignKind(fd.get()) : nullptr;
+  if (foreign != nullptr) {
+    std::printf("%s\n", foreign);
+    return std::strncmp(foreign, "object", 6) == 0 ? PrintSections(path, fd.get()) : 0;
+  }
   Dump dump(file);
   if (!file.header.empty()) dump.PrintHeader();
   if (!fault.empty()) {
@@ -209,30 +253,62 @@ int DumpFile(const char* path, bool tables) {
   const int faults = tables ? dump.PrintTables() : 0;
   if (faults > 0)
     std::fprintf(stderr, "vorc-objdump: %s: %d references or tables are damaged\n", path, faults);
-  return faults > 0 ? kExitDamaged : 0;
+  const bool object = file.format.version == kObjectFormat.version;
+  const int sections = tables && object ? PrintSections(path, fd.get()) : 0;
+  return faults > 0 ? kExitDamaged : sections;
+}
+
+// Holds every file against the first.
+int CheckLink(char** paths, int count) {
+  LinkerInput first;
+  int status = 0;
+  for (int i = 0; i < count; ++i) {
+    const Descriptor fd(open(paths[i], O_RDONLY | O_CLOEXEC));
+    if (!fd) return Unreadable(paths[i]);
+    LinkerInput input;
+    input.path = paths[i];
+    std::string fault = LoadLinkerInputObjectHeader(input, fd.get());
+    if (fault.empty() && i > 0) fault = CannotMix(first, input);
+    if (i == 0) first = input;
+    if (fault.empty()) continue;
+    std::fprintf(stderr, "%s\n", fault.c_str());
+    status = kExitDamaged;
+  }
+  return status;
+}
+
+struct Options {
+  bool tables = true;
+  bool link = false;
+};
+
+int Run(const Options& options, char** paths, int count) {
+  if (options.link) return CheckLink(paths, count);
+  int status = 0;
+  for (int i = 0; i < count; ++i) status = std::max(status, DumpFile(paths[i], options.tables));
+  if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) return status;
+  std::fputs("vorc-objdump: can't write the result\n", stderr);
+  return kExitDamaged;
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  bool tables = true;
+  Options options;
   int first = 1;
   for (; first < argc && std::strncmp(argv[first], "--", 2) == 0; ++first) {
     if (std::strcmp(argv[first], "--help") == 0) return std::fputs(kUsage, stdout) < 0;
     if (std::strcmp(argv[first], "--version") == 0) return std::puts("vorc-objdump " VORC_VERSION) < 0;
-    if (std::strcmp(argv[first], "--headers") != 0) break;
-    tables = false;
+    if (std::strcmp(argv[first], "--headers") == 0)
+      options.tables = false;
+    else if (std::strcmp(argv[first], "--link") == 0)
+      options.link = true;
+    else
+      break;
   }
   if (first >= argc || std::strncmp(argv[first], "--", 2) == 0) {
     std::fputs(kUsage, stderr);
     return kExitUsage;
   }
-  int status = 0;
-  for (int i = first; i < argc; ++i) {
-    const int one = DumpFile(argv[i], tables);
-    if (one > status) status = one;
-  }
-  if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) return status;
-  std::fputs("vorc-objdump: can't write the result\n", stderr);
-  return kExitDamaged;
+  return Run(options, argv + first, argc - first);
 }

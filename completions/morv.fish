@@ -1,0 +1,11 @@
+# fish completion for morv
+complete -c morv -s e -x -d 'run a text'
+complete -c morv -s I -x -a '(__fish_complete_directories)' -d 'search a folder for included files'
+complete -c morv -s D -x -d 'define a macro'
+complete -c morv -o Werr -d 'treat warnings as errors'
+complete -c morv -o llmtrace -d 'let the tensor functions explain their steps'
+complete -c morv -l keep -d 'leave the files of the run beside the source'
+complete -c morv -l list -d 'list the built-in functions'
+complete -c morv -l doc -x -a "(morv --list 2>/dev/null | string match -rg '^  (\w+)[(]')" -d 'tell of a built-in function'
+complete -c morv -l help -s h -d 'show the help'
+complete -c morv -l version -d 'show the version'
