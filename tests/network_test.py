@@ -155,19 +155,17 @@ def test_chat():
 
 def test_examples():
     folder = os.path.join(os.path.dirname(os.path.dirname(os.path.realpath(__file__))), "examples", "network")
-    environment = {**os.environ, **loopback.ALLOWED}
-    with subprocess.Popen([sys.executable, os.path.join(folder, "service.py")], stdout=subprocess.PIPE, text=True) as service, \
-            program.Folder(copy_of=folder) as copy:
-        where = f"http://localhost:{service.stdout.readline().strip()}"
-
-        def example(name):
-            return subprocess.run([scripts.vorc, "-morv", "-morvquiet", name, where], cwd=copy.path, env=environment, timeout=60,
-                                  stdin=subprocess.DEVNULL, capture_output=True, check=False).stdout.decode()
-
-        for name in ("fetch_page", "ask_model", "use_tool"):
-            with open(os.path.join(folder, name + ".out"), encoding="ascii") as expected:
-                check("example " + name, example(name + ".c"), expected.read())
-        service.terminate()
+    with program.Folder(copy_of=folder) as copy, subprocess.Popen([sys.executable, os.path.join(folder, "service.py")],
+                                                                  stdout=subprocess.PIPE, text=True) as service:
+        try:
+            where = f"http://localhost:{service.stdout.readline().strip()}"
+            for name in ("fetch_page", "ask_model", "use_tool"):
+                done = subprocess.run([scripts.vorc, "-morv", "-morvquiet", name + ".c", where], cwd=copy.path, timeout=60, check=False,
+                                      stdin=subprocess.DEVNULL, capture_output=True, env={**os.environ, **loopback.ALLOWED})
+                with open(os.path.join(folder, name + ".out"), encoding="ascii") as expected:
+                    check("example " + name, done.stdout.decode(), expected.read())
+        finally:
+            service.terminate()
 
 
 test_examples()
