@@ -13,7 +13,6 @@
 #include "frontend/parser.h"
 #include "frontend/scanner.h"
 #include "output/assembly.h"
-#include "program/layout.h"
 #include "retarget/back_end.h"
 
 namespace {
@@ -34,15 +33,6 @@ std::string Source() {
   }
   return text;
 }
-
-class NothingRuns final : public ParseServices {
- public:
-  void AllocateData(SYM_REC*) override {}
-  void InitializeData(SYM_REC*) override {}
-  int64_t RoomOf(const SYM_REC*) override { return kLargestType; }
-  void RunStatement(STATEMENT_BLOCK*) override {}
-  bool IsBuiltin(const Name*) override { return false; }
-};
 
 // Of the processor, so that what else the machine does doesn't count.
 double Seconds() {
@@ -88,8 +78,6 @@ void BM_Selection(benchmark::State& state) {
     Scanner scanner(*slot);
     scanner.AddSource("x.c", std::string(source));
     scanner.OpenSourceCodeFile("x.c");
-    NothingRuns services;
-    slot->Services = &services;
     Parser(*slot, scanner).ParseCsyntax();
     // Where there is no folder the files of the back end are done without.
     const auto back_end = InstallBackEnd(*slot, (traced ? folder / "x.c" : folder / "none" / "x.c").string());

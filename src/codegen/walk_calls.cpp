@@ -85,7 +85,7 @@ int32_t PushOwnObject(Walk& walk, const FUNCPROTO_REC* function, ArgumentCounts*
   const STRUCT_REC* home = walk.procedure.proto->OwnerClass;
   const MemberResult member =
       home == nullptr ? MemberResult() : FindStructMember(walk.slot, home, function->name);
-  walk.is_inexact |= member.Function == nullptr;
+  walk.is_inexact |= member.Function == nullptr || function->HasVarArgs;
   const int32_t object = walk.procedure.NewTemp();
   CaptureAddNumber(walk, object, ThisPointer(walk), member.BaseOffset);
   ValueType pointer = ValueType::Basic(Tok::void_).Pointer();

@@ -55,7 +55,7 @@ TEST(A64Encode, FirstFaultIsKept) {
        },
        "out of labels"},
       {[](E e) {
-         for (int i = 0; i < static_cast<int>(kVa64MaxFixups); ++i) va64_b(e, 0);
+         for (size_t i = 0; i < kVa64MaxFixups; ++i) va64_b(e, 0);
          return va64_b(e, 0);
        },
        "out of fixups"},
