@@ -20,7 +20,7 @@ for example in "$folder"/*.c; do
   mkdir "$work/$name"
   cp -r "$folder/." "$work/$name"
   read -ra args < <(sed -n '1s|^// args: *||p' "$example")
-  echo "== $name ${args[*]:-}"
+  echo "== $name${args[*]:+ ${args[*]}}"
   (cd "$work/$name" && "$vorc" -morv -morvquiet "$name" ${args[@]+"${args[@]}"} </dev/null) || {
     echo "run_examples: $name failed with exit status $?" >&2
     failed=1

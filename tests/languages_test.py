@@ -65,11 +65,11 @@ ANSWERS = {
 ENDLESS = {
     "python": ["while True: pass", "while True:\n try:\n  while True: pass\n except BaseException: pass",
                "import time\ntime.sleep(60)", "def f():\n try: f()\n finally: f()\nf()", "import re\nre.match('(a*)*b', 'a' * 40)"],
-    "js": ["while (true) {}", "for (;;) try { for (;;); } catch (e) {} finally { for (;;); }",
+    "js": ["while (true) {}", "throw {toString: function () { for (;;); }}", "for (;;) try { for (;;); } catch (e) {} finally { for (;;); }",
            "function f(n) { return n < 2 ? n : f(n - 1) + f(n - 2); } f(99)"]}
 # A text or a call of morv_lang_set, and what the variable is then: its kind, its text, its number.
 VALUES = [('set(h, "v", 7)', "int", "7", "7"), ('set(h, "v", 2.5)', "real", "2.5", "2.5"), ('set(h, "v", "é🙂")', "text", "é🙂", "0"),
-          ('set(h, "v", " 12 ")', "text", " 12 ", "12"), ('set(h, "v:json", "[1, [true]]")', "list", "[1,[true]]", "0"),
+          ('set(h, "v", " 12 ")', "text", " 12 ", "12"), ('set(h, "v:json", "[1, [\\"é\\"]]")', "list", '[1,["é"]]', "0"),
           ('set(h, "v:json", "false")', "bool", "false", "0"), ('set(h, "v:json", "null")', "none", "", "0"),
           ('set(h, "v:json", "nonsense")', "missing", "", "0"), ('set(h, "v", "\\xff")', "text", None, "0")]
 
@@ -130,6 +130,11 @@ def test_python_files():
              ("beside.py", "name = 'beside'\n")]
     check("a file", run('  printf("%s|", python("a.py")); printf("%s", icat("made")); printf("%s", python("none.py"));', files=files),
           "beside __main__ a.py\nZeroDivisionError: division by zero (line 4)|\nall of it\ncan't read none.py")
+    with program.Folder() as folder:
+        leave = f'  h = morv_lang_open("p");\n  morv_lang_run(h, "f = open(\'{folder.path}/kept\', \'w\'); f.write(\'all\')");\n  morv_exit(0);'
+        run(leave)
+        with open(folder.path + "/kept", encoding="ascii") as file:
+            check("a file that a script leaves open", file.read(), "all")
 
 
 def test_places():
@@ -137,13 +142,13 @@ def test_places():
     with program.Folder() as folder:
         alone = os.path.join(folder.path, "bin/vorc")
         os.makedirs(folder.path + "/bin/companions")
-        os.makedirs(folder.path + "/lib/vorc")
+        os.makedirs(folder.path + "/lib/vorc/companions")
         os.makedirs(folder.path + "/told")
         shutil.copy(VORC, alone)
         ask = '  printf("%s", pscript("add a 3\\nshow a"));'
         missing = "vpython.so was not found beside the executable or on the library search path"
         check("nowhere", run(ask, alone), missing)
-        for place in ("told", "lib/vorc", "bin/companions", "bin"):
+        for place in ("told", "lib/vorc/companions", "bin/companions", "bin"):
             library = os.path.join(folder.path, place, "vpython.so")
             os.symlink(COUNTER, library)
             told = {"LD_LIBRARY_PATH": folder.path + "/told"} if place == "told" else {}

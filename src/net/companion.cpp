@@ -42,7 +42,7 @@ void* OpenCompanion(const std::string& file) {
     if (void* library = dlopen(file.c_str(), RTLD_NOW)) return library;
   }
   const std::string folder = ProgramFolder();
-  for (const char* place : {"companions/", "../lib/vorc/"}) {
+  for (const char* place : {"companions/", "../lib/vorc/companions/"}) {
     if (folder.empty()) break;
     if (void* library = OpenIn(folder + place, file)) return library;
   }
