@@ -12,7 +12,6 @@
 #include "codegen/procedure.h"
 #include "frontend/parser.h"
 #include "frontend/scanner.h"
-#include "interp/interpreter.h"
 #include "output/assembly.h"
 #include "retarget/back_end.h"
 
@@ -72,8 +71,6 @@ void BM_Selection(benchmark::State& state) {
     Scanner scanner(*slot);
     scanner.AddSource("x.c", std::string(source));
     scanner.OpenSourceCodeFile("x.c");
-    Interpreter interpreter(*slot);
-    slot->Services = &interpreter;
     Parser(*slot, scanner).ParseCsyntax();
     // Where there is no folder the files of the back end are done without.
     const auto back_end = InstallBackEnd(*slot, (traced ? folder / "x.c" : folder / "none" / "x.c").string());
@@ -88,7 +85,7 @@ void BM_Selection(benchmark::State& state) {
 }
 BENCHMARK(BM_Selection)
     ->ArgNames({"core", "traced"})
-    ->ArgsProduct({{static_cast<int>(Core::kRiscV)}, {0, 1}})
+    ->ArgsProduct({{static_cast<int>(Core::kRiscV), static_cast<int>(Core::kAArch64)}, {0, 1}})
     ->UseManualTime()
     ->Unit(benchmark::kMillisecond);
 

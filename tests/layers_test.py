@@ -28,6 +28,7 @@ MAY_INCLUDE["driver"] = [*MAY_INCLUDE]
 MAY_INCLUDE["sim"] = ["base"]
 MAY_INCLUDE["prints"] = ["base"]
 MAY_INCLUDE["morv"] = ["base", "driver"]
+MAY_INCLUDE["view"] = ["base"]
 MAY_INCLUDE["objdump"] = ["base", "output"]
 # The companions stand on nothing of the program but its public headers.
 MAY_INCLUDE |= {"netstore": [], "languages": [], "python": ["languages"], "javascript": ["languages"]}

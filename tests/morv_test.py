@@ -57,6 +57,7 @@ def test_scripts():
         check("a request's parameters stay", run(["hi.c", "x"], folder, QUERY_STRING="1=a&2=b"), (0, "a|b\n", ""))
         check("the sandbox holds", run(["-e", 'printf("%d\\n", morv_file_write("/tmp/x", "y"))'], folder,
                                        MORV_FILE_ROOT=folder.path)[1], "0\n")
+        check("no place for files", run(["exits.c"], folder, TMPDIR="/nonexistent"), (7, "", ""))
         check("no file is left behind", sorted(os.listdir(folder.path)), ["exits.c", "hi.c", "plain.c", "quiet.c", "sub"])
         run(["--keep", "exits.c"], folder)
         check("but with --keep", "exits.error" in os.listdir(folder.path), True)

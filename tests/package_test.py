@@ -106,7 +106,7 @@ def check_fish(root):
 
 
 def check_manual(root):
-    for page in ("vorc", "morv", "vorc-sim", "vorc-objdump"):
+    for page in ("vorc", "morv", "vorc-sim", "vorc-objdump", "vorc-view"):
         file = root / f"usr/share/man/man1/{page}.1"
         check(f"manual page of {page}", file.exists())
         if file.exists() and not missing("man"):
@@ -128,7 +128,9 @@ def check_archive():
 
 
 def check_package(folder):
-    status, out, errors = run(["cpack", "--config", str(BUILD / "CPackConfig.cmake"), "-B", folder.path], cwd=BUILD)
+    status, out, errors = run(["cpack", "--config", str(BUILD / "CPackConfig.cmake"), "-B", folder.path,
+                               "-D", "CPACK_CMAKE_GENERATOR=Ninja",  # whose programs are built already
+                               "-D", "CPACK_DEBIAN_COMPRESSION_TYPE=gzip"], cwd=BUILD)
     packages = list(pathlib.Path(folder.path).glob("*.deb"))
     check("the package is made", status == 0 and len(packages) == 1, errors + out)
     if not packages:

@@ -40,12 +40,11 @@ def stage(tree, place):
         page.write_text(text.replace("](../../include/vorc/", "](../include/vorc/"))
     shutil.copytree(tree / "include", place / "include")
     shutil.copytree(tree / "examples/runtime", place / "examples/runtime")
-    readme = (tree / "README.md").read_text()
-    readme = readme.replace("](docs/", "](").replace("](examples)", "](examples.md)").replace("](companions)", "](builtins/sql.md)")
-    for name in re.findall(r"\]\(([A-Z]+\.md)\)", readme):
-        shutil.copy(tree / name, place / name.lower())
-        readme = readme.replace(f"]({name})", f"]({name.lower()})")
-    (place / "index.md").write_text(readme)
+    for page in tree.glob("*.md"):
+        text = page.read_text().replace("](docs/", "](").replace("](examples)", "](examples.md)")
+        text = text.replace("](companions)", "](builtins/sql.md)")
+        text = re.sub(r"\]\(([A-Z]+)\.md\)", lambda link: f"]({link.group(1).lower()}.md)", text)
+        (place / f"{page.stem.lower().replace('readme', 'index')}.md").write_text(text)
 
 
 def navigation(place):
@@ -69,8 +68,10 @@ def main():
         settings = (tree / "scripts/site/mkdocs.yml").read_text() + navigation(place)
         pathlib.Path(folder, "mkdocs.yml").write_text(settings)
         shutil.copytree(tree / "scripts/site/theme", pathlib.Path(folder, "theme"))
-        done = subprocess.run(["mkdocs", "build", "--quiet", "--strict", "--clean", "--config-file", f"{folder}/mkdocs.yml",
-                               "--site-dir", str(target)])
+        done = subprocess.run(["mkdocs", "build", "--strict", "--clean", "--config-file", f"{folder}/mkdocs.yml",
+                               "--site-dir", str(target)], capture_output=True, text=True)
+    if done.returncode != 0:
+        print(done.stdout + done.stderr, file=sys.stderr)
     return done.returncode
 
 

@@ -156,11 +156,17 @@ bool Compilation::OpenRelatedFiles() {
   return slot_->Display.OpenLog(error_log) && outputs_.Open(options_.source);
 }
 
-// The files live on as long as they are open. So nothing is left behind, however the run ends.
+// The files live on as long as they are open. So nothing is left behind, however the run ends. A host
+// without a place for them does without: a script writes to none but the log.
 bool Compilation::OpenTemporaryFiles() {
   const char* place = std::getenv("TMPDIR");
-  std::string folder = std::string(place == nullptr || *place == '\0' ? "/tmp" : place) + "/morv-XXXXXX";
-  if (mkdtemp(folder.data()) == nullptr) return false;
+  std::string folder;
+  for (const char* parent : {place == nullptr ? "/tmp" : place, "/tmp", "/var/tmp"}) {
+    folder = std::string(parent) + "/morv-XXXXXX";
+    if (mkdtemp(folder.data()) != nullptr) break;
+    folder.clear();
+  }
+  if (folder.empty()) return true;
   const std::string name = folder + "/script.c";
   const bool good = slot_->Display.OpenLog(SetFileExt(name, kErrorLog)) && outputs_.Open(name);
   for (const char* extension : kOutputExtensions) unlink(SetFileExt(name, extension).c_str());
