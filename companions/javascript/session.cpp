@@ -117,7 +117,8 @@ Session::~Session() {
 }
 
 // Does some work that may fail in the interpreter, within the limit. After a failure its error is on the
-// stack, otherwise nothing; values that it is given are gone either way. The work must own nothing that wants to be destroyed: a failure is a jump.
+// stack, otherwise nothing; values that it is given are gone either way. The work must own nothing that wants
+// to be destroyed: a failure is a jump.
 template <typename Work>
 bool Session::Protected(Work work, duk_idx_t given) {
   expired_ = false;
