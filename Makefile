@@ -52,6 +52,7 @@ bench: ## measurements beside the same programs in other languages
 	@python3 bench/run.py build-bench/vorc
 	@python3 bench/compile.py build-bench/vorc
 	@python3 bench/tensors.py build-bench/vorc
+	@python3 bench/companions.py build-bench/vorc
 	@build-bench/bench/micro_bench
 	@build-bench/bench/codec_bench
 	@build-bench/bench/pic_bench

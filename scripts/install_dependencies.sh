@@ -6,7 +6,7 @@ set -euo pipefail
 
 declare -A packages=(
   [build]="g++ make cmake libssl-dev libstb-dev libedit-dev pkg-config libsqlite3-dev libpq-dev libpython3-dev duktape-dev"
-  [test]="libgtest-dev libgmock-dev python3 python3-numpy zbar-tools qrencode zint binutils-riscv64-unknown-elf binutils-aarch64-linux-gnu qemu-user openssl procps iverilog verilator yosys postgresql dpkg-dev file"
+  [test]="libgtest-dev libgmock-dev python3 python3-numpy zbar-tools qrencode zint binutils-riscv64-unknown-elf binutils-aarch64-linux-gnu gcc-aarch64-linux-gnu libc6-dev-arm64-cross qemu-user openssl procps iverilog verilator yosys postgresql dpkg-dev file"
   [bench]="libbenchmark-dev zlib1g-dev python3 python3-numpy libopenblas0-serial lua5.4 perl time zbar-tools curl openssl"
   [package]="dpkg-dev file"
   [site]="mkdocs python3-pygments"

@@ -15,7 +15,7 @@ if ! command -v node >/dev/null || ! command -v npm >/dev/null; then
 fi
 [ -e "$folder/node_modules/$server/dist/index.js" ] && exit 0
 mkdir -p "$folder"
-if ! npm install --prefix "$folder" --no-package-lock --no-audit --no-fund --ignore-scripts --silent "$server@$version" \
+if ! npm install --prefix "$folder" --no-package-lock --no-audit --no-fund --ignore-scripts --silent --fetch-retries=1 --fetch-timeout=20000 "$server@$version" \
   </dev/null >/dev/null 2>&1; then
   say "npm could not install $server, so the test with it is left out"
 fi

@@ -60,8 +60,10 @@ cp -r "$folder/network" "$work/network"
 (cd "$work/network" && exec python3 service.py >"$work/port") &
 service=$!
 trap 'kill "$service" 2>/dev/null; rm -rf "$work"' EXIT
-for _ in $(seq 100); do [ -s "$work/port" ] && break; sleep 0.1; done
+for _ in $(seq 100); do { [ -s "$work/port" ] || ! kill -0 "$service" 2>/dev/null; } && break; sleep 0.1; done
+[ -s "$work/port" ] || echo "run_examples: no python3, so the examples in network/ have nothing to reach" >&2
 for output in "$folder"/network/*.out; do
+  [ -s "$work/port" ] || break
   name=$(basename "$output" .out)
   echo "== network/$name.c"
   (cd "$work/network" && MORV_HTTPS_ALLOW_PRIVATE=1 "$vorc" -morv -morvquiet "$name.c" \

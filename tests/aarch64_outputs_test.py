@@ -1,5 +1,8 @@
 #!/usr/bin/env python3
-"""What a compilation for AArch64 says and leaves, faults included: aarch64_outputs_test.py vorc a64_host"""
+"""What a compilation for AArch64 says and leaves, faults included, and what its page says of it:
+
+    aarch64_outputs_test.py path/to/vorc path/to/a64_host path/to/vorc's tree
+"""
 
 import os
 import pathlib
@@ -12,6 +15,7 @@ sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent))
 import program  # noqa: E402
 
 VORC, HOST = map(os.path.abspath, sys.argv[1:3])
+TREE = pathlib.Path(sys.argv[3]).resolve()
 SELECTION = "vorc: A64 selection: {} function(s), {} block(s), {} statement(s) selected, {} refused"
 
 
@@ -151,8 +155,20 @@ def moved(folder):
     assert [run.call("f", i) for i in (0, 1)] == [ord("a") + ord("c"), ord("b") + ord("c")]
 
 
+def page(folder):
+    """The program of the page is made and run as it stands there."""
+    text = (TREE / "docs" / "aarch64.md").read_text()
+    session = re.search(r"^```console\n(.*?)^```$", text, re.M | re.S)[1]
+    for source in (TREE / "examples" / "aarch64").iterdir():
+        folder.write(source.name, source.read_bytes())
+    paths = {**os.environ, "PATH": f"{os.path.dirname(VORC)}:{os.environ['PATH']}"}
+    for command, told in re.findall(r"^\$ (.*)\n((?:(?!\$ ).*\n)*)", session, re.M):
+        run = subprocess.run(command, shell=True, cwd=folder.path, env=paths, capture_output=True, text=True)
+        assert run.returncode == 0 and run.stdout == told, (command, run.stdout, run.stderr)
+
+
 def main():
-    cases = [told_lines, left_out, unresolved, limits, unwritable, moved]
+    cases = [page, told_lines, left_out, unresolved, limits, unwritable, moved]
     for case in cases:
         with program.Folder() as folder:
             case(folder)

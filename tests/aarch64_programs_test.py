@@ -13,6 +13,7 @@ import random
 import re
 import subprocess
 import sys
+from concurrent.futures import ThreadPoolExecutor
 
 sys.dont_write_bytecode = True
 HERE = pathlib.Path(__file__).resolve().parent
@@ -21,7 +22,6 @@ import judge  # noqa: E402
 from judge import Failure, program  # noqa: E402
 from program_maker import Program  # noqa: E402
 
-BATCH = 25
 TIMEOUT = 60
 
 
@@ -72,29 +72,35 @@ def attempt(arguments, name, source, calls, options):
             return False
 
 
+def table_of_programs(arguments):
+    sources = [*(HERE / "compile/programs").glob("*.c"), *(HERE / "retarget/programs").glob("*.c")]
+    for number, path in enumerate(sorted(sources)):
+        if arguments.only in (None, path.stem):
+            source = path.read_text()
+            yield path.stem, source, judge.calls_of(source), ["-o1"] if number % 4 == 3 else []
+
+
+def random_batches(arguments):
+    end = arguments.seed + (0 if arguments.only else arguments.count)
+    for start in range(arguments.seed, end, arguments.batch):
+        made = [Program(random.Random(seed), f"s{seed}_", 4, calls=True, wide=True)
+                for seed in range(start, min(start + arguments.batch, end))]
+        calls = [call for one in made for call in one.calls]
+        yield f"random programs from {start} on", "\n".join(one.source for one in made), calls, []
+
+
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("vorc", type=os.path.abspath)
     parser.add_argument("host", type=os.path.abspath)
     parser.add_argument("--count", type=int, default=500)
     parser.add_argument("--seed", type=int, default=1)
-    parser.add_argument("--batch", type=int, default=BATCH)
-    parser.add_argument("--only")
+    parser.add_argument("--batch", type=int, default=50)
+    parser.add_argument("--only", help="a program's name, without .c")
     arguments = parser.parse_args()
-    results = []
-    sources = [*(HERE / "compile/programs").glob("*.c"), *(HERE / "retarget/programs").glob("*.c")]
-    for path in sorted(sources):
-        if arguments.only and path.stem != arguments.only:
-            continue
-        source = path.read_text()
-        results.append(attempt(arguments, path.stem, source, judge.calls_of(source), ["-o1"] if len(results) % 4 == 3 else []))
-    for start in range(arguments.seed, arguments.seed + (0 if arguments.only else arguments.count), arguments.batch):
-        made = [Program(random.Random(seed), f"s{seed}_", 4, calls=True, wide=True)
-                for seed in range(start, min(start + arguments.batch, arguments.seed + arguments.count))]
-        source = "\n".join(one.source for one in made)
-        calls = [call for one in made for call in one.calls]
-        results.append(attempt(arguments, f"random programs from {start} on", source, calls, []))
-    return program.close(results)
+    cases = [*table_of_programs(arguments), *random_batches(arguments)]
+    with ThreadPoolExecutor(max_workers=2) as pool:
+        return program.close(list(pool.map(lambda case: attempt(arguments, *case), cases)))
 
 
 if __name__ == "__main__":

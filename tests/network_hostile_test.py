@@ -105,13 +105,13 @@ def test_slowness():
         peer.sendall(head)
         for byte in b"slowly":
             peer.sendall(bytes([byte]))
-            time.sleep(1)
+            time.sleep(3)
 
     for head, answer in ((b"", "[] 0"), (HEAD, "[s] 200")):
         with loopback.Server(slow) as server:
             begin = time.monotonic()
-            check("a byte a second", fetch(server, MORV_HTTPS_TIMEOUT_MS="300"), [answer])
-            check("a byte a second, the time", time.monotonic() - begin < 1, True)
+            check("a byte now and then", fetch(server, MORV_HTTPS_TIMEOUT_MS="1000"), [answer])
+            check("a byte now and then, the time", time.monotonic() - begin < 12, True)
 
     def late(peer, _):
         time.sleep(0.4)
@@ -161,7 +161,7 @@ class Authority:
 def test_certificates():
     with program.Folder() as folder:
         authority = Authority(folder)
-        trusted = {"SSL_CERT_FILE": authority.path("root.pem"), "MORV_HTTPS_TIMEOUT_MS": "1000"}
+        trusted = {"SSL_CERT_FILE": authority.path("root.pem")}
         fine = authority.server("localhost", "DNS:localhost")
         page = HEAD + b"sealed"
         for name, context, host, answer in (
@@ -175,7 +175,9 @@ def test_certificates():
                 ("self-signed", authority.server("own", "DNS:localhost", own=True), "localhost", "[] 0"),
                 ("no TLS", None, "localhost", "[] 0")):
             with loopback.Server(page, context) as server:
-                check("certificate: " + name, fetch(server, 1, "https", host, **trusted), [answer])
+                # Who waits for a request in plain text never answers the first step of a handshake.
+                limit = "1000" if context is None else "20000"
+                check("certificate: " + name, fetch(server, 1, "https", host, MORV_HTTPS_TIMEOUT_MS=limit, **trusted), [answer])
         with loopback.Server(page, fine) as server:
             check("nobody's authority", fetch(server, 1, "https", SSL_CERT_FILE="/dev/null", SSL_CERT_DIR="/dev/null"), ["[] 0"])
             check("plain where TLS is spoken", fetch(server)[0][-2:], " 0")
@@ -217,11 +219,13 @@ def leaks(authority, trusted, context):
       morv_mcp_connect("exit 1");
     }}
   }}"""
-        script = scripts.start(folder, body, **{**loopback.ALLOWED, **trusted})
+        # A sanitizer keeps what was freed for a while.
+        sanitizer = os.environ.get("ASAN_OPTIONS", "") + ":quarantine_size_mb=1:thread_local_quarantine_size_kb=64"
+        script = scripts.start(folder, body, ASAN_OPTIONS=sanitizer, **{**loopback.ALLOWED, **trusted})
         script.communicate(timeout=300)
     before, after = samples
     check("descriptors, threads and children after %d requests" % LEAK_REQUESTS, after[:3], before[:3])
-    check("%d KB before, %d KB after %d requests" % (before[3], after[3], LEAK_REQUESTS), after[3] - before[3] < 1024, True)
+    check("%d KB before, %d KB after %d requests" % (before[3], after[3], LEAK_REQUESTS), after[3] - before[3] < 2048, True)
 
 
 def attempts(body, **variables):

@@ -144,30 +144,28 @@ def test_chat():
     chat = 'morv_openai_chat("http://127.0.0.1:%%d%s", "%s", "m", "a\\"b")'
     body = b'{"model":"m","messages":[{"role":"user","content":"a\\"b"}]}'
     for path, key, asked in (("", "k", b"/v1/chat/completions"), ("/api//", "", b"/api/v1/chat/completions"),
-                             ("/v1/chat/completions/", "k", b"/v1/chat/completions")):
+                             ("/v1/chat/completions/", "k", b"/v1/chat/completions"),
+                             ("", "k\\nX: injected", b"/v1/chat/completions")):
         out, request = fetch(chat % (path, key), reply, MORV_HTTPS_ALLOW_PRIVATE="")
         check("chat " + path, (out, request.split()[1], request.endswith(b"\r\n\r\n" + body),
-                               b"Authorization: Bearer k\r\n" in request), ("[hi] 200", asked, True, key == "k"))
+                               b"Authorization: Bearer k\r\nContent" in request, b"X:" in request),
+              ("[hi] 200", asked, True, key != "", False))
     check("a service's error", fetch(chat % ("", ""), b"HTTP/1.1 500 x\r\n\r\n{}")[0], "[{}] 500")
 
 
 def test_examples():
     folder = os.path.join(os.path.dirname(os.path.dirname(os.path.realpath(__file__))), "examples", "network")
-    environment = {**os.environ, **loopback.ALLOWED, "LD_LIBRARY_PATH": os.path.dirname(STORE)}
-    with subprocess.Popen([sys.executable, os.path.join(folder, "service.py")], stdout=subprocess.PIPE, text=True) as service, \
-            program.Folder(copy_of=folder) as copy:
-        where = f"http://localhost:{service.stdout.readline().strip()}"
-
-        def example(name):
-            return subprocess.run([scripts.vorc, "-morv", "-morvquiet", name, where], cwd=copy.path, env=environment, timeout=60,
-                                  stdin=subprocess.DEVNULL, capture_output=True, check=False).stdout.decode()
-
-        for name in ("fetch_page", "ask_model", "use_tool"):
-            with open(os.path.join(folder, name + ".out"), encoding="ascii") as expected:
-                check("example " + name, example(name + ".c"), expected.read())
-        check("example list_rows", [line for line in example("list_rows.c").splitlines() if "(" not in line],
-              ["2 rows", "berth of row 1: field 2", "berth of row 2: field 2"])
-        service.terminate()
+    with program.Folder(copy_of=folder) as copy, subprocess.Popen([sys.executable, os.path.join(folder, "service.py")],
+                                                                  stdout=subprocess.PIPE, text=True) as service:
+        try:
+            where = f"http://localhost:{service.stdout.readline().strip()}"
+            for name in ("fetch_page", "ask_model", "use_tool"):
+                done = subprocess.run([scripts.vorc, "-morv", "-morvquiet", name + ".c", where], cwd=copy.path, timeout=60, check=False,
+                                      stdin=subprocess.DEVNULL, capture_output=True, env={**os.environ, **loopback.ALLOWED})
+                with open(os.path.join(folder, name + ".out"), encoding="ascii") as expected:
+                    check("example " + name, done.stdout.decode(), expected.read())
+        finally:
+            service.terminate()
 
 
 test_examples()

@@ -64,8 +64,9 @@ duk_ret_t PrintArguments(duk_context* context) {
 void DefineHidden(duk_context* context, const char* name) {
   duk_push_string(context, name);
   duk_insert(context, -2);
-  duk_def_prop(context, -3, DUK_DEFPROP_HAVE_VALUE | DUK_DEFPROP_SET_WRITABLE | DUK_DEFPROP_SET_CONFIGURABLE |
-                                DUK_DEFPROP_CLEAR_ENUMERABLE);
+  duk_def_prop(context, -3,
+               DUK_DEFPROP_HAVE_VALUE | DUK_DEFPROP_SET_WRITABLE | DUK_DEFPROP_SET_CONFIGURABLE |
+                   DUK_DEFPROP_CLEAR_ENUMERABLE);
 }
 
 void DefineOutput(duk_context* context) {
@@ -116,16 +117,17 @@ Session::~Session() {
 }
 
 // Does some work that may fail in the interpreter, within the limit. After a failure its error is on the
-// stack, otherwise nothing. The work must own nothing that wants to be destroyed: a failure is a jump.
+// stack, otherwise nothing; values that it is given are gone either way. The work must own nothing that wants
+// to be destroyed: a failure is a jump.
 template <typename Work>
-bool Session::Protected(Work work) {
+bool Session::Protected(Work work, duk_idx_t given) {
   expired_ = false;
   deadline_ns_ = limit_ms() > 0 ? Now() + limit_ms() * kNanosecondsPerMs : 0;
   const auto call = [](duk_context*, void* data) -> duk_ret_t {
     (*static_cast<Work*>(data))();
     return 0;
   };
-  const bool done = duk_safe_call(context_, call, &work, 0, 1) == DUK_EXEC_SUCCESS;
+  const bool done = duk_safe_call(context_, call, &work, given, 1) == DUK_EXEC_SUCCESS;
   deadline_ns_ = 0;
   if (done) duk_pop(context_);
   return done;
@@ -150,8 +152,11 @@ void Session::Print(std::string_view text) {
 
 // Takes the error from the stack.
 std::string Session::FailureText() {
-  const bool expired = expired_;
-  std::string reason;
+  if (expired_) {
+    duk_pop(context_);
+    return LimitReached(limit_ms());
+  }
+  std::string reason = "unknown error";
   int32_t line = 0;
   const auto read = [&] {
     duk_dup_top(context_);
@@ -162,16 +167,11 @@ std::string Session::FailureText() {
     duk_get_prop_string(context_, -1, "lineNumber");
     line = duk_get_int(context_, -1);
   };
-  duk_push_undefined(context_);
-  duk_swap_top(context_, -2);
-  const auto call = [](duk_context*, void* data) -> duk_ret_t {
-    (*static_cast<decltype(read)*>(data))();
-    return 0;
-  };
-  duk_safe_call(context_, call, const_cast<void*>(static_cast<const void*>(&read)), 1, 1);
-  duk_pop_2(context_);
-  if (expired) return LimitReached(limit_ms());
-  if (line > 0 && reason.find("(line ") == std::string::npos) reason += " (line " + std::to_string(line) + ")";
+  if (!Protected(read, 1)) duk_pop(context_);
+  if (expired_) return LimitReached(limit_ms());
+  if (line > 0 && reason.find("(line ") == std::string::npos) {
+    reason += " (line " + std::to_string(line) + ")";
+  }
   return reason;
 }
 

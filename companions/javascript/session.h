@@ -36,7 +36,7 @@ class Session : public LanguageSession {
 
  private:
   template <typename Work>
-  bool Protected(Work work);
+  bool Protected(Work work, duk_idx_t given = 0);
   template <typename Work>
   bool Try(Work work);
   template <typename Push>

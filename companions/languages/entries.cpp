@@ -1,3 +1,4 @@
+#include <cstdlib>
 #include <exception>
 #include <fstream>
 #include <sstream>
@@ -20,9 +21,11 @@ struct Table {
   int64_t last = 1;  // 0 and 1 stand for no session
 };
 
-// Outlives everything: at the process's end no interpreter is safe to call any more.
+// Sessions that a script leaves open, when it ends the process itself, are closed like all others: what
+// they have written reaches its files.
 Table& Sessions() {
   static auto* const table = new Table;
+  [[maybe_unused]] static const int at_exit = std::atexit([] { table->sessions.clear(); });
   return *table;
 }
 

@@ -96,7 +96,8 @@ NSTORE_ENTRY int64_t NSTORE_DisableMessage(int64_t i) {
   return Find(instances, i) == nullptr ? 0 : 1;
 }
 
-NSTORE_ENTRY int64_t NSTORE_StartNetStore(int64_t i, const char* home, const char* address, const char* port) {
+NSTORE_ENTRY int64_t NSTORE_StartNetStore(int64_t i, const char* home, const char* address,
+                                          const char* port) {
   return Guarded(int64_t{0}, [=]() -> int64_t {
     const auto entry = instances.extract(i);
     if (entry.empty()) return 0;

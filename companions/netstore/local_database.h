@@ -25,7 +25,8 @@ class LocalDatabase : public Database {
 
   explicit LocalDatabase(sqlite3* database) : database_(database, sqlite3_close_v2) {}
   void SetUp(bool confined);
-  static int Authorize(void* self, int action, const char* first, const char* second, const char*, const char*);
+  static int Authorize(void* self, int action, const char* first, const char* second, const char*,
+                       const char*);
   static int Wait(void* self, int tries);
 
   void Note(int action, const char* table, const char* operation);

@@ -20,18 +20,26 @@ constexpr int kLastWords = 8;
 constexpr Oid kBool = 16;
 constexpr Oid kBytes = 17;
 
-using Result = std::unique_ptr<PGresult, decltype(&PQclear)>;
+struct Clear {
+  void operator()(PGresult* result) const { Libpq::Get()->PQclear(result); }
+};
+using Result = std::unique_ptr<PGresult, Clear>;
+
+// Databases are made only where the library is.
+const Libpq& Pq() {
+  return *Libpq::Get();
+}
 
 std::vector<std::string> ColumnsOf(const PGresult* result) {
   std::vector<std::string> names;
-  for (int i = 0; i < PQnfields(result); ++i) names.emplace_back(PQfname(result, i));
+  for (int i = 0; i < Pq().PQnfields(result); ++i) names.emplace_back(Pq().PQfname(result, i));
   return names;
 }
 
 // The short form of an error: without the statement's text, in which anything may stand.
 std::string ErrorOf(const PGresult* result) {
-  const char* primary = PQresultErrorField(result, PG_DIAG_MESSAGE_PRIMARY);
-  return primary != nullptr ? primary : PQresultErrorMessage(result);
+  const char* primary = Pq().PQresultErrorField(result, PG_DIAG_MESSAGE_PRIMARY);
+  return primary != nullptr ? primary : Pq().PQresultErrorMessage(result);
 }
 
 bool Readable(int descriptor, int milliseconds) {
@@ -41,10 +49,10 @@ bool Readable(int descriptor, int milliseconds) {
 
 // Truth and bytes read as they do from a local database.
 std::string_view ValueOf(const PGresult* row, int column) {
-  const std::string_view value(PQgetvalue(row, 0, column),
-                               static_cast<size_t>(PQgetlength(row, 0, column)));
-  if (PQftype(row, column) == kBool) return value == "t" ? "1" : "0";
-  if (PQftype(row, column) == kBytes && value.starts_with("\\x")) return value.substr(2);
+  const std::string_view value(Pq().PQgetvalue(row, 0, column),
+                               static_cast<size_t>(Pq().PQgetlength(row, 0, column)));
+  if (Pq().PQftype(row, column) == kBool) return value == "t" ? "1" : "0";
+  if (Pq().PQftype(row, column) == kBytes && value.starts_with("\\x")) return value.substr(2);
   return value;
 }
 
@@ -57,6 +65,10 @@ struct RemoteDatabase::Progress {
   bool in_rows = false;  ///< more rows of the same statement follow
   bool too_large = false;
 };
+
+void RemoteDatabase::Finish::operator()(PGconn* connection) const {
+  Pq().PQfinish(connection);
+}
 
 RemoteDatabase::RemoteDatabase(std::string address, std::string port)
     : address_(std::move(address)), port_(std::move(port)) {}
@@ -87,17 +99,24 @@ Outcome RemoteDatabase::LogIn(std::string_view user, std::string_view password) 
 }
 
 Outcome RemoteDatabase::Connect() {
-  const std::array<const char*, 9> names = {"host",     "port",            "user",
-                                            "password", "connect_timeout", "application_name",
-                                            "client_encoding", database_.empty() ? nullptr : "dbname", nullptr};
-  const std::array<const char*, 9> values = {address_.c_str(),        port_.c_str(),     user_.c_str(),
-                                             password_.Get().c_str(), kConnectSeconds,   "vorc",
-                                             "UTF8",                  database_.c_str(), nullptr};
-  connection_.reset(PQconnectdbParams(names.data(), values.data(), 0));
+  const std::array<const char*, 9> names = {"host",
+                                            "port",
+                                            "user",
+                                            "password",
+                                            "connect_timeout",
+                                            "application_name",
+                                            "client_encoding",
+                                            database_.empty() ? nullptr : "dbname",
+                                            nullptr};
+  const std::array<const char*, 9> values = {
+      address_.c_str(), port_.c_str(),     user_.c_str(), password_.Get().c_str(), kConnectSeconds, "vorc",
+      "UTF8",           database_.c_str(), nullptr};
+  connection_.reset(Pq().PQconnectdbParams(names.data(), values.data(), 0));
   if (connection_ == nullptr) return {false, Failure("out of memory")};
-  PQsetNoticeProcessor(connection_.get(), [](void*, const char*) {}, nullptr);
-  if (PQstatus(connection_.get()) == CONNECTION_OK) return {true, "Done."};
-  return {false, Told(PQerrorMessage(connection_.get()))};
+  Pq().PQsetNoticeProcessor(
+      connection_.get(), [](void*, const char*) {}, nullptr);
+  if (Pq().PQstatus(connection_.get()) == CONNECTION_OK) return {true, "Done."};
+  return {false, Told(Pq().PQerrorMessage(connection_.get()))};
 }
 
 // Makes sure that there is a connection. One that the server closed between two statements, outside of a
@@ -108,41 +127,42 @@ bool RemoteDatabase::Revive(Outcome& outcome) {
     return false;
   }
   PGconn* connection = connection_.get();
-  const bool idle = PQtransactionStatus(connection) == PQTRANS_IDLE;
+  const bool idle = Pq().PQtransactionStatus(connection) == PQTRANS_IDLE;
   // What a server says before it closes comes first.
-  for (int i = 0; idle && i < kLastWords && Readable(PQsocket(connection), 0); ++i) {
-    if (PQconsumeInput(connection) == 0) break;
+  for (int i = 0; idle && i < kLastWords && Readable(Pq().PQsocket(connection), 0); ++i) {
+    if (Pq().PQconsumeInput(connection) == 0) break;
   }
-  if (PQstatus(connection) == CONNECTION_OK) return true;
+  if (Pq().PQstatus(connection) == CONNECTION_OK) return true;
   outcome = Connect();
   return outcome.done;
 }
 
 void RemoteDatabase::Cancel() {
   std::array<char, 256> error{};
-  PGcancel* cancel = PQgetCancel(connection_.get());
+  PGcancel* cancel = Pq().PQgetCancel(connection_.get());
   if (cancel == nullptr) return;
-  PQcancel(cancel, error.data(), static_cast<int>(error.size()));
-  PQfreeCancel(cancel);
+  Pq().PQcancel(cancel, error.data(), static_cast<int>(error.size()));
+  Pq().PQfreeCancel(cancel);
 }
 
 // Waits until the next result can be taken without waiting. Asks the server to stop when the user does.
 bool RemoteDatabase::Await() {
   bool cancelled = false;
-  while (PQisBusy(connection_.get()) != 0) {
+  while (Pq().PQisBusy(connection_.get()) != 0) {
     if (RunningQuery::Interrupted() && !std::exchange(cancelled, true)) Cancel();
-    PQflush(connection_.get());
-    if (Readable(PQsocket(connection_.get()), kPollMs) && PQconsumeInput(connection_.get()) == 0) return false;
+    Pq().PQflush(connection_.get());
+    if (Readable(Pq().PQsocket(connection_.get()), kPollMs) && Pq().PQconsumeInput(connection_.get()) == 0)
+      return false;
   }
   return true;
 }
 
 void RemoteDatabase::AddRow(const PGresult* row, Rows& rows, Progress& progress) {
   if (!std::exchange(progress.in_rows, true)) rows.Begin(ColumnsOf(row));
-  if (PQntuples(row) == 0 || progress.too_large) return;
+  if (Pq().PQntuples(row) == 0 || progress.too_large) return;
   bool fits = true;
-  for (int i = 0; fits && i < PQnfields(row); ++i) {
-    fits = PQgetisnull(row, 0, i) != 0 ? rows.AddNull() : rows.AddText(ValueOf(row, i));
+  for (int i = 0; fits && i < Pq().PQnfields(row); ++i) {
+    fits = Pq().PQgetisnull(row, 0, i) != 0 ? rows.AddNull() : rows.AddText(ValueOf(row, i));
   }
   if (fits) return;
   progress.too_large = true;
@@ -153,22 +173,23 @@ void RemoteDatabase::AddRow(const PGresult* row, Rows& rows, Progress& progress)
 
 // Bytes of a copy can't go through a script's queries: it is refused, or its rows are dropped.
 void RemoteDatabase::EndCopy(const PGresult* result) {
-  if (PQresultStatus(result) == PGRES_COPY_IN) {
-    PQputCopyEnd(connection_.get(), "nothing to copy from");
+  if (Pq().PQresultStatus(result) == PGRES_COPY_IN) {
+    Pq().PQputCopyEnd(connection_.get(), "nothing to copy from");
     return;
   }
+  Cancel();
   char* piece = nullptr;
-  while (PQgetCopyData(connection_.get(), &piece, 0) > 0) PQfreemem(piece);
+  while (Pq().PQgetCopyData(connection_.get(), &piece, 0) > 0) Pq().PQfreemem(piece);
 }
 
 void RemoteDatabase::Take(const PGresult* result, Rows& rows, Progress& progress) {
-  switch (PQresultStatus(result)) {
+  switch (Pq().PQresultStatus(result)) {
     case PGRES_SINGLE_TUPLE: return AddRow(result, rows, progress);
     case PGRES_TUPLES_OK:
       if (!progress.in_rows) AddRow(result, rows, progress);
       break;
     case PGRES_COMMAND_OK:
-      if (const char* count = PQcmdTuples(const_cast<PGresult*>(result)); *count != '\0') {
+      if (const char* count = Pq().PQcmdTuples(const_cast<PGresult*>(result)); *count != '\0') {
         progress.changed = (progress.changed < 0 ? 0 : progress.changed) + std::strtoll(count, nullptr, 10);
       }
       break;
@@ -188,11 +209,11 @@ Outcome RemoteDatabase::Query(const std::string& text, Rows& rows) {
   const RunningQuery running(nullptr);
   PGconn* connection = connection_.get();
   Progress progress;
-  if (PQsendQuery(connection, text.c_str()) == 0) progress.problem = PQerrorMessage(connection);
-  PQsetSingleRowMode(connection);
-  while (progress.problem.empty() || PQstatus(connection) == CONNECTION_OK) {
+  if (Pq().PQsendQuery(connection, text.c_str()) == 0) progress.problem = Pq().PQerrorMessage(connection);
+  Pq().PQsetSingleRowMode(connection);
+  while (progress.problem.empty() || Pq().PQstatus(connection) == CONNECTION_OK) {
     Await();
-    const Result result(PQgetResult(connection), PQclear);
+    const Result result(Pq().PQgetResult(connection));
     if (result == nullptr) break;
     Take(result.get(), rows, progress);
   }

@@ -1,18 +1,17 @@
 #pragma once
 
-#include <libpq-fe.h>
-
 #include <memory>
 #include <string>
 
 #include "netstore/database.h"
+#include "netstore/libpq.h"
 #include "netstore/secret.h"
 
 namespace vorc {
 
 /// A session with a server that speaks PostgreSQL's protocol. "use NAME;" settles the database and
 /// "login USER,PASSWORD;" opens the session; both may come again. A session that the server has closed is
-/// opened anew at the next statement.
+/// opened anew at the next statement. There must be a Libpq.
 class RemoteDatabase : public Database {
  public:
   /// `address` may list several hosts, with commas; the first that answers serves.
@@ -22,6 +21,9 @@ class RemoteDatabase : public Database {
 
  private:
   struct Progress;
+  struct Finish {
+    void operator()(PGconn* connection) const;
+  };
 
   Outcome Use(std::string_view name);
   Outcome LogIn(std::string_view user, std::string_view password);
@@ -40,7 +42,7 @@ class RemoteDatabase : public Database {
   std::string database_;
   std::string user_;
   Secret password_;
-  std::unique_ptr<PGconn, decltype(&PQfinish)> connection_{nullptr, PQfinish};
+  std::unique_ptr<PGconn, Finish> connection_;
 };
 
 }  // namespace vorc

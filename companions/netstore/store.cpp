@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "netstore/confinement.h"
+#include "netstore/libpq.h"
 #include "netstore/local_database.h"
 #include "netstore/remote_database.h"
 #include "netstore/statement.h"
@@ -53,7 +54,7 @@ std::unique_ptr<Store> Store::Local(const std::string& home, const std::string& 
 }
 
 std::unique_ptr<Store> Store::Remote(std::string address, std::string port) {
-  if (address.empty() || port.empty()) return nullptr;
+  if (address.empty() || port.empty() || Libpq::Get() == nullptr) return nullptr;
   auto store = std::make_unique<Store>();
   store->address_ = std::move(address);
   store->port_ = std::move(port);

@@ -15,6 +15,7 @@ class Store {
  public:
   /// A store of this machine; the folder is made if only it is missing. Null if it can't be one.
   static std::unique_ptr<Store> Local(const std::string& home, const std::string& root);
+  /// A store of a server. Null without PostgreSQL's client library.
   static std::unique_ptr<Store> Remote(std::string address, std::string port);
 
   bool IsLocal() const { return !home_.empty(); }

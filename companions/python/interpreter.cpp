@@ -1,7 +1,5 @@
 #include "python/object.h"
-//
-#include "python/interpreter.h"
-
+// Python.h stays first.
 #include <dlfcn.h>
 #include <sys/syscall.h>
 #include <unistd.h>
@@ -9,6 +7,7 @@
 #include <csignal>
 #include <ctime>
 
+#include "python/interpreter.h"
 #include "python/values.h"
 
 #ifndef sigev_notify_thread_id
@@ -124,7 +123,8 @@ bool MakeWriter() {
   const Object type(PyType_FromSpec(&writer_spec));
   if (type == nullptr) return false;
   const Object encoding(PyUnicode_FromString("utf-8"));
-  if (encoding == nullptr || PyObject_SetAttrString(type.get(), "encoding", encoding.get()) != 0) return false;
+  if (encoding == nullptr || PyObject_SetAttrString(type.get(), "encoding", encoding.get()) != 0)
+    return false;
   writer = PyObject_CallNoArgs(type.get());
   return writer != nullptr;
 }
@@ -135,8 +135,7 @@ bool MakeTimer() {
   const Object module(PyImport_ImportModule("signal"));
   const Object handler(PyCFunction_New(&on_signal, nullptr));
   if (limit_error == nullptr || module == nullptr || handler == nullptr) return false;
-  const Object before(
-      PyObject_CallMethod(module.get(), "signal", "iO", SignalNumber(), handler.get()));
+  const Object before(PyObject_CallMethod(module.get(), "signal", "iO", SignalNumber(), handler.get()));
   if (before == nullptr) return false;
   sigevent event{};
   event.sigev_notify = SIGEV_THREAD_ID;
@@ -148,7 +147,8 @@ bool MakeTimer() {
 
 void SetTimer(int64_t first_ms) {
   itimerspec when{};
-  when.it_value = {static_cast<time_t>(first_ms / 1000), static_cast<long>(first_ms % 1000 * kNanosecondsPerMs)};
+  when.it_value = {static_cast<time_t>(first_ms / 1000),
+                   static_cast<long>(first_ms % 1000 * kNanosecondsPerMs)};
   if (first_ms > 0) when.it_interval = {0, static_cast<long>(kAgainMs * kNanosecondsPerMs)};
   timer_settime(timer, 0, &when, nullptr);
 }

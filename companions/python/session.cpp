@@ -1,5 +1,5 @@
 #include "python/object.h"
-//
+// Python.h stays first.
 #include "languages/session.h"
 #include "python/interpreter.h"
 #include "python/values.h"
@@ -78,7 +78,8 @@ Object Session::Compile(const Source& source) {
 
 Object Session::Code(const Source& source) {
   if (source.is_file || source.text.size() > kKeptSize) return Compile(source);
-  const Object key(PyBytes_FromStringAndSize(source.text.data(), static_cast<Py_ssize_t>(source.text.size())));
+  const Object key(
+      PyBytes_FromStringAndSize(source.text.data(), static_cast<Py_ssize_t>(source.text.size())));
   if (key == nullptr) return nullptr;
   if (PyObject* kept = PyDict_GetItemWithError(codes_, key.get())) return Borrow(kept);
   if (PyErr_Occurred() != nullptr) return nullptr;
@@ -98,8 +99,8 @@ bool EndedWell() {
   PyErr_Fetch(&type, &value, &traceback);
   PyErr_NormalizeException(&type, &value, &traceback);
   const Object status(PyObject_GetAttrString(value, "code"));
-  const bool well =
-      status != nullptr && (status.get() == Py_None || (PyLong_Check(status.get()) && PyLong_AsLong(status.get()) == 0));
+  const bool well = status != nullptr && (status.get() == Py_None ||
+                                          (PyLong_Check(status.get()) && PyLong_AsLong(status.get()) == 0));
   PyErr_Restore(type, value, traceback);
   if (well) PyErr_Clear();
   return well;
@@ -159,7 +160,8 @@ Object Session::Find(std::string_view name) {
 
 bool Session::Set(std::string_view name, const Object& value) {
   const Object key = TextObject(name);
-  const bool done = key != nullptr && value != nullptr && PyDict_SetItem(globals_, key.get(), value.get()) == 0;
+  const bool done =
+      key != nullptr && value != nullptr && PyDict_SetItem(globals_, key.get(), value.get()) == 0;
   PyErr_Clear();
   return done;
 }

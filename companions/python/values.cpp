@@ -12,10 +12,17 @@ namespace {
 
 constexpr double kLargestExact = 9007199254740992.0;  // 2^53
 
-// A function of the module json, called with one value.
-Object Json(const char* function, PyObject* value) {
+Object JsonFunction(const char* name) {
   const Object module(PyImport_ImportModule("json"));
-  return module == nullptr ? nullptr : Object(PyObject_CallMethod(module.get(), function, "O", value));
+  return module == nullptr ? nullptr : Object(PyObject_GetAttrString(module.get(), name));
+}
+
+Object ToJson(PyObject* value) {
+  const Object dumps = JsonFunction("dumps");
+  const Object arguments(PyTuple_Pack(1, value));
+  const Object options(Py_BuildValue("{sO}", "ensure_ascii", Py_False));
+  if (dumps == nullptr || arguments == nullptr || options == nullptr) return nullptr;
+  return Object(PyObject_Call(dumps.get(), arguments.get(), options.get()));
 }
 
 bool IsList(PyObject* value) {
@@ -83,7 +90,7 @@ std::string TextOf(PyObject* value) {
   if (PyUnicode_Check(value)) return Utf8Of(value);
   if (PyBool_Check(value)) return value == Py_True ? "true" : "false";
   // What JSON has no word for is told as the language tells it.
-  Object text = IsList(value) ? Json("dumps", value) : nullptr;
+  Object text = IsList(value) ? ToJson(value) : nullptr;
   PyErr_Clear();
   if (text == nullptr) text.reset(PyObject_Str(value));
   PyErr_Clear();
@@ -114,7 +121,9 @@ Object NumberObject(double value) {
 
 Object FromJson(std::string_view text) {
   const Object source = TextObject(text);
-  return source == nullptr ? nullptr : Json("loads", source.get());
+  const Object loads = JsonFunction("loads");
+  if (source == nullptr || loads == nullptr) return nullptr;
+  return Object(PyObject_CallOneArg(loads.get(), source.get()));
 }
 
 std::string TakeError(std::string_view source_name) {

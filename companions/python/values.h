@@ -1,7 +1,7 @@
 #pragma once
 
 #include "python/object.h"
-//
+// Python.h stays first.
 #include <cstdint>
 #include <optional>
 #include <string>

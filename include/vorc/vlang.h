@@ -3,8 +3,8 @@
  *
  * A library is named for its language's kind (vpython.so, vjava.so, vjson.so), or is told by the
  * environment variables VORC_VPYTHON, VORC_VJAVA and VORC_VJSON. It is loaded at its first use and never
- * unloaded. Only VLangRunSource and VLangRunFile must be there. With VLangOpen and VLangRunIn it has sessions;
- * an entry that is missing answers as if it had failed.
+ * unloaded. Only VLangRunSource and VLangRunFile must be there. With VLangOpen and VLangRunIn it has
+ * sessions; an entry that is missing answers as if it had failed.
  *
  * All calls come from one thread, one at a time. No exception and no jump may leave an entry. Inside a
  * file sandbox (MORV_FILE_ROOT) no library is loaded.
@@ -61,8 +61,8 @@ VLANG_ENTRY int32_t VLangGetNumber(int64_t session, const char* name, double* ou
 VLANG_ENTRY int32_t VLangGetKind(int64_t session, const char* name);
 
 /* Sets a variable, whatever it held before: 1, or 0 if it can't be. A number without a fraction becomes an
- * integer where the language tells them apart. A name that ends in ":json" sets the variable in front of it to
- * the value that the JSON text stands for, which is the way in for truth, lists and no value. */
+ * integer where the language tells them apart. A name that ends in ":json" sets the variable in front of it
+ * to the value that the JSON text stands for, which is the way in for truth, lists and no value. */
 VLANG_ENTRY int32_t VLangSetText(int64_t session, const char* name, const char* text);
 VLANG_ENTRY int32_t VLangSetNumber(int64_t session, const char* name, double value);
 

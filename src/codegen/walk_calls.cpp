@@ -85,7 +85,7 @@ int32_t PushOwnObject(Walk& walk, const FUNCPROTO_REC* function, ArgumentCounts*
   const STRUCT_REC* home = walk.procedure.proto->OwnerClass;
   const MemberResult member =
       home == nullptr ? MemberResult() : FindStructMember(walk.slot, home, function->name);
-  walk.is_inexact |= member.Function == nullptr;
+  walk.is_inexact |= member.Function == nullptr || function->HasVarArgs;
   const int32_t object = walk.procedure.NewTemp();
   CaptureAddNumber(walk, object, ThisPointer(walk), member.BaseOffset);
   ValueType pointer = ValueType::Basic(Tok::void_).Pointer();
@@ -192,15 +192,16 @@ Operand ExecFuncPointer(Walk& walk, const EXPR_NODE* node, const EXPR_NODE* argu
   PushCallersRegisters(walk);
   int32_t pushed_bytes = 0;
   ArgumentCounts counts;
-  if (walk.procedure.context.hook != nullptr && by_name) pushed_bytes = PushOwnObject(walk, function, &counts);
+  if (walk.procedure.context.hook != nullptr && by_name)
+    pushed_bytes = PushOwnObject(walk, function, &counts);
   for (const Argument& argument : VorcBuildArgSlotWidthTable(signature, arguments)) {
     pushed_bytes += PushArgument(walk, argument, name);
     walk.procedure.last->argument = counts.all++;
     if (signature != nullptr && argument.parameter == nullptr) ++counts.variadic;
   }
   if (by_name) {
-    // A member function that is called by its name alone gets no object.
-    walk.is_inexact |= function != nullptr && function->OwnerClass != nullptr;
+    // The object stands in front of arguments that would have to come last.
+    walk.is_inexact |= counts.variadic > 0 && function->OwnerClass != nullptr;
     GenCallInstruction(walk, name, counts,
                        function == nullptr
                            ? Format(" //calling an external function '%s' that has no protype or "

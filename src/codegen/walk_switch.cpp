@@ -50,16 +50,24 @@ std::vector<CaseGroup> CreateCaseStatementGroups(Walk& walk, const STATEMENT_BLO
   return groups;
 }
 
+// A label as the condition's type has it: -1 is the largest unsigned int.
+int64_t CaseValueFor(const Walk& walk, const ValueType& type, int64_t value) {
+  const AccessWidth width = AccessOf(walk, type);
+  const bool is_cut = walk.procedure.context.hook != nullptr && walk.procedure.RegisterBytes() == 8 &&
+                      width.is_unsigned && width.bytes == 4;
+  return is_cut ? static_cast<int64_t>(static_cast<uint32_t>(value)) : value;
+}
+
 // One compare and one jump a value, then the jump for all others.
-void EmitLadder(Walk& walk, const TacOperand& value, std::vector<CaseGroup>* groups, std::string_view end,
-                BasicBlock** last_of_ladder) {
+void EmitLadder(Walk& walk, const TacOperand& value, const ValueType& type, std::vector<CaseGroup>* groups,
+                std::string_view end, BasicBlock** last_of_ladder) {
   Procedure& procedure = walk.procedure;
   CaseGroup* fallback = nullptr;
   for (CaseGroup& group : *groups) {
     if (group.has_default) fallback = &group;
     for (const STATEMENT_BLOCK* label : group.labels) {
       if (label->StatementType == STATEMENT_TYPE_DEFAULT) continue;
-      CaptureCompareWithNumber(walk, value, label->CaseValue);
+      CaptureCompareWithNumber(walk, value, CaseValueFor(walk, type, label->CaseValue));
       CaptureJump(walk, ASMOP_JE, LabelString(procedure, group.label));
       group.jumps_from.push_back(procedure.current_bb);
       BasicBlock* before = procedure.current_bb;
@@ -116,7 +124,7 @@ void ExecSwitchStatement(Walk& walk, const STATEMENT_BLOCK* statement) {
   const TacOperand value = TempOperand(CopyOf(walk, condition));
   std::vector<CaseGroup> groups = CreateCaseStatementGroups(walk, statement);
   BasicBlock* last_of_ladder = nullptr;
-  EmitLadder(walk, value, &groups, LabelString(procedure, second_label), &last_of_ladder);
+  EmitLadder(walk, value, condition.type, &groups, LabelString(procedure, second_label), &last_of_ladder);
   EmitBodies(walk, statement, &groups);
   BasicBlock* before = procedure.current_bb;
   BasicBlock* end = StartBlock(walk, "end of the switch");

@@ -105,7 +105,8 @@ bool LanguageRuntimes::vlang_load_locked(Kind kind) {
     return false;
   }
   void* library = OpenLibrary(kind, runtime.error);
-  if (library == nullptr) return false;
+  runtime.missing = library == nullptr;
+  if (runtime.missing) return false;
   if (LookUp(library, runtime.entries)) return true;
   runtime.entries = {};
   runtime.error =
@@ -120,8 +121,8 @@ bool LanguageRuntimes::Load(Kind kind) {
 
 LanguageRuntimes::Kind LanguageRuntimes::JavaScriptKind() {
   const char* named = std::getenv(kNames[kJava].variable);
-  const bool told = named != nullptr && *named != '\0';
-  return told || Load(kJava) || !Load(kJson) ? kJava : kJson;
+  if (Load(kJava) || !runtimes_[kJava].missing || (named != nullptr && *named != '\0')) return kJava;
+  return Load(kJson) ? kJson : kJava;
 }
 
 int32_t LanguageRuntimes::RunOnce(Kind kind, RunEntry entry, const std::string& text, std::string& out) {

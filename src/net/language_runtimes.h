@@ -71,6 +71,7 @@ class LanguageRuntimes {
   struct Runtime {
     VLangEntries entries{};
     bool tried = false;
+    bool missing = false;  ///< no library was found
     std::string error;
   };
   struct Session {

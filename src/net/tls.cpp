@@ -13,6 +13,8 @@ namespace {
 constexpr int kVerifyPeer = 1;
 constexpr int kSetServerName = 55;
 constexpr long kHostName = 0;
+constexpr int kSetReadAhead = 41;
+constexpr size_t kReadBuffer = 65536;
 
 struct TlsLibrary {
   const void* (*TLS_client_method)() = nullptr;
@@ -20,6 +22,8 @@ struct TlsLibrary {
   void (*SSL_CTX_free)(void*) = nullptr;
   int (*SSL_CTX_set_default_verify_paths)(void*) = nullptr;
   void (*SSL_CTX_set_verify)(void*, int, void*) = nullptr;
+  long (*SSL_CTX_ctrl)(void*, int, long, void*) = nullptr;
+  void (*SSL_CTX_set_default_read_buffer_len)(void*, size_t) = nullptr;
   void* (*SSL_new)(void*) = nullptr;
   void (*SSL_free)(void*) = nullptr;
   int (*SSL_set_fd)(void*, int) = nullptr;
@@ -49,6 +53,8 @@ struct TlsLibrary {
     find("SSL_CTX_free", SSL_CTX_free);
     find("SSL_CTX_set_default_verify_paths", SSL_CTX_set_default_verify_paths);
     find("SSL_CTX_set_verify", SSL_CTX_set_verify);
+    find("SSL_CTX_ctrl", SSL_CTX_ctrl);
+    find("SSL_CTX_set_default_read_buffer_len", SSL_CTX_set_default_read_buffer_len);
     find("SSL_new", SSL_new);
     find("SSL_free", SSL_free);
     find("SSL_set_fd", SSL_set_fd);
@@ -83,6 +89,9 @@ bool TlsContext::Load() {
     return false;
   }
   library->SSL_CTX_set_verify(context, kVerifyPeer, nullptr);
+  // Several records a system call.
+  library->SSL_CTX_ctrl(context, kSetReadAhead, 1, nullptr);
+  library->SSL_CTX_set_default_read_buffer_len(context, kReadBuffer);
   context_ = context;
   return true;
 }

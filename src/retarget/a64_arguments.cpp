@@ -1,5 +1,6 @@
 #include "retarget/a64_arguments.h"
 
+#include "program/layout.h"
 #include "retarget/a64_registers.h"
 
 namespace vorc {
@@ -15,7 +16,8 @@ bool HoldsReals(const STRUCT_REC* record) {
     const bool is_this = member == record->This || member->Struct == record;
     if (is_this || member->TotalDepth > 0 || member->IsFunctionPointer) continue;
     if (member->ValueType == Tok::float_ || member->ValueType == Tok::double_) return true;
-    if (member->Struct != nullptr && HoldsReals(member->Struct)) return true;
+    if (member->Struct != nullptr && GetObjectStructSize(member->Struct) > 0 && HoldsReals(member->Struct))
+      return true;
   }
   for (const PARENT_NODE* parent = record->Parents.First; parent != nullptr; parent = parent->Next) {
     if (HoldsReals(parent->Struct)) return true;

@@ -11,8 +11,8 @@ struct ArgumentPlace {
   enum class Kind : uint8_t { kNone, kGeneral, kReal, kStack };
 
   Kind kind = Kind::kNone;
-  uint32_t first = 0;   ///< x or d register; of the stack the distance in bytes
-  uint32_t words = 1;   ///< of 8 bytes
+  uint32_t first = 0;  ///< x or d register; of the stack the distance in bytes
+  uint32_t words = 1;  ///< of 8 bytes
 };
 
 /// Hands out places after the procedure call standard of the Arm 64-bit architecture, value by value.

@@ -49,8 +49,7 @@ void A64BackEnd::OpenFunction(Procedure& procedure) {
   }
   ++functions_;
   refused_in_function_ = 0;
-  listing_.Write("\n=== FUNCTION ", procedure.name,
-                 Format("  (offset 0x%x) ===\n", va64_here(unit_.enc)));
+  listing_.Write("\n=== FUNCTION ", procedure.name, Format("  (offset 0x%x) ===\n", va64_here(unit_.enc)));
   function_ = std::make_unique<A64Function>(unit_, procedure);
 }
 
@@ -74,17 +73,20 @@ void A64BackEnd::CloseFunction() {
 }
 
 void A64BackEnd::Count(const Procedure& procedure, const Instruction& instruction, bool selected) {
-  const std::string text = LineOf(procedure, instruction);
-  const int op = static_cast<int>(instruction.op);
   if (selected) {
     ++selected_;
-    listing_.Write(Format("  ok   optype=%-4d %s\n", op, text.c_str()));
-    return;
+  } else {
+    ++refused_;
+    ++refused_in_function_;
+    ++refused_by_operation_[instruction.op];
   }
-  ++refused_;
-  ++refused_in_function_;
-  ++refused_by_operation_[instruction.op];
-  listing_.Write(Format("  ??   optype=%-4d (%s) %s\n", op, OperationName(instruction.op).c_str(), text.c_str()));
+  if (!listing_.is_open()) return;
+  constexpr std::string_view kBlanks = "    ";
+  const int op = static_cast<int>(instruction.op);
+  const size_t digits = op < 10 ? 1 : op < 100 ? 2 : 3;
+  listing_.Write(selected ? "  ok   optype=" : "  ??   optype=", op, kBlanks.substr(digits), ' ');
+  if (!selected) listing_.Write('(', OperationName(instruction.op), ") ");
+  listing_.Write(LineOf(procedure, instruction), '\n');
 }
 
 void A64BackEnd::GenerateBasicBlock(Procedure& procedure, BasicBlock& block) {
@@ -127,7 +129,8 @@ bool A64BackEnd::WriteImage(const std::string& path) const {
 void A64BackEnd::ReportRefused() {
   if (refused_ == 0) return;
   std::string line = "vorc: A64 refused these operation types:";
-  for (const auto& [op, count] : refused_by_operation_) line += Format(" %s(%d)", OperationName(op).c_str(), count);
+  for (const auto& [op, count] : refused_by_operation_)
+    line += Format(" %s(%d)", OperationName(op).c_str(), count);
   SendOutput(line);
   SendOutput("vorc: the image is INCOMPLETE - see " +
              (listing_.is_open() && !listing_.failed() ? listing_path_ : "(no listing)"));

@@ -12,8 +12,8 @@
 
 namespace vorc {
 
-/// AArch64 code of one compilation: a flat image that runs wherever it is mapped, and a listing of what became
-/// of each statement.
+/// AArch64 code of one compilation: a flat image that runs wherever it is mapped, and a listing of what
+/// became of each statement.
 class A64BackEnd : public BackEnd {
  public:
   /// Opens the listing `<source>.a64.lst` and removes the image of an earlier run.

@@ -173,8 +173,7 @@ void A64Function::GiveResult() {
 bool A64Function::SelectMoveFromRegister(const Instruction& instruction) {
   const PassedValue& value = instruction.passed;
   if (!IsReturnRegister(instruction) || value.bytes == 0) return false;
-  if (value.is_real)
-    (value.bytes == kWord ? va64_fmov_from_double : va64_fmov_from_float)(enc_, kX0, 0);
+  if (value.is_real) (value.bytes == kWord ? va64_fmov_from_double : va64_fmov_from_float)(enc_, kX0, 0);
   Extend(kX0, value);
   return Write(instruction.result, kX0);
 }

@@ -1,5 +1,8 @@
 #include "retarget/a64_encode.h"
 
+#include <algorithm>
+#include <unordered_set>
+
 #include "base/format.h"
 
 namespace vorc {
@@ -163,6 +166,12 @@ int va64_poke_word(Va64Encoder& enc, uint32_t offset, uint32_t word) {
 }
 
 int32_t va64_new_label(Va64Encoder& enc) {
+  if (!enc.free_labels.empty()) {
+    const int32_t label = enc.free_labels.back();
+    enc.free_labels.pop_back();
+    enc.labels[static_cast<size_t>(label)] = {};
+    return label;
+  }
   if (enc.labels.size() == kVa64MaxLabels) {
     fail(enc, "out of labels");
     return -1;
@@ -177,6 +186,21 @@ int va64_place_label(Va64Encoder& enc, int32_t label) {
   CodeLabel& place = enc.labels[static_cast<size_t>(label)];
   if (place.placed) return fail(enc, Format("label %d placed twice", label));
   place = {true, enc.code.size()};
+  return 0;
+}
+
+int va64_release_labels(Va64Encoder& enc, size_t first_fixup, std::span<const int32_t> labels) {
+  if (enc.error) return 1;
+  const std::unordered_set<int32_t> released(labels.begin(), labels.end());
+  const auto first =
+      enc.fixups.begin() + static_cast<std::ptrdiff_t>(std::min(first_fixup, enc.fixups.size()));
+  const auto kept = std::stable_partition(
+      first, enc.fixups.end(), [&](const Va64Fixup& fixup) { return !released.contains(fixup.label); });
+  for (auto at = kept; at != enc.fixups.end(); ++at) {
+    if (Resolve(enc, *at) != 0) return 1;
+  }
+  enc.fixups.erase(kept, enc.fixups.end());
+  enc.free_labels.insert(enc.free_labels.end(), labels.begin(), labels.end());
   return 0;
 }
 
@@ -204,7 +228,7 @@ int va64_resolve(Va64Encoder& enc) {
   int va64_##name(Va64Encoder& enc, uint32_t rt, uint32_t base, int32_t offset) { \
     return Access(enc, #name, bits, bytes, rt, base, offset);                     \
   }
-#define A64_CONVERT(name, bits, text)                              \
+#define A64_CONVERT(name, bits, text)                           \
   int va64_##name(Va64Encoder& enc, uint32_t rd, uint32_t rn) { \
     return Emit(enc, bits | rn << 5 | rd, {rd, rn});            \
   }

@@ -48,6 +48,7 @@ struct Va64Encoder {
   /// The address of the first byte.
   uint32_t base = 0;
   std::vector<CodeLabel> labels;
+  std::vector<int32_t> free_labels;  ///< numbers that may be given again
   std::vector<Va64Fixup> fixups;
   /// Set by the first fault and never cleared: nothing is written any more.
   bool error = false;
@@ -78,7 +79,10 @@ int va64_poke_word(Va64Encoder& enc, uint32_t offset, uint32_t word);
 int32_t va64_new_label(Va64Encoder& enc);
 /// Puts a label where the next byte goes. A label is placed once.
 int va64_place_label(Va64Encoder& enc, int32_t label);
-/// Fills in the distances of all branches. To be called once, when all code is there.
+/// Fills in the branches to these labels that are recorded from `first_fixup` on, and gives the labels, all
+/// of them placed, back for new ones.
+int va64_release_labels(Va64Encoder& enc, size_t first_fixup, std::span<const int32_t> labels);
+/// Fills in the distances of all other branches. To be called once, when all code is there.
 int va64_resolve(Va64Encoder& enc);
 
 // One function an instruction: va64_add, va64_ldr, va64_ret and so on.

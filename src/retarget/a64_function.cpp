@@ -64,6 +64,7 @@ A64Function::A64Function(A64Unit& unit, const Procedure& procedure)
       procedure_(procedure),
       name_(procedure.name),
       start_(va64_here(unit.enc)),
+      first_fixup_(unit.enc.fixups.size()),
       frame_(procedure),
       end_label_(unit.NewLabel(name_ + "_end")),
       result_(PassedOf(procedure.slot, ValueType::OfType(procedure.proto->ReturnType))) {
@@ -92,6 +93,7 @@ void A64Function::Close(bool kept) {
   adjustment_sites_.push_back(va64_here(enc_));
   va64_add_imm(enc_, kSp, kSp, 16, 0);
   va64_ret(enc_);
+  ReleaseLabels();
   if (enc_.error) return;
   constexpr uint32_t kImmediateField = 0xFFF << 10;
   const auto fill = [this](uint32_t site, uint32_t field) {
@@ -100,6 +102,15 @@ void A64Function::Close(bool kept) {
   if (!kept) return enc_.code.SetWord(start_, kTrap);
   for (const uint32_t site : adjustment_sites_) fill(site, frame_.bytes());
   for (const IncomingWord& word : incoming_) fill(word.site, (frame_.bytes() + word.distance) / 8);
+}
+
+// Nothing outside of the function branches to its labels.
+void A64Function::ReleaseLabels() {
+  std::vector<int32_t> labels = {end_label_};
+  for (const auto& [text, label] : labels_) labels.push_back(label);
+  std::erase_if(
+      labels, [this](int32_t label) { return label < 0 || !enc_.labels[static_cast<size_t>(label)].placed; });
+  va64_release_labels(enc_, first_fixup_, labels);
 }
 
 bool A64Function::KnowsName(std::string_view name) const {

@@ -64,6 +64,7 @@ class A64Function {
   int32_t LabelOf(std::string_view text);
   bool PlaceLabel(std::string_view text);
   void BeginFrame();
+  void ReleaseLabels();
 
   // --- a64_select.cpp
   static Select SelectionOf(AsmOp op);
@@ -88,7 +89,8 @@ class A64Function {
 
   // --- a64_calls.cpp
   bool TakeParameters();
-  bool TakeParameter(const PassedValue& value, const SYM_REC* symbol, int32_t distance, ArgumentPlacer* placer);
+  bool TakeParameter(const PassedValue& value, const SYM_REC* symbol, int32_t distance,
+                     ArgumentPlacer* placer);
   void TakeWord(const ArgumentPlace& from, uint32_t word, const PassedValue& value, const Place& to);
   bool SelectPush(const Instruction& instruction);
   bool SelectCall(const Instruction& instruction);
@@ -104,6 +106,7 @@ class A64Function {
   const Procedure& procedure_;  ///< until the last block has been taken
   const std::string name_;
   const uint32_t start_;
+  const size_t first_fixup_;
   A64Frame frame_;
   int32_t end_label_;
   bool parameters_taken_ = false;

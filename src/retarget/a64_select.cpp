@@ -142,8 +142,7 @@ bool A64Function::a64_select(const Instruction& instruction) {
   const TargetOptions& target = procedure_.slot.Target;
   bool selected = !instruction.is_inexact && target.cpu_size == 64 && target.address_size == 64;
   if (selected) {
-    const Select select =
-        instruction.is_asm ? SelectionOf(instruction.asmop) : &A64Function::SelectPlain;
+    const Select select = instruction.is_asm ? SelectionOf(instruction.asmop) : &A64Function::SelectPlain;
     selected = select != nullptr && (this->*select)(instruction) && !enc_.error;
   }
   frame_.Done(instruction);

@@ -7,7 +7,10 @@ namespace vorc {
 
 int32_t A64Unit::NewLabel(std::string_view name) {
   const int32_t label = va64_new_label(enc);
-  if (label >= 0) label_names_.emplace_back(name);
+  if (label < 0) return label;
+  const auto number = static_cast<size_t>(label);
+  if (number >= label_names_.size()) label_names_.resize(number + 1);
+  label_names_[number] = name;
   return label;
 }
 

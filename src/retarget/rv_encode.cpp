@@ -1,5 +1,8 @@
 #include "retarget/rv_encode.h"
 
+#include <algorithm>
+#include <unordered_set>
+
 namespace vorc {
 namespace {
 
@@ -86,6 +89,12 @@ int vrv_poke_word(VrvEncoder& enc, uint32_t offset, uint32_t word) {
 }
 
 int32_t vrv_new_label(VrvEncoder& enc) {
+  if (!enc.free_labels.empty()) {
+    const int32_t label = enc.free_labels.back();
+    enc.free_labels.pop_back();
+    enc.labels[static_cast<size_t>(label)] = {};
+    return label;
+  }
   if (enc.labels.size() == kVrvMaxLabels) {
     Fail(enc);
     return -1;
@@ -98,6 +107,18 @@ int vrv_place_label(VrvEncoder& enc, int32_t label) {
   if (label < 0 || static_cast<size_t>(label) >= enc.labels.size()) return Fail(enc);
   enc.labels[static_cast<size_t>(label)] = {true, enc.code.size()};
   return 0;
+}
+
+void vrv_release_labels(VrvEncoder& enc, size_t first_fixup, std::span<const int32_t> labels) {
+  std::unordered_set<int32_t> released(labels.begin(), labels.end());
+  const auto first =
+      enc.fixups.begin() + static_cast<std::ptrdiff_t>(std::min(first_fixup, enc.fixups.size()));
+  const auto settled = [&](const VrvFixup& fixup) {
+    return released.contains(fixup.label) && Resolve(enc, fixup);
+  };
+  enc.fixups.erase(std::remove_if(first, enc.fixups.end(), settled), enc.fixups.end());
+  for (const VrvFixup& fixup : enc.fixups) released.erase(fixup.label);
+  enc.free_labels.insert(enc.free_labels.end(), released.begin(), released.end());
 }
 
 int vrv_resolve(VrvEncoder& enc) {

@@ -28,6 +28,7 @@ struct VrvEncoder {
   /// The address of the first byte.
   uint32_t base = 0;
   std::vector<CodeLabel> labels;
+  std::vector<int32_t> free_labels;  ///< numbers that may be given again
   std::vector<VrvFixup> fixups;
   /// Set by the first fault and never cleared: nothing is written any more.
   bool error = false;
@@ -52,7 +53,10 @@ int vrv_poke_word(VrvEncoder& enc, uint32_t offset, uint32_t word);
 int32_t vrv_new_label(VrvEncoder& enc);
 /// Puts a label where the next byte goes.
 int vrv_place_label(VrvEncoder& enc, int32_t label);
-/// Fills in the distances of all branches and jumps. To be called once, when all code is there. Ends at
+/// Fills in the branches to these labels that are recorded from `first_fixup` on, and gives the labels back
+/// for new ones. A branch that is out of reach stays, with its label, for vrv_resolve to find.
+void vrv_release_labels(VrvEncoder& enc, size_t first_fixup, std::span<const int32_t> labels);
+/// Fills in the distances of all other branches and jumps. To be called once, when all code is there. Ends at
 /// the first label that is not placed or out of reach; what was filled in before stays.
 int vrv_resolve(VrvEncoder& enc);
 

@@ -20,6 +20,8 @@ bool RvFunctionCode::Open(Procedure& procedure) {
   proto_ = procedure.proto;
   name_ = procedure.name;
   epilogue_ = has_call = false;
+  const PassedValue result = PassedOf(procedure.slot, ValueType::OfType(proto_->ReturnType));
+  result_is_uint32_ = result.bytes == 4 && result.is_unsigned && !result.is_real;
   slot_words_ = 0;
   slots_.clear();
   labels_.clear();
@@ -37,7 +39,7 @@ bool RvFunctionCode::Open(Procedure& procedure) {
   vrv_addi(enc_, kSp, kSp, 0);
   return_address_sites_.push_back(enc_.code.size());
   vrv_nop(enc_);
-  return StoreParameters();
+  return StoreParameters() && number_ != RvUnitCode::kNone;
 }
 
 bool RvFunctionCode::StoreParameters() {
@@ -62,10 +64,8 @@ bool RvFunctionCode::StoreParameter(uint32_t reg, const SYM_REC* parameter) {
   if (IsTooWide(parameter)) return false;
   const AccessWidth width = AccessOfSymbol(procedure_->slot, parameter);
   // The calling convention extends 32 bits with their sign, whatever the type.
-  if (unit_.is_rv64() && width.bytes == 4 && width.is_unsigned && !width.is_address) {
-    vrv_slli64(enc_, reg, reg, 32);
-    vrv_srli64(enc_, reg, reg, 32);
-  }
+  const bool is_uint32 = width.bytes == 4 && width.is_unsigned && !width.is_address;
+  if (unit_.is_rv64() && is_uint32 && !ZeroExtend(reg)) return false;
   return rv32_store_var(reg, RvVariable::Symbol(parameter));
 }
 
@@ -83,6 +83,10 @@ int RvFunctionCode::BeginBlock(Procedure& procedure, const BasicBlock& block) {
       residents_.push_back({variable, RV32_REGPOOL[residents_.size()], false, false});
   }
   return static_cast<int>(residents_.size());
+}
+
+bool RvFunctionCode::FinishResult() {
+  return !unit_.is_rv64() || !result_is_uint32_ || vrv_addiw(enc_, kA0, kA0, 0) == 0;
 }
 
 bool RvFunctionCode::IsComplete() const {
@@ -124,9 +128,14 @@ bool RvFunctionCode::PatchFrame(int32_t frame) {
   return true;
 }
 
-// The branches of a function that nobody sees are of no account.
-void RvFunctionCode::DropFixups() {
-  enc_.fixups.resize(std::min(first_fixup_, enc_.fixups.size()));
+// The labels serve the next function. The branches of one that nobody sees are of no account.
+void RvFunctionCode::ReleaseLabels(bool emitted) {
+  if (!emitted) enc_.fixups.resize(std::min(first_fixup_, enc_.fixups.size()));
+  std::vector<int32_t> labels;
+  for (const auto& entry : labels_) {
+    if (entry.second >= 0) labels.push_back(entry.second);
+  }
+  vrv_release_labels(enc_, first_fixup_, labels);
 }
 
 bool RvFunctionCode::rv32_flush_function(bool emitted) {
@@ -136,11 +145,9 @@ bool RvFunctionCode::rv32_flush_function(bool emitted) {
     PatchReturnAddress();
     settled = PatchFrame(frame);
   }
-  if (!emitted || !settled) {
-    DropFixups();
-    // A call of what could not be translated stops there instead of computing something else.
-    if (enc_.code.HoldsWord(start_)) enc_.code.SetWord(start_, kBreakpoint);
-  }
+  ReleaseLabels(emitted && settled);
+  // A call of what could not be translated stops there instead of computing something else.
+  if ((!emitted || !settled) && enc_.code.HoldsWord(start_)) enc_.code.SetWord(start_, kBreakpoint);
   if (number_ != RvUnitCode::kNone) {
     RvFunction& function = unit_.unit.functions[static_cast<size_t>(number_)];
     function.start = start_;

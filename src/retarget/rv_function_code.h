@@ -16,14 +16,14 @@ namespace vorc {
 /// What code of a function names: a temporary, a variable of the source, or a cell that only the frame knows.
 struct RvVariable {
   enum Kind : uint8_t {
-    kNone,
+    kUnnamed,
     kTemp,
     kSymbol,
     kIncoming,  ///< the address that a struct parameter came as
     kThis,      ///< the address of the object that a member function works on
   };
 
-  Kind kind = kNone;
+  Kind kind = kUnnamed;
   int32_t temp = kNoTemp;
   const SYM_REC* symbol = nullptr;
 
@@ -52,7 +52,7 @@ class RvFunctionCode {
   // --- rv_function_code.cpp: from the first word to the last
 
   /// Starts a function: its label, a frame that is settled at the end, and its parameters in the frame. False
-  /// if a parameter has no register or no slot.
+  /// if a parameter has no register or no slot, or the function no place in the unit's table.
   bool Open(Procedure& procedure);
   bool is_open() const { return proto_ != nullptr; }
   const FUNCPROTO_REC* proto() const { return proto_; }
@@ -67,6 +67,8 @@ class RvFunctionCode {
   /// Settles the frame. False if it is beyond reach of the instructions that make it.
   bool rv32_flush_function(bool emitted);
   int32_t frame_bytes() const;
+  /// Brings the result in a0 to the form in which callers of any origin expect it.
+  bool FinishResult();
 
   // --- rv_variables.cpp: registers and memory
 
@@ -90,6 +92,8 @@ class RvFunctionCode {
   /// The address of a variable's memory in a register.
   bool LoadAddress(uint32_t reg, const RvVariable& variable);
   bool LoadNumber(uint32_t reg, int64_t number);
+  /// Zeros above the lower 32 bits.
+  bool ZeroExtend(uint32_t reg);
   bool LoadMemory(AccessWidth width, uint32_t reg, uint32_t base, int32_t offset);
   bool StoreMemory(int bytes, uint32_t base, int32_t offset, uint32_t reg);
 
@@ -99,7 +103,7 @@ class RvFunctionCode {
   int32_t rv32_label_for(std::string_view text);
   /// An argument that a call will take.
   struct Argument {
-    RvVariable variable;  ///< kNone for a number
+    RvVariable variable;  ///< kUnnamed for a number
     int64_t number = 0;
   };
   std::vector<Argument> pending;
@@ -129,7 +133,7 @@ class RvFunctionCode {
   bool StoreParameter(uint32_t reg, const SYM_REC* parameter);
   bool PatchFrame(int32_t frame);
   void PatchReturnAddress();
-  void DropFixups();
+  void ReleaseLabels(bool emitted);
 
   RvUnitCode& unit_;
   VrvEncoder& enc_;
@@ -140,6 +144,7 @@ class RvFunctionCode {
   uint32_t start_ = 0;
   size_t first_fixup_ = 0;
   bool epilogue_ = false;
+  bool result_is_uint32_ = false;
   int64_t slot_words_ = 0;
   std::unordered_map<RvVariable, int32_t, RvVariableHash> slots_;
   std::unordered_map<std::string, int32_t> labels_;

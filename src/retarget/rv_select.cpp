@@ -156,7 +156,7 @@ bool RvSelector::Label(const Instruction& record) {
 // Most of it frames procedures and calls in a way of their own.
 bool RvSelector::PlainText(const Instruction& record) {
   if (record.is_source_text) return false;
-  if (record.sets_return_reg) return function_.LoadNumber(kA0, record.number);
+  if (record.sets_return_reg) return function_.LoadNumber(kA0, record.number) && function_.FinishResult();
   if (!record.no_translation || !record.text.ends_with(':')) return true;
   if (!PlaceLabel(record.text)) return false;
   return function_.epilogue_seen() || function_.WriteEpilogue();
@@ -187,8 +187,8 @@ bool RvSelector::Call(const Instruction& record) {
     const size_t position = i < variadic ? count - variadic + i : i - variadic;
     const auto reg = static_cast<uint32_t>(kA0 + position);
     const RvFunctionCode::Argument& argument = pending[first + i];
-    done = argument.variable.kind == RvVariable::kNone ? function_.LoadNumber(reg, argument.number)
-                                                       : function_.rv32_load_var(reg, argument.variable);
+    done = argument.variable.kind == RvVariable::kUnnamed ? function_.LoadNumber(reg, argument.number)
+                                                          : function_.rv32_load_var(reg, argument.variable);
   }
   pending.resize(first);
   function_.has_call = true;
@@ -199,7 +199,11 @@ bool RvSelector::MoveRegToVar(const Instruction& record) {
   RvVariable result;
   if (record.reg != kReturnRegister || !rv32_dest_name(record, result)) return false;
   const uint32_t target = function_.TargetOf(result, kT0);
-  return vrv_mv(enc_, target, kA0) == 0 && function_.rv32_write_done(result, target);
+  if (vrv_mv(enc_, target, kA0) != 0) return false;
+  const PassedValue& passed = record.passed;
+  const bool is_uint32 = passed.bytes == 4 && passed.is_unsigned && !passed.is_real;
+  if (unit_.is_rv64() && is_uint32 && !function_.ZeroExtend(target)) return false;
+  return function_.rv32_write_done(result, target);
 }
 
 bool RvSelector::MoveVarToReg(const Instruction& record) {
@@ -211,7 +215,8 @@ bool RvSelector::MoveVarToReg(const Instruction& record) {
   Operand value;
   if (record.reg != kReturnRegister || !rv32_resolve_operand(record.operand1, value)) return false;
   const int32_t reg = ReadOperand(value, kA0);
-  return reg >= 0 && (reg == kA0 || vrv_mv(enc_, kA0, static_cast<uint32_t>(reg)) == 0);
+  return reg >= 0 && (reg == kA0 || vrv_mv(enc_, kA0, static_cast<uint32_t>(reg)) == 0) &&
+         function_.FinishResult();
 }
 
 // --- numbers and addresses
@@ -264,7 +269,6 @@ bool RvSelector::Add(const Instruction& record) {
 }
 
 bool RvSelector::MultiplyBy(uint32_t target, uint32_t source, int64_t factor) {
-  if (factor < 1) return false;
   if (std::has_single_bit(static_cast<uint64_t>(factor))) {
     const auto shift = static_cast<uint32_t>(std::countr_zero(static_cast<uint64_t>(factor)));
     return shift < kMostShift && vrv_slli(enc_, target, source, shift) == 0;
@@ -279,7 +283,8 @@ bool RvSelector::Multiply(const Instruction& record) {
   if (!rv32_dest_name(record, result) || !rv32_resolve_operand(record.operand1, value)) return false;
   const int32_t source = ReadOperand(value, kT0);
   const uint32_t target = function_.TargetOf(result, kT1);
-  return source >= 0 && MultiplyBy(target, static_cast<uint32_t>(source), record.number) &&
+  return source >= 0 &&
+         MultiplyBy(target, static_cast<uint32_t>(source), std::max<int64_t>(record.number, 1)) &&
          function_.rv32_write_done(result, target);
 }
 

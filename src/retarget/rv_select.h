@@ -17,10 +17,10 @@ class RvSelector {
 
  private:
   struct Operand {
-    RvVariable variable;  ///< kNone for a number
+    RvVariable variable;  ///< kUnnamed for a number
     int64_t number = 0;
 
-    bool IsName() const { return variable.kind != RvVariable::kNone; }
+    bool IsName() const { return variable.kind != RvVariable::kUnnamed; }
     bool IsSmallNumber() const { return !IsName() && FitsImm12(number); }
   };
   using Handler = bool (RvSelector::*)(const Instruction&);

@@ -170,6 +170,10 @@ bool RvFunctionCode::LoadAddress(uint32_t reg, const RvVariable& variable) {
   return slot >= 0 && vrv_addi(enc_, reg, kSp, slot) == 0;
 }
 
+bool RvFunctionCode::ZeroExtend(uint32_t reg) {
+  return vrv_slli64(enc_, reg, reg, 32) == 0 && vrv_srli64(enc_, reg, reg, 32) == 0;
+}
+
 // A long number is its upper part, moved up, and what the lowest 12 bits add to it.
 bool RvFunctionCode::LoadNumber(uint32_t reg, int64_t number) {
   const auto low = static_cast<int32_t>(static_cast<uint32_t>(number));

@@ -24,6 +24,7 @@ from run_programs import PROGRAMS
 
 TARGETS = [Target("rv32", linked=True), Target("rv64", linked=False)]
 BATCH = 12
+MODES = {"rv32": ["", "-o1", "-cpu32", "-addr32"], "rv64": ["", "-o1"]}
 FEWEST_WHOLE = 40       # programs of the table of which nothing may be left out
 # The data area is zero.
 INITIAL_VALUES = {"array_parameters", "arrays_two_dimensions", "checksums", "global_texts", "globals", "globals_wide", "pointer_arithmetic",
@@ -108,7 +109,8 @@ def try_batch(vorc, target, seeds):
     with program.Folder() as folder:
         try:
             values = judge.expected(source, calls, folder.path)
-            functions, _ = target.compile(vorc, source, folder.path)
+            modes = MODES[target.core]
+            functions, _ = target.compile(vorc, source, folder.path, modes[seeds[0] // BATCH % len(modes)].split())
             left_out = {name.split("_")[0] for name in re.findall(r"^[\w ]+ (s\d+_\w+)\(", source, re.M) if name not in functions}
             kept = [(call, value) for call, value in zip(calls, values) if call.split("_")[0] not in left_out]
             target.compare(kept, functions, folder.path)

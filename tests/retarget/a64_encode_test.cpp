@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <string>
 
 namespace {
@@ -103,6 +104,29 @@ TEST(A64Encode, LoadsOfNumbers) {
     EXPECT_EQ(Moved(enc), test.value);
     EXPECT_EQ(enc.code.size(), test.words * 4) << test.value;
   }
+}
+
+// Labels that are done serve again, and what still waits for others is kept.
+TEST(A64Encode, ReleasedLabels) {
+  Va64Encoder enc;
+  const int32_t outside = va64_new_label(enc);
+  for (int round = 0; round < 3 * static_cast<int>(kVa64MaxLabels); ++round) {
+    const size_t first = enc.fixups.size();
+    const int32_t label = va64_new_label(enc);
+    va64_bcond(enc, kEq, label);
+    if (round < 2) va64_bl(enc, outside);
+    EXPECT_EQ(va64_place_label(enc, label), 0);
+    ASSERT_EQ(va64_release_labels(enc, first, std::array{label}), 0) << va64_error(&enc);
+  }
+  EXPECT_EQ(enc.fixups.size(), 2U);
+  EXPECT_EQ(enc.code.Word(0), 0x54000040U);
+  EXPECT_EQ(enc.code.Word(16), 0x54000020U);
+  va64_place_label(enc, outside);
+  ASSERT_EQ(va64_resolve(enc), 0);
+  EXPECT_EQ(enc.code.Word(4), 0x94000000U | (enc.code.size() - 4) / 4);
+  const int32_t lost = va64_new_label(enc);
+  va64_b(enc, lost);
+  EXPECT_EQ(va64_release_labels(enc, 0, std::array{lost}), 1);
 }
 
 }  // namespace

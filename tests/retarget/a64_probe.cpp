@@ -85,13 +85,13 @@ void RegularForms() {
     Try(AccessText(#name, bytes, a, b, step* bytes),                                       \
         [&](Va64Encoder& e) { return va64_##name(e, a.number, b.number, step * bytes); }); \
   }
-#define A64_CONVERT(name, bits, spelling)                                                           \
-  for (int i = 0; i < 4; ++i) {                                                                     \
-    const auto d = static_cast<uint32_t>(g_random() % 31), n = static_cast<uint32_t>(g_random() % 31);                                        \
-    std::string text = spelling;                                                                    \
-    for (size_t at; (at = text.find('D')) != std::string::npos;) text.replace(at, 1, Number(d));    \
-    for (size_t at; (at = text.find('N')) != std::string::npos;) text.replace(at, 1, Number(n));    \
-    Try(text, [&](Va64Encoder& e) { return va64_##name(e, d, n); });                                \
+#define A64_CONVERT(name, bits, spelling)                                                              \
+  for (int i = 0; i < 4; ++i) {                                                                        \
+    const auto d = static_cast<uint32_t>(g_random() % 31), n = static_cast<uint32_t>(g_random() % 31); \
+    std::string text = spelling;                                                                       \
+    for (size_t at; (at = text.find('D')) != std::string::npos;) text.replace(at, 1, Number(d));       \
+    for (size_t at; (at = text.find('N')) != std::string::npos;) text.replace(at, 1, Number(n));       \
+    Try(text, [&](Va64Encoder& e) { return va64_##name(e, d, n); });                                   \
   }
 #define A64_EXCEPTION(name, bits)                                                        \
   for (const uint32_t imm : {0U, 1U, 0xFFFFU}) {                                         \
