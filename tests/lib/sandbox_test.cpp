@@ -36,32 +36,26 @@ TEST_F(Sandbox, JudgesByWhereAPathLeads) {
   fs::create_symlink(root_ + "/dangling_out", root_ + "/inner/chain");
   fs::create_symlink("loop", root_ + "/loop");
   fs::create_symlink(root_ + "/file", top_ / "data2/in");
-  const struct {
-    std::string path;
-    bool allowed;
-  } cases[] = {
-      {root_, true},
-      {root_ + "/file", true},
-      {root_ + "/new", true},
-      {root_ + "/inner/../new", true},
-      {root_ + "/../data/file", true},
-      {top_ / "data2/in", true},
-      {root_ + "/dangling_in", true},
-      {root_ + "/missing/new", false},
-      {root_ + "/missing/../file", false},
-      {root_ + "/inner/..", true},
-      {root_ + "/inner/chain", false},
-      {root_ + "/loop", false},
-      {root_ + std::string("/file\0/../../data2/file", 23), false},
-      {std::string(5000, 'x'), false},
-      {"", false},
-  };
+  const std::string allowed[] = {root_,
+                                 root_ + "/file",
+                                 root_ + "/new",
+                                 root_ + "/inner/../new",
+                                 root_ + "/../data/file",
+                                 top_ / "data2/in",
+                                 root_ + "/dangling_in",
+                                 root_ + "/inner/.."};
+  const std::string refused[] = {root_ + "/missing/new",
+                                 root_ + "/missing/../file",
+                                 root_ + "/inner/chain",
+                                 root_ + "/loop",
+                                 root_ + std::string("/file\0/../../data2/file", 23),
+                                 std::string(5000, 'x'),
+                                 std::string()};
   testing::internal::CaptureStderr();
-  for (const auto& each : cases) {
-    EXPECT_EQ(MorvSandboxAllows(each.path), each.allowed) << each.path;
-    if (!each.allowed) {
-      EXPECT_EQ(MorvSafeFopen(each.path, "ab"), nullptr) << each.path;
-    }
+  for (const std::string& path : allowed) EXPECT_TRUE(MorvSandboxAllows(path)) << path;
+  for (const std::string& path : refused) {
+    EXPECT_FALSE(MorvSandboxAllows(path)) << path;
+    EXPECT_EQ(MorvSafeFopen(path, "ab"), nullptr) << path;
   }
   testing::internal::GetCapturedStderr();
   EXPECT_FALSE(fs::exists(top_ / "data2/new"));
