@@ -10,12 +10,11 @@ int main(void)
 {
   int i;
   static int calls = 1;
-  q.x = 2;
   for (i = 0; i < 3; i++) {
     if (i == 1) continue;
     q.x += add(table[1][i], name[0]);
   }
-  switch (q.x) {
+  switch (i) {
     case 4: calls++; break;
     default: i = -i;
   }
