@@ -26,18 +26,31 @@ FUNCTIONS = """
 int gcd(int a, int b) { int t; if0 while (b != 0) { t = a % b; a = b; b = t; } return a; }
 int isqrt(int a, int b) { int r; r = 0; while ((r + 1) * (r + 1) <= a) r = r + 1; return r; }
 int collatz(int a, int b) { int n; n = 0; while (a > 1) { n = n + 1; a = (a & 1) * (3 * a + 1) + (1 - (a & 1)) * (a >> 1); } return n; }
+int popcount(int a, int b) { int n; n = 0; while (a > 0) { n = n + (a & 1); a = a >> 1; } return n; }
 int times(int a, int b) { int s; s = 0; while (b > 0) { s = s + (b & 1) * a; a = a << 1; b = b >> 1; } return s; }
 int crc8(int a, int b) { int i; i = 0; a = a & 255; do { a = ((a << 1) ^ ((a >> 7) * 7)) & 255; i = i + 1; } while (i < 8); return a; }
+int power(int a, int b) { int r; int n; r = 1; n = b & 3; while (n > 0) { r = r * a; n = n - 1; } return r; }
+int fib(int a, int b) { int x; int y; int t; x = 0; y = 1; b = b & 15; while (b > 0) { t = x + y; x = y; y = t; b = b - 1; } return x; }
 int once(int a, int b) { do { a = a + b; } while (0); return a; }
 int never(int a, int b) { while (0) a = b; return a + b; }
 int nested(int a, int b) { int i; i = 3; while (i > 0) { { a = a + i; { b = b ^ a; } } ; i = i - 1; } return b; }
+int digits(int a, int b) { int s; s = 0; while (a > 0) { s = s + a % 10; a = a / 10; } return s; }
 int reverse(int a, int b) { int r; int i; r = 0; i = 8; a = a & 255; do { r = (r << 1) | (a & 1); a = a >> 1; i = i - 1; } while (i != 0); return r; }
 int lfsr(int a, int b) { int i; a = (a & 0xFF) | 1; i = 0; while (i < 5) { a = (a >> 1) ^ ((a & 1) * 184); i = i + 1; } return a; }
+int log2(int a, int b) { int n; n = 0; while (a > 1) { a = a >> 1; n = n + 1; } return n; }
+int triangle(int a, int b) { int s; int i; s = 0; i = a & 31; while (i > 0) { s = s + i; i = i - 1; } return s; }
 int filter(int a, int b) { int x; int y; x = a * 77; y = b * 179; return (x + y) >> 8; }
+int blend(int a, int b) { return (a * 3 + b * 5) / 8; }
+int remainder3(int a, int b) { return a % 3 - b % 5; }
+int gray(int a, int b) { return a ^ (a >> 1); }
 int compare(int a, int b) { int less; int more; less = a < b; more = a > b; return more - less; }
 int both(int a, int b) { return a && b; }
 int either(int a, int b) { return (a == 3) || (b != 4); }
+int lerp(int a, int b) { int d; d = b - a; return a + (d * 3 >> 2); }
+int pack(int a, int b) { return ((a & 15) << 4) | (b & 15); }
 int sum(int a, int b) { int x = a + b; int y = x << 2; return y - 'A'; }
+int square(int a, int b) { return a * a - b * b; }
+int least(int a, int b) { return (a >= b) + (a <= b); }
 function $mean($a, $b) { $s = $a + $b; return $s / 2; }
 function $bits($a, $b) { $n = 0; $m = $a & 127; while ($m != 0) { $m = $m & ($m - 1); $n = $n + 1; } return $n; }
 """.replace("if0 ", "").replace("function $", "function ")
