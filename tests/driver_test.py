@@ -2,17 +2,15 @@
 """Checks the command line of the program: options, messages, files beside the source, exit status.
 
     driver_test.py path/to/vorc
-
-Prints each check that fails and a last line `N passed, N failed`; exits 1 if one failed.
 """
 
 import os
 import re
-import shutil
-import subprocess
 import sys
-import tempfile
 from pathlib import Path
+
+import program
+from program import check
 
 VORC = str(Path(sys.argv[1]).resolve()) if len(sys.argv) > 1 else sys.exit(__doc__)
 
@@ -27,18 +25,6 @@ USAGE_END = """
     <source>.error \u2014 error/warning log
 """
 
-passed = failed = 0
-
-
-def check(name, actual, expected):
-    """Counts one check; both values are shown when they differ."""
-    global passed, failed
-    if actual == expected:
-        passed += 1
-        return
-    failed += 1
-    print(f"FAIL {name}\n  expected: {expected!r}\n  actual:   {actual!r}")
-
 
 def check_true(name, condition, shown=""):
     check(name, (bool(condition), "" if condition else shown), (True, ""))
@@ -48,21 +34,15 @@ class Run:
     """One run of the program in a folder of its own that holds `files`."""
 
     def __init__(self, args, files=None, env=None):
-        self.folder = Path(tempfile.mkdtemp(prefix="driver-test-"))
-        for path, text in (files or {}).items():
-            target = self.folder / path
-            target.parent.mkdir(parents=True, exist_ok=True)
-            target.write_bytes(text.encode() if isinstance(text, str) else text)
         environment = {k: v for k, v in os.environ.items() if k not in ("QUERY_STRING", "VORC_LLMTRACE")}
-        environment.update(env or {})
-        done = subprocess.run([VORC, *args], cwd=self.folder, env=environment, stdin=subprocess.DEVNULL,
-                              capture_output=True, timeout=60)
-        self.out = done.stdout.decode("utf-8", "replace")
-        self.err = done.stderr.decode("utf-8", "replace")
-        self.status = done.returncode
-        self.files = {p.relative_to(self.folder).as_posix(): p.read_bytes()
-                      for p in self.folder.rglob("*") if p.is_file()}
-        shutil.rmtree(self.folder)
+        with program.Folder() as folder:
+            for path, text in (files or {}).items():
+                folder.write(path, text)
+            done = program.run([VORC, *args], folder.path, env={**environment, **(env or {})})
+            root = Path(folder.path)
+            self.files = {p.relative_to(root).as_posix(): p.read_bytes() for p in root.rglob("*") if p.is_file()}
+        self.out, self.err = (text.decode("utf-8", "replace") for text in (done.output, done.errors))
+        self.status = done.status
 
     def log(self, name="s.error"):
         return self.files.get(name, b"(no such file)").decode("utf-8", "replace")
@@ -356,13 +336,5 @@ def test_trace_variable():
     check("trace: nothing without the variable", plain.out, "")
 
 
-def main():
-    for name, test in sorted(globals().items()):
-        if name.startswith("test_"):
-            test()
-    print(f"{passed} passed, {failed} failed")
-    return 1 if failed else 0
-
-
 if __name__ == "__main__":
-    sys.exit(main())
+    sys.exit(program.run_tests(globals()))

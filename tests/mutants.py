@@ -54,7 +54,9 @@ def main():
         return succeeds("cmake", "--build", given.build, "--target", "vorc")
 
     def passes():
-        return succeeds(ROOT / "tests/run_scripts.sh", given.build / "vorc", ROOT / "tests/scripts", *given.topics)
+        vorc = given.build / "vorc"
+        return (succeeds(sys.executable, ROOT / "tests/runtime_errors_test.py", vorc) and
+                succeeds(ROOT / "tests/run_scripts.sh", vorc, ROOT / "tests/scripts", *given.topics))
 
     if not builds() or not passes():
         sys.exit("the script cases must pass before anything is changed")

@@ -13,19 +13,13 @@ import sys
 import time
 
 import program
+from program import check
 
 VORC = os.path.realpath(sys.argv[1]) if len(sys.argv) > 1 else sys.exit(__doc__)
 LINES = ('int main() { int i; i = 0; while (i < 30000) { printf("line %d", i); i = i + 1; } '
          'morv_file_write("done", "x"); return 0; }\n')
 EXPECTED_LINES = "".join(f"line {i}\n" for i in range(30000)).encode()
 LOST = b"vorc: cannot write to standard output: %s\n"
-results = []
-
-
-def check(name, actual, expected):
-    results.append(actual == expected)
-    if actual != expected:
-        print(f"FAIL {name}\n  expected: {expected!r}\n  actual:   {actual!r}")
 
 
 def start(folder, source, *options, quiet=True, **how):
@@ -169,7 +163,4 @@ def test_handles_run_out():
               (0, b"morv: no number left for another list - a run can make 4095 of them, freed ones included\n"))
 
 
-for test_name, test in sorted(globals().items()):
-    if test_name.startswith("test_"):
-        test()
-sys.exit(program.close(results))
+sys.exit(program.run_tests(dict(globals())))

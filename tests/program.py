@@ -48,18 +48,20 @@ class Folder:
 
     def write(self, name, content):
         data = content if isinstance(content, bytes) else content.encode()
-        with open(os.path.join(self.path, name), "wb") as file:
+        path = os.path.join(self.path, name)
+        os.makedirs(os.path.dirname(path), exist_ok=True)
+        with open(path, "wb") as file:
             file.write(data)
 
 
-def run(command, folder, timeout=60, stdout=None, given=b""):
+def run(command, folder, timeout=60, stdout=None, given=b"", env=None):
     """Runs a command in a folder with `given` as its input. `stdout` may be an open file to write to."""
     with tempfile.TemporaryFile() as captured, tempfile.TemporaryFile() as errors, tempfile.TemporaryFile() as stdin:
         stdin.write(given)
         stdin.seek(0)
         process = subprocess.Popen(command, cwd=folder, stdin=stdin if given else subprocess.DEVNULL,
                                    stdout=stdout if stdout is not None else captured,
-                                   stderr=errors, start_new_session=True)
+                                   stderr=errors, start_new_session=True, env=env)
         expired = threading.Event()
 
         def expire():
@@ -75,6 +77,24 @@ def run(command, folder, timeout=60, stdout=None, given=b""):
         errors.seek(0)
         return Result(process.returncode, captured.read(), errors.read(),
                       usage.ru_utime + usage.ru_stime, usage.ru_maxrss / 1024, expired.is_set())
+
+
+outcomes = []
+
+
+def check(name, actual, expected):
+    """Counts one check; both values are shown when they differ."""
+    outcomes.append(actual == expected)
+    if actual != expected:
+        print(f"FAIL {name}\n  expected: {expected!r}\n  actual:   {actual!r}")
+
+
+def run_tests(functions):
+    """Calls all functions whose name begins with test_; the answer is the exit status."""
+    for name, test in sorted(functions.items()):
+        if name.startswith("test_"):
+            test()
+    return close(outcomes)
 
 
 def close(results):

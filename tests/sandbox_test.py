@@ -11,10 +11,10 @@ import sys
 import threading
 
 import program
+from program import check
 
 VORC = os.path.realpath(sys.argv[1]) if len(sys.argv) > 1 else sys.exit(__doc__)
 SECRET = "SECRET line, kept outside"
-results = []
 
 # A call with a path that leads out, and what it must answer. {f} leads to a file, {d} to its folder,
 # {n} to a file that isn't there yet.
@@ -44,12 +44,6 @@ WAYS = ["../out", "./../out", "sub/../../out", "..//out", "{t}/out", "//{t}/out"
         "up/out", "root2/../out", "../root2/../out"]
 # The same for a file alone: links to it, and a prefix of the root's name.
 FILES = ["file_link", "sub/file_link", "../root2/secret", "/dev/fd/../../self/cwd/../out/secret"]
-
-
-def check(name, actual, expected):
-    results.append(actual == expected)
-    if actual != expected:
-        print(f"FAIL {name}\n  expected: {expected!r}\n  actual:   {actual!r}")
 
 
 def make_tree(folder):
@@ -211,7 +205,4 @@ def test_swap_race():
         check("race: nothing outside changed", snapshot(top), before)
 
 
-for test_name, test in sorted(globals().items()):
-    if test_name.startswith("test_"):
-        test()
-sys.exit(program.close(results))
+sys.exit(program.run_tests(dict(globals())))

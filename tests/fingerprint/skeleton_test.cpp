@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <sstream>
 
 #include "fingerprint/skeleton_filters.h"
 #include "fingerprint/skeleton_trace.h"
@@ -67,11 +68,11 @@ TEST(Thinning, LeavesTheMiddleOfABar) {
   }
 }
 
-using Segments = std::vector<std::pair<saf_int_point, saf_int_point>>;
-
-saf_skeleton Draw(const Segments& segments) {
+// Draws lines, each told by the four coordinates of its ends.
+saf_skeleton Draw(const std::string& lines) {
   saf_boolean_matrix canvas(160, 100);
-  for (const auto& [from, to] : segments) {
+  std::istringstream numbers(lines);
+  for (saf_int_point from, to; numbers >> from.x >> from.y >> to.x >> to.y;) {
     for (const saf_int_point p : saf_line_points(from, to)) canvas.At(p) = 1;
   }
   return saf_skeletons_create(canvas, kRidgeEnding);
@@ -79,47 +80,26 @@ saf_skeleton Draw(const Segments& segments) {
 
 TEST(SkeletonFilters, KeepRidgesAndDropArtefacts) {
   const struct {
-    const char* what;
-    Segments segments;
-    int endings;
-    int branchings;
+    const char *what, *lines;
+    int endings, branchings;
   } cases[] = {
-      {"line", {{{10, 50}, {150, 50}}}, 2, 0},
-      {"closed line",
-       {{{50, 50}, {80, 20}}, {{80, 20}, {110, 50}}, {{110, 50}, {80, 80}}, {{80, 80}, {50, 50}}},
-       0,
-       0},
-      {"fork", {{{10, 50}, {80, 50}}, {{80, 50}, {150, 10}}, {{80, 50}, {150, 90}}}, 3, 1},
-      {"narrow gap", {{{10, 50}, {75, 50}}, {{90, 53}, {150, 53}}}, 2, 0},
-      {"wide gap", {{{10, 50}, {65, 50}}, {{90, 50}, {150, 50}}}, 4, 0},
-      {"gap around a corner", {{{10, 50}, {75, 50}}, {{80, 56}, {80, 95}}}, 4, 0},
-      {"gap with a ridge in it", {{{10, 50}, {75, 50}}, {{90, 50}, {150, 50}}, {{83, 5}, {83, 95}}}, 6, 0},
-      {"short tail", {{{10, 50}, {150, 50}}, {{80, 50}, {80, 65}}}, 2, 0},
-      {"long tail", {{{10, 50}, {150, 50}}, {{80, 50}, {80, 75}}}, 3, 1},
-      {"short fragment", {{{10, 50}, {150, 50}}, {{70, 80}, {85, 80}}}, 2, 0},
-      {"long fragment", {{{10, 50}, {150, 50}}, {{70, 80}, {95, 80}}}, 4, 0},
-      {"dot", {{{10, 50}, {10, 50}}}, 0, 0},
-      {"pore",
-       {{{10, 50}, {70, 50}},
-        {{70, 50}, {80, 40}},
-        {{70, 50}, {80, 60}},
-        {{80, 40}, {90, 50}},
-        {{80, 60}, {90, 50}},
-        {{90, 50}, {150, 50}}},
-       2,
-       0},
-      {"island",
-       {{{10, 50}, {50, 50}},
-        {{50, 50}, {80, 20}},
-        {{50, 50}, {80, 80}},
-        {{80, 20}, {110, 50}},
-        {{80, 80}, {110, 50}},
-        {{110, 50}, {150, 50}}},
-       2,
-       2},
+      {"line", "10 50 150 50", 2, 0},
+      {"closed line", "50 50 80 20  80 20 110 50  110 50 80 80  80 80 50 50", 0, 0},
+      {"fork", "10 50 80 50  80 50 150 10  80 50 150 90", 3, 1},
+      {"narrow gap", "10 50 75 50  90 53 150 53", 2, 0},
+      {"wide gap", "10 50 65 50  90 50 150 50", 4, 0},
+      {"gap around a corner", "10 50 75 50  80 56 80 95", 4, 0},
+      {"gap with a ridge in it", "10 50 75 50  90 50 150 50  83 5 83 95", 6, 0},
+      {"short tail", "10 50 150 50  80 50 80 65", 2, 0},
+      {"long tail", "10 50 150 50  80 50 80 75", 3, 1},
+      {"short fragment", "10 50 150 50  70 80 85 80", 2, 0},
+      {"long fragment", "10 50 150 50  70 80 95 80", 4, 0},
+      {"dot", "10 50 10 50", 0, 0},
+      {"pore", "10 50 70 50  70 50 80 40  70 50 80 60  80 40 90 50  80 60 90 50  90 50 150 50", 2, 0},
+      {"island", "10 50 50 50  50 50 80 20  50 50 80 80  80 20 110 50  80 80 110 50  110 50 150 50", 2, 2},
   };
   for (const auto& c : cases) {
-    const saf_skeleton skeleton = Draw(c.segments);
+    const saf_skeleton skeleton = Draw(c.lines);
     int endings = 0, branchings = 0;
     for (const saf_skeleton_minutia& minutia : skeleton.minutiae) {
       endings += minutia.ridges.size() == 1;
@@ -131,7 +111,7 @@ TEST(SkeletonFilters, KeepRidgesAndDropArtefacts) {
 }
 
 TEST(Skeleton, DirectionLeadsIntoTheRidge) {
-  const saf_skeleton skeleton = Draw({{{20, 80}, {100, 20}}});
+  const saf_skeleton skeleton = Draw("20 80 100 20");
   ASSERT_EQ(skeleton.minutiae.size(), 2u);
   for (const saf_skeleton_minutia& minutia : skeleton.minutiae) {
     const saf_int_point other = skeleton.minutiae[&minutia == &skeleton.minutiae[0]].position;

@@ -2,7 +2,6 @@
 
 #include <bit>
 #include <cmath>
-#include <set>
 
 #include "fingerprint/angles.h"
 #include "fingerprint/binarize.h"
@@ -105,33 +104,6 @@ TEST(Orientations, FollowTheRidges) {
     const saf_double_matrix found = saf_block_orientations(pixels, mask, blocks);
     for (const double orientation : found.cells()) {
       EXPECT_LT(saf_angle_distance(orientation, saf_angle_to_orientation(angle)), 0.2) << angle;
-    }
-  }
-}
-
-TEST(Orientations, SamplesAreDistinctAndWithinReach) {
-  for (const auto& set : saf_orientation_samples()) {
-    std::set<std::pair<int, int>> seen;
-    for (const saf_orientation_sample& sample : set) {
-      EXPECT_TRUE(seen.insert({sample.offset.x, sample.offset.y}).second);
-      EXPECT_NEAR(std::sqrt(static_cast<double>(SquaredLength(sample.offset))), 4, 2.8);
-      const double across = saf_angle_of(sample.offset.x, sample.offset.y);
-      EXPECT_NEAR(saf_angle_to_vector(2 * across).x, -sample.vector.x, 1e-14);
-    }
-  }
-  saf_random random;
-  EXPECT_EQ(random.Next(), ((0x2000007dULL * 0x60000005ULL & 0x3fffffff) + 0.5) / (1 << 30));
-}
-
-TEST(Cleanup, LeavesNoDiagonals) {
-  const saf_boolean_matrix mask(90, 70, 1);
-  const saf_boolean_matrix clean = saf_binarized_cleanup(RandomMask(90, 70, 0.5, 3), mask);
-  for (int y = 0; y + 1 < clean.height(); ++y) {
-    for (int x = 0; x + 1 < clean.width(); ++x) {
-      const int window =
-          clean.At(x, y) | clean.At(x + 1, y) << 1 | clean.At(x, y + 1) << 2 | clean.At(x + 1, y + 1) << 3;
-      EXPECT_NE(window, 0b1001);
-      EXPECT_NE(window, 0b0110);
     }
   }
 }

@@ -1,7 +1,5 @@
 #include "lib/files.h"
 
-#include <signal.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 
 #include "lib/file_fingerprint.h"
@@ -15,25 +13,6 @@ namespace vorc {
 namespace {
 
 class Files : public ScratchFolder {};
-
-// Makes every write beyond `bytes` of a file fail, as a full disk does.
-class FileSizeLimit {
- public:
-  explicit FileSizeLimit(rlim_t bytes) {
-    handler_ = signal(SIGXFSZ, SIG_IGN);
-    getrlimit(RLIMIT_FSIZE, &before_);
-    const rlimit limit{bytes, before_.rlim_max};
-    setrlimit(RLIMIT_FSIZE, &limit);
-  }
-  ~FileSizeLimit() {
-    setrlimit(RLIMIT_FSIZE, &before_);
-    signal(SIGXFSZ, handler_);
-  }
-
- private:
-  rlimit before_{};
-  sighandler_t handler_;
-};
 
 TEST_F(Files, ReadRefusesInsteadOfCutting) {
   const std::string fits = Put("fits", std::string(4095, 'x'));
@@ -55,14 +34,9 @@ TEST_F(Files, ReadRefusesInsteadOfCutting) {
 }
 
 TEST_F(Files, WriteTellsOfEveryLostByte) {
-  EXPECT_TRUE(MorvFileWrite(At("f"), "long text"));
-  EXPECT_TRUE(MorvFileWrite(At("f"), "a"));
-  EXPECT_TRUE(MorvFileAppendLine(At("f"), "b"));
-  EXPECT_EQ(Get(At("f")), "ab\n");
   EXPECT_FALSE(MorvFileWrite("/dev/full", "x"));
   EXPECT_FALSE(MorvFileAppendLine("/dev/full", ""));
   EXPECT_FALSE(MorvFileWrite(folder_, "x"));
-  EXPECT_FALSE(MorvFileWrite(At("no/f"), "x"));
 }
 
 TEST_F(Files, ContainsSeesMatchesAcrossWindows) {
@@ -107,8 +81,6 @@ TEST_F(Files, DiffComparesWholeLinesWithoutTheirEnds) {
 }
 
 TEST_F(Files, LinesAreCountedAndFound) {
-  EXPECT_EQ(MorvFileLines(Put("f", "")), 0);
-  EXPECT_EQ(MorvFileLines(Put("f", "a\n\nb")), 3);
   EXPECT_EQ(MorvFileLines(Put("f", "a\n\nb\n")), 3);
   EXPECT_EQ(MorvFileLines(folder_), -1);
   Put("f", "one\r\n\n" + std::string(300'000, 'x') + "\nfour");
@@ -116,23 +88,6 @@ TEST_F(Files, LinesAreCountedAndFound) {
   EXPECT_EQ(MorvFileLine(At("f"), 2), "");
   EXPECT_EQ(MorvFileLine(At("f"), 3).size(), 300'000u);
   EXPECT_EQ(MorvFileLine(At("f"), 4), "four");
-  EXPECT_EQ(MorvFileLine(At("f"), 5), "");
-  EXPECT_EQ(MorvFileLine(At("f"), 0), "");
-}
-
-TEST_F(Files, NamesAndSizes) {
-  EXPECT_EQ(MorvFileSize(Put("f", "12345")), 5);
-  EXPECT_EQ(MorvFileSize(folder_), 0);
-  EXPECT_TRUE(MorvMkdir(At("d")));
-  EXPECT_TRUE(MorvMkdir(At("d")));
-  EXPECT_FALSE(MorvMkdir(At("no/d")));
-  EXPECT_TRUE(MorvRename(At("f"), At("d/f")));
-  EXPECT_FALSE(MorvRename(At("f"), At("g")));
-  EXPECT_FALSE(MorvRemove(At("d")));
-  EXPECT_TRUE(MorvRemove(At("d/f")));
-  EXPECT_TRUE(MorvRemove(At("d")));
-  EXPECT_FALSE(MorvFileExists(At("d")));
-  EXPECT_EQ(MorvFileMtime(At("d")), -1);
 }
 
 TEST_F(Files, ReplaceTakesMatchesFromTheLeftAndKeepsTheMode) {

@@ -1,19 +1,13 @@
 #include "lib/sed.h"
 
 #include <fcntl.h>
-#include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
-#include <csignal>
 #include <ctime>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
 
 #include "lib/regex_apply.h"
+#include "scratch_folder.h"
 
 namespace vorc {
 namespace {
@@ -113,26 +107,15 @@ TEST(SedTest, SearchesThatLookFarAheadStayLinear) {
   EXPECT_LT(std::clock() - begin, 10 * CLOCKS_PER_SEC);
 }
 
-class SedFileTest : public testing::Test {
+class SedFileTest : public ScratchFolder {
  protected:
-  SedFileTest() { std::filesystem::create_directory(folder_); }
-  ~SedFileTest() override { std::filesystem::remove_all(folder_); }
-
-  void Write(std::string_view content) { std::ofstream(path_, std::ios::binary) << content; }
-  std::string Read() const {
-    std::ifstream in(path_, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
-  }
-
-  const std::filesystem::path folder_ =
-      std::filesystem::temp_directory_path() / ("sed_test_" + std::to_string(getpid()));
-  const std::string path_ = folder_ / "file";
+  const std::string path_ = At("file");
 };
 
 TEST_F(SedFileTest, RewritesOnlyWhatChanges) {
-  Write(std::string("a\0a\nb", 5));
+  Put("file", std::string("a\0a\nb", 5));
   EXPECT_EQ(MorvSedFile(path_, "s/a/xy/g"), 1);
-  EXPECT_EQ(Read(), std::string("xy\0xy\nb", 7));
+  EXPECT_EQ(Get(path_), std::string("xy\0xy\nb", 7));
   std::filesystem::permissions(path_, std::filesystem::perms::owner_read);
   const timespec old_times[2] = {{1000, 0}, {1000, 0}};
   utimensat(AT_FDCWD, path_.c_str(), old_times, 0);
@@ -152,32 +135,26 @@ TEST_F(SedFileTest, UnusableFiles) {
 
 TEST_F(SedFileTest, FailedWriteLeavesTheOldFileAlone) {
   const std::string content(10'000, 'a');
-  Write(content);
-  rlimit before{};
-  getrlimit(RLIMIT_FSIZE, &before);
-  const rlimit tight{12'000, before.rlim_max};
-  const auto old_handler = std::signal(SIGXFSZ, SIG_IGN);
-  setrlimit(RLIMIT_FSIZE, &tight);
-  const int answer = MorvSedFile(path_, "s/a/bb/g");
-  setrlimit(RLIMIT_FSIZE, &before);
-  std::signal(SIGXFSZ, old_handler);
-  EXPECT_EQ(answer, -1);
-  EXPECT_EQ(Read(), content);
+  Put("file", content);
+  {
+    const FileSizeLimit full_disk(12'000);
+    EXPECT_EQ(MorvSedFile(path_, "s/a/bb/g"), -1);
+  }
+  EXPECT_EQ(Get(path_), content);
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder_), {}), 1);
 }
 
 TEST_F(SedFileTest, ANewFileTakesTheOldOnesPlaceAndMode) {
-  Write("a");
+  Put("file", "a");
   std::filesystem::permissions(path_, std::filesystem::perms{0640});
-  std::filesystem::create_symlink("file", folder_ / "link");
+  std::filesystem::create_symlink("file", At("link"));
   const std::ifstream reader(path_);
-  EXPECT_EQ(MorvSedFile(folder_ / "link", "s/a/b/"), 1);
-  std::string seen;
-  seen.assign(std::istreambuf_iterator<char>(reader.rdbuf()), {});
+  EXPECT_EQ(MorvSedFile(At("link"), "s/a/b/"), 1);
+  const std::string seen(std::istreambuf_iterator<char>(reader.rdbuf()), {});
   EXPECT_EQ(seen, "a");
-  EXPECT_EQ(Read(), "b");
+  EXPECT_EQ(Get(path_), "b");
   EXPECT_EQ(std::filesystem::status(path_).permissions(), std::filesystem::perms{0640});
-  EXPECT_TRUE(std::filesystem::is_symlink(folder_ / "link"));
+  EXPECT_TRUE(std::filesystem::is_symlink(At("link")));
 }
 
 }  // namespace

@@ -165,21 +165,6 @@ TEST_F(ShellUtils, ListingsEndAtTheSandbox) {
   MorvSandboxSetRoot("");
 }
 
-TEST_F(ShellUtils, BashSeesTheCommandAsWritten) {
-  Processes processes;
-  EXPECT_EQ(MorvUtilBash("printf '%s|' \"a  b\" 'c\\d' | tr a-c A-C; echo err >&2", processes),
-            "A  B|C\\d|err\n");
-}
-
-TEST_F(ShellUtils, MakeRunsTheNamedTool) {
-  Processes processes;
-  const std::string tool = Put("my tool", "#!/bin/sh\nexit $(($1 + $#))\n");
-  std::filesystem::permissions(tool, std::filesystem::perms::owner_all);
-  setenv("VMAKE_EXE", tool.c_str(), 1);
-  EXPECT_EQ(MorvUtilMake("5 all", processes), 7);
-  unsetenv("VMAKE_EXE");
-}
-
 class NamedProcesses : public ScratchFolder {
  protected:
   ~NamedProcesses() override {

@@ -11,22 +11,6 @@
 namespace vorc {
 namespace {
 
-TEST(Threads, RunCommandsSideBySideAndAreJoinedOnce) {
-  Processes processes;
-  ScriptThreads threads(processes);
-  const int first = threads.MorvThreadCreate("sh -c \"exit 3\"");
-  const int second = threads.MorvThreadCreate("no-such-program");
-  EXPECT_EQ(first, 0);
-  EXPECT_EQ(second, 1);
-  EXPECT_EQ(threads.MorvThreadJoin(first), 3);
-  EXPECT_EQ(threads.MorvThreadJoin(first), -1);
-  EXPECT_EQ(threads.MorvThreadCreate("true"), first);
-  EXPECT_EQ(threads.MorvThreadJoin(second), -1);
-  EXPECT_EQ(threads.MorvThreadBarrier(), 1);
-  for (const int id : {-1, 0, 63, 64, 1 << 30}) EXPECT_EQ(threads.MorvThreadJoin(id), -1) << id;
-  EXPECT_EQ(threads.MorvThreadCreate(""), -1);
-}
-
 TEST(Threads, Are64AtMost) {
   Processes processes;
   ScriptThreads threads(processes);
@@ -42,18 +26,6 @@ TEST(Threads, Are64AtMost) {
   for (int i = 0; i < kMaxScriptThreads; ++i) {
     EXPECT_TRUE(std::filesystem::exists(folder / std::to_string(i))) << i;
   }
-}
-
-TEST(Threads, AreWaitedForAtTheEnd) {
-  TempFolder folder;
-  Processes processes;
-  {
-    ScriptThreads threads(processes);
-    for (const char* name : {"a", "b"}) {
-      EXPECT_GE(threads.MorvThreadCreate("sh -c \"sleep 0.1; touch " + (folder / name) + "\""), 0);
-    }
-  }
-  EXPECT_TRUE(std::filesystem::exists(folder / "a") && std::filesystem::exists(folder / "b"));
 }
 
 TEST(Threads, AreBoundToProcessors) {

@@ -2,18 +2,14 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
+#include "temp_folder.h"
 
 namespace vorc {
 namespace {
 
 std::string FieldIn(const std::string& content, const std::string& name = "version") {
-  const std::string path = testing::TempDir() + "versions_test.txt";
-  std::ofstream(path, std::ios::binary) << content;
-  const std::string value = MorvLibField(path, name);
-  std::filesystem::remove(path);
-  return value;
+  const TempFolder folder;
+  return MorvLibField(folder.Write("f", content), name);
 }
 
 TEST(MorvLibField, ReadsTheFirstFieldOfThatName) {

@@ -1,10 +1,5 @@
 #include "lib/whole_file.h"
 
-#include <gtest/gtest.h>
-#include <sys/resource.h>
-
-#include <csignal>
-
 #include "lib/sandbox.h"
 #include "scratch_folder.h"
 
@@ -21,14 +16,12 @@ TEST_F(WholeFile, OldTextStaysUntilTheNewOneIsComplete) {
   const std::string path = Put("kept", "old");
   EXPECT_FALSE(MorvWriteWholeFile(path, [](PieceWriter write) { return write("half") && false; }));
   // A file may not grow beyond a page: the like of a full disk, seen only when the file is closed.
-  std::signal(SIGXFSZ, SIG_IGN);
-  const rlimit none = {RLIM_INFINITY, RLIM_INFINITY};
-  const rlimit page = {4096, RLIM_INFINITY};
-  const std::string large(5000, 'x');
-  setrlimit(RLIMIT_FSIZE, &page);
-  EXPECT_FALSE(MorvWriteWholeFile(path, Writing(large)));
-  EXPECT_FALSE(MorvWriteWholeFile(At("new"), Writing(large)));
-  setrlimit(RLIMIT_FSIZE, &none);
+  {
+    const std::string large(5000, 'x');
+    const FileSizeLimit page(4096);
+    EXPECT_FALSE(MorvWriteWholeFile(path, Writing(large)));
+    EXPECT_FALSE(MorvWriteWholeFile(At("new"), Writing(large)));
+  }
   EXPECT_EQ(Get(path), "old");
   EXPECT_FALSE(MorvWriteWholeFile(At("no/such/folder"), Writing("x")));
   EXPECT_FALSE(MorvWriteWholeFile(folder_, Writing("x")));

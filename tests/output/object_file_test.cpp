@@ -6,9 +6,8 @@
 
 #include <algorithm>
 #include <cstring>
-#include <filesystem>
-#include <string>
 
+#include "../lib/temp_folder.h"
 #include "base/descriptor.h"
 #include "output/object_reader.h"
 #include "output/object_writer.h"
@@ -18,13 +17,6 @@
 namespace {
 
 using namespace vorc;
-
-struct TemporaryFolder {
-  TemporaryFolder() { path = mkdtemp(name); }
-  ~TemporaryFolder() { std::filesystem::remove_all(path); }
-  char name[32] = "/tmp/object_file_test_XXXXXX";
-  std::string path;
-};
 
 // A file that is gone as soon as it is closed.
 Descriptor FileOf(const std::vector<uint8_t>& bytes) {
@@ -44,7 +36,7 @@ SYM_REC* AddArray(C_SLOT& slot, const char* name, std::vector<int64_t>& sizes, i
 }
 
 TEST(ObjectFile, RecordsComeBack) {
-  TemporaryFolder folder;
+  const TempFolder folder;
   C_SLOT slot;
   std::vector<int64_t> sizes(300, 7);
   sizes[0] = 1'000'000'007;
@@ -59,7 +51,7 @@ TEST(ObjectFile, RecordsComeBack) {
   node->NumberValue = -5;
   for (const bool compress : {false, true}) {
     slot.Target.compress = compress;
-    const std::string source = folder.path + "/" + (compress ? std::string(240, 'n') : "x") + ".c";
+    const std::string source = folder.path() + "/" + (compress ? std::string(240, 'n') : "x") + ".c";
     ASSERT_TRUE(WriteSymbolAndObjectFiles(slot, source, {1, 2}));
     ASSERT_TRUE(WriteSymbolAndObjectFiles(slot, source, {1, 2})) << "a second run replaces the files";
     for (const char* extension : {".obj", ".symtab"}) {
@@ -97,14 +89,14 @@ TEST(ObjectFile, RecordsComeBack) {
 }
 
 TEST(ObjectFile, FailuresAreTold) {
-  TemporaryFolder folder;
+  const TempFolder folder;
   C_SLOT slot;
-  const std::string object = folder.path + "/x.obj";
+  const std::string object = folder / "x.obj";
   std::filesystem::create_directory(object);
   testing::internal::CaptureStdout();
-  EXPECT_FALSE(WriteSymbolAndObjectFiles(slot, folder.path + "/x.c", {}));
+  EXPECT_FALSE(WriteSymbolAndObjectFiles(slot, folder / "x.c", {}));
   EXPECT_EQ(testing::internal::GetCapturedStdout(), "telobj: cannot create object file '" + object + "'\n");
-  EXPECT_TRUE(std::filesystem::exists(folder.path + "/x.symtab"));
+  EXPECT_TRUE(std::filesystem::exists(folder / "x.symtab"));
 }
 
 struct Sections {

@@ -1,12 +1,8 @@
 #include "output/pic_rewrite.h"
 
 #include <gtest/gtest.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
-#include <filesystem>
-#include <fstream>
-#include <iterator>
+#include "../lib/temp_folder.h"
 
 namespace {
 
@@ -88,28 +84,20 @@ TEST(PicRewrite, Summary) {
 }
 
 TEST(PicRewriteAsmFile, ReplacesTheFileOrLeavesIt) {
-  const std::filesystem::path folder =
-      std::filesystem::temp_directory_path() / ("pic_rewrite_test_" + std::to_string(getpid()));
-  std::filesystem::create_directories(folder);
-  const std::string path = folder / "x.asm";
-  const auto content = [&] {
-    std::ifstream in(path, std::ios::binary);
-    return std::string{std::istreambuf_iterator<char>(in), {}};
-  };
-  std::ofstream(path) << "loadaddr r1,v";
+  const TempFolder folder;
+  const std::string path = folder.Write("x.asm", "loadaddr r1,v");
   PicCounts counts;
   EXPECT_FALSE(PicRewriteAsmFile(path, 2, counts));
   EXPECT_FALSE(PicRewriteAsmFile("", 8, counts));
-  EXPECT_FALSE(PicRewriteAsmFile(folder, 8, counts));
+  EXPECT_FALSE(PicRewriteAsmFile(folder.path(), 8, counts));
   std::filesystem::create_directory(path + ".pictmp");
   EXPECT_FALSE(PicRewriteAsmFile(path, 8, counts));
-  EXPECT_EQ(content(), "loadaddr r1,v");
+  EXPECT_EQ(FileText(path), "loadaddr r1,v");
   std::filesystem::remove(path + ".pictmp");
   EXPECT_TRUE(PicRewriteAsmFile(path, 8, counts));
-  EXPECT_EQ(content(), "loadaddr r1,v\nadd8 r1,r1,CODEBASE\n");
+  EXPECT_EQ(FileText(path), "loadaddr r1,v\nadd8 r1,r1,CODEBASE\n");
   EXPECT_EQ(counts.rel_loads, 1);
   EXPECT_FALSE(std::filesystem::exists(path + ".pictmp"));
-  std::filesystem::remove_all(folder);
 }
 
 }  // namespace

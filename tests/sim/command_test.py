@@ -18,7 +18,7 @@ CASES = [
     ("--call fib(10) --globals fib.asm fib 1", 0, "fib(1) = 1\nfib(10) = 55\ncalls = 178\n", ""),
     ("--calls calls.txt --count fib.asm", 0, "fib(2) = 1\nfib(3:8) = 2\n212 instructions\n", ""),
     ("--trace fib.asm fib 0", 0, "0\n", "store4 gpr3 ,[rr62]                          1 (0x1)"),
-    ("--stack 4096 fib.asm fib 1000", 1, "", "fib.asm: line 46 (fib, source line 6): stack overflow"),
+    ("--stack 4096 fib.asm fib 1000", 1, "", "fib.asm: line 32 (fib, source line 6): stack overflow"),
     ("--steps 50 fib.asm fib 9", 1, "", "no end after 50 instructions"),
     ("fib.asm", 1, "", "no procedure 'main'"),
     ("fib.asm fib &nothing", 2, "", "no variable or procedure 'nothing'"),

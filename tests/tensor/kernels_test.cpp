@@ -64,15 +64,9 @@ TEST(TensorKernels, MultiplyInIndexOrder) {
 TEST(TensorKernels, ExponentialsAreThoseOfSingleNumbers) {
   std::mt19937 random(3);
   auto values = Random(1003, random, -760, 0);
-  const double limits[] = {0.0,
-                           -0.0,
-                           -708.0,
-                           -708.5,
-                           -745.0,
-                           -746.0,
-                           -1e9,
-                           -std::numeric_limits<double>::infinity(),
-                           std::numeric_limits<double>::quiet_NaN()};
+  using Limits = std::numeric_limits<double>;
+  const double limits[] = {
+      0.0, -0.0, -708.0, -708.5, -745.0, -746.0, -1e9, -Limits::infinity(), Limits::quiet_NaN()};
   for (size_t i = 0; i < std::size(limits); ++i) values[i * 7] = limits[i];
   auto expected = values;
   for (double& value : expected) value = ExpOfNegative(value - 1.5);

@@ -50,7 +50,7 @@ TEST(TensorFile, StopsAtAWriterThatFails) {
 TEST(TensorFile, ReadsWhatAFormattedReaderReads) {
   const struct {
     const char* text;
-    const char* values;  // null where nothing is read
+    const char* values;
   } cases[] = {
       {"MORVTENSOR 1 2\n1\n2\n", "1 2"},
       {"  MORVTENSOR\t+1\n\n2 1 2", "1 2"},
@@ -59,26 +59,10 @@ TEST(TensorFile, ReadsWhatAFormattedReaderReads) {
       {"MORVTENSOR 1 3 inf -Infinity nan", "inf -inf nan"},
       {"MORVTENSOR 1 2 1e999 1e-999", "inf 0"},
       {"MORVTENSOR 1 2 1-2", "1 -2"},
-      {"MORVTENSOR 1 2 1", nullptr},
-      {"MORVTENSOR 1 2 1 x", nullptr},
-      {"MORVTENSOR 1 2 1 +", nullptr},
-      {"MORVTENSOR 1 2 + 1 2", nullptr},
-      {"MORVTENSOR 1 2", nullptr},
-      {"MORVTENSOR 1", nullptr},
-      {"MORVTENSOR", nullptr},
-      {"", nullptr},
-      {"MORVTENSORS 1 1 1", nullptr},
-      {"morvtensor 1 1 1", nullptr},
-      {"MORVTENSOR 0 1 1", nullptr},
-      {"MORVTENSOR 1 -1 1", nullptr},
-      {"MORVTENSOR 99999999999 1 1", nullptr},
-      {"MORVTENSOR 2000000000 2000000000 1", nullptr},
-      {"MORVTENSOR 2000000000 1 1", nullptr},
   };
   for (const auto& c : cases) {
     const TensorPtr t = MorvTensorLoad(c.text);
-    ASSERT_EQ(t == nullptr, c.values == nullptr) << c.text;
-    if (!t) continue;
+    ASSERT_TRUE(t) << c.text;
     std::string values;
     for (const double value : t->values()) {
       char one[32];
@@ -86,6 +70,13 @@ TEST(TensorFile, ReadsWhatAFormattedReaderReads) {
       values += one;
     }
     EXPECT_EQ(values, c.values) << c.text;
+  }
+  for (const char* text :
+       {"MORVTENSOR 1 2 1", "MORVTENSOR 1 2 1 x", "MORVTENSOR 1 2 1 +", "MORVTENSOR 1 2 + 1 2",
+        "MORVTENSOR 1 2", "MORVTENSOR 1", "MORVTENSOR", "", "MORVTENSORS 1 1 1", "morvtensor 1 1 1",
+        "MORVTENSOR 0 1 1", "MORVTENSOR 1 -1 1", "MORVTENSOR 99999999999 1 1",
+        "MORVTENSOR 2000000000 2000000000 1", "MORVTENSOR 2000000000 1 1"}) {
+    EXPECT_EQ(MorvTensorLoad(text), nullptr) << text;
   }
   EXPECT_EQ(MorvTensorRec::BytesInUse(), 0u);
 }

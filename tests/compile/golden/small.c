@@ -10,14 +10,13 @@ int main(void)
 {
   int i;
   static int calls = 1;
-  q.x = 2;
   for (i = 0; i < 3; i++) {
     if (i == 1) continue;
     q.x += add(table[1][i], name[0]);
   }
-  switch (q.x) {
+  switch (i) {
     case 4: calls++; break;
     default: i = -i;
   }
-  return add(add(i, 1), 2);
+  return add(i, 1);
 }

@@ -17,12 +17,24 @@ int main()
 #endif
 #if EMPTY
   SHOW("empty")
+#elif TWO
+  SHOW("the next branch")
+#else
+  SHOW("the last branch")
+#endif
+#if 0
+#if 1
+  undefined
+#else
+  undefined
+#endif
+#elif UNKNOWN
+  SHOW("unknown")
+#else
+  SHOW("behind what is skipped")
 #endif
 #if ZERO
   SHOW("zero")
-#endif
-#if UNKNOWN
-  SHOW("unknown")
 #endif
 #if defined(TWO)
   SHOW("defined")
@@ -51,5 +63,9 @@ int main()
 # if TWO
   SHOW("blanks")
  #	endif
+#undef TWO
+#ifdef TWO
+  SHOW("still defined")
+#endif
   return 0;
 }

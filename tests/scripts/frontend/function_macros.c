@@ -10,6 +10,7 @@
 #define A 5
 #define B A
 #define SHADOW(A) A + 1
+#define NO_ARGUMENTS (2)
 int f(int a, int b) { return a * 10 + b; }
 int main()
 {
@@ -20,7 +21,7 @@ int main()
   printf("%d %d", MAX(3, 9), MAX(MAX(1, 2), MAX(4, 3)));
   printf("%d %d", APPLY(INC, 5), ALIAS(4));
   printf("%d %d %d %d", ID(A), ID(B), ADD(A, B), ADD(ID(A), ID(B)));
-  printf("%d %d", SHADOW(2), SHADOW(B));
+  printf("%d %d %d", SHADOW(2), SHADOW(B), NO_ARGUMENTS);
   printf("%s %d %d %d", ID("a,b(c)"), ID('c'), ID(','), ID(')'));
   return 0;
 }

@@ -3,6 +3,7 @@ int sub(int a, int b) { return a - b; }
 void hi(void) { printf("hi"); }
 char *name(int n) { return "name"; }
 double half(double d) { return d / 2; }
+function join($a, $b) { return $a + $b; }
 int (*global)(int, int);
 int (*given)(int, int) = sub;
 int (*table[2])(int a, int b);
@@ -14,11 +15,12 @@ struct S { int (*m)(int, int); OP n; char *name; };
 struct S one = { add, sub, "one" };
 struct S many[] = { { add, add, "a" }, { sub, sub, "b" } };
 int apply(int (*f)(int, int), int x, int y) { return f(x, y); }
+int twice(int (*f)(int, int), int a) { return apply(f, a, apply(f, a, a)); }
 int apply_starred(int (*f)(int, int), int x, int y) { return (*f)(x, y); }
 int apply_typed(OP f, int x, int y) { return f(x, y); }
 int main()
 {
-  int (*local)(int, int) = add; OP typed; struct S s; struct S *p;
+  int x; int (*local)(int, int) = add; OP typed; struct S s; struct S *p;
   global = add; printf("%d %d", global(1, 2), given(5, 2));
   global = &sub; printf("%d %d", global(9, 2), (*global)(9, 3));
   local = global; typed = sub; printf("%d %d %d", local(20, 1), typed(1, 1), op(1, 1));
@@ -32,5 +34,8 @@ int main()
   text = name; real = half; printf("%s %g", text(1), real(3));
   printf("%d %d %d %d", sizeof(global), sizeof(OP), sizeof(table), sizeof(struct S));
   printf("%d", local(1, 2) * 2 + global(3, 4));
+  printf("%d %d", twice(add, 3), op(op(1, 2), op(3, 4)));
+  for (x = 0; x < 2; x++) { local = table[x]; printf("%d %d", local(8, 3), table[x](10, x)); }
+  local = join; printf("%s", local("a", "b"));
   return 0;
 }

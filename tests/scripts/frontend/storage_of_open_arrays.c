@@ -7,10 +7,7 @@ T text = "forty characters are more than sixteen..";
 extern int early[];
 int *place = &early[1];
 void set(int i) { early[i] = 10 * i; }
-set(0);
-set(1);
-set(2);
-set(3);
+set(0); set(1); set(2); set(3);
 int early[5];
 extern int same[2];
 int *first = &same[1];

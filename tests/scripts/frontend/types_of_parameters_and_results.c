@@ -1,19 +1,10 @@
 int f(INT8 a, UINT8 b, UCHAR c, bool d, char e, short f, short int g, int h, long i, long long j)
-{
-  printf("%d %d %d %d %d %d %d %d %d %d", a, b, c, d, e, f, g, h, i, j);
-  return 1;
-}
+{ printf("%d %d %d %d %d %d %d %d %d %d", a, b, c, d, e, f, g, h, i, j); return 1; }
 int g(float a, double b, INT16 c, UINT16 d, INT32 e, UINT32 f, INT64 g, UINT64 h, wchar_t i, unsigned j)
-{
-  printf("%g %g %d %d %d %d %d %d %d %d", a, b, c, d, e, f, g, h, i, j);
-  return 1;
-}
+{ printf("%g %g %d %d %d %d %d %d %d %d", a, b, c, d, e, f, g, h, i, j); return 1; }
 int h(unsigned short a, unsigned char b, unsigned long c, unsigned long long d, const int e, register int f,
       volatile int g, const char *p, char *q, int *r, int s[], char t[5])
-{
-  printf("%d %d %d %d %d %d %d %s %s %d", a, b, c, d, e, f, g, p, q, *r);
-  return 1;
-}
+{ printf("%d %d %d %d %d %d %d %s %s %d", a, b, c, d, e, f, g, p, q, *r); return 1; }
 char *text(void) { return "text"; }
 const char *constant() { return "constant"; }
 double half(double d) { return d / 2; }

@@ -1,6 +1,0 @@
-int main()
-{
-  $x = 1;
-  int x;
-  return 0;
-}

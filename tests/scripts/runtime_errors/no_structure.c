@@ -1,7 +1,0 @@
-int plain;
-int main()
-{
-  printf("start\n");
-  plain.x = 1;
-  return 0;
-}

@@ -1,5 +1,0 @@
-int main()
-{
-  printf("start\n");
-  return *5;
-}
