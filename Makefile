@@ -44,7 +44,7 @@ clang: ## a second compiler's opinion: warnings are errors there too
 mutants: ## which changes of FILE=src/... no script case sees; COUNT and TOPICS bound the work
 	@scripts/install_dependencies.sh build test
 	@$(call configure,build-mutants,$(release))
-	@tests/mutants.py build-mutants $(FILE) --count $(or $(COUNT),20) $(TOPICS)
+	@scripts/mutants.py build-mutants $(FILE) --count $(or $(COUNT),20) $(TOPICS)
 
 bench: ## measurements beside the same programs in other languages
 	@scripts/install_dependencies.sh build test bench
