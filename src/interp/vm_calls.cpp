@@ -186,15 +186,7 @@ bool VmCompiler::Argument(SYM_REC* parameter, const Item& item, int32_t place) {
     Emit(VmOp::kArgConst, place, 0, static_cast<int32_t>(item.number));
     return true;
   }
-  int32_t from = kNoPlace;
-  if (item.is_real) {
-    const int32_t real = RealPlace(item);
-    if (real == kNoPlace) return false;
-    from = NewTemp();
-    Emit(VmOp::kRealToInt, from, real);
-  } else {
-    from = IntPlace(item);
-  }
+  const int32_t from = WholePlace(item);
   if (from == kNoPlace) return false;
   if (target.form == Form::kInt && code_.insns.size() > barrier_ && item.where == Item::Where::kValue) {
     Insn& last = code_.insns.back();

@@ -148,6 +148,7 @@ class VmCompiler {
   bool Numeric(const Item& item) const;
   int32_t IntPlace(const Item& item);
   int32_t RealPlace(const Item& item);
+  int32_t WholePlace(const Item& item);
   int32_t WordPlace(const Item& item);
   Insn* MakerOf(int32_t place);
   bool EmitAccess(const AccessOps& ops, bool stores, const Item& item, int32_t value);

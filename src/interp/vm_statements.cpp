@@ -349,15 +349,7 @@ bool VmCompiler::ReturnItem(const Item& item, bool leaves) {
     Emit(VmOp::kReturnImm, 0, 0, static_cast<int32_t>(item.number));
     return true;
   }
-  int32_t from = kNoPlace;
-  if (item.is_real) {
-    const int32_t real = RealPlace(item);
-    if (real == kNoPlace) return false;
-    from = NewTemp();
-    Emit(VmOp::kRealToInt, from, real);
-  } else {
-    from = IntPlace(item);
-  }
+  const int32_t from = WholePlace(item);
   if (from != kNoPlace) Emit(leaves ? VmOp::kReturnInt : VmOp::kResultInt, from);
   return from != kNoPlace;
 }

@@ -126,6 +126,16 @@ bool VmCompiler::LoadTo(const Item& item, int32_t place) {
   return item.form != Form::kNone && EmitAccess(OpsOf(item.form).load, false, item, place);
 }
 
+// The value as an integer; a real number loses its fraction.
+int32_t VmCompiler::WholePlace(const Item& item) {
+  if (!item.is_real) return IntPlace(item);
+  const int32_t real = RealPlace(item);
+  if (real == kNoPlace) return kNoPlace;
+  const int32_t place = NewTemp();
+  Emit(VmOp::kRealToInt, place, real);
+  return place;
+}
+
 // All 64 bits of a pointer or a typeless variable.
 int32_t VmCompiler::WordPlace(const Item& item) {
   if (!item.IsVariable() || item.form != Form::kWord || !Guard(item)) return kNoPlace;
@@ -181,13 +191,8 @@ bool VmCompiler::Store(const Item& target, const Item& value) {
   } else if (real_target) {
     if (value.IsVariable() && !value.is_real && (value.typeless || value.kind == 3)) return false;
     from = RealPlace(value);
-  } else if (value.is_real) {
-    const int32_t real = RealPlace(value);
-    if (real == kNoPlace) return false;
-    from = NewTemp();
-    Emit(VmOp::kRealToInt, from, real);
   } else {
-    from = IntPlace(value);
+    from = WholePlace(value);
   }
   if (from == kNoPlace) return false;
   const bool whole = target.form == Form::kInt || target.form == Form::kReal;
