@@ -13,6 +13,11 @@ constexpr size_t kMostSites = 512;
 // The image holds every byte of the data.
 constexpr int64_t kMostData = int64_t{1} << 27;
 
+// Only the lower half of a longer pointer counts, so it takes a register's width.
+bool IsPointer(const SYM_REC* symbol) {
+  return symbol->Shape.DimensionCount == 0 && (symbol->TotalDepth > 0 || symbol->IsFunctionPointer);
+}
+
 // Elements of a variable, 0 where a dimension isn't known.
 int64_t ElementCount(const SYM_REC* symbol) {
   int64_t count = 1;
@@ -45,7 +50,7 @@ int32_t RvUnitCode::rv32_global_for(const C_SLOT& slot, const SYM_REC* symbol, s
   const auto [entry, is_new] = global_numbers_.try_emplace(symbol, kNone);
   if (!is_new || unit.globals.size() == kMostGlobals) return entry->second;
   const int64_t count = ElementCount(symbol);
-  const int64_t needed = count == 0 ? 0 : GetDeclaredDataSize(slot, symbol);
+  const int64_t needed = count == 0 || IsPointer(symbol) ? 0 : GetDeclaredDataSize(slot, symbol);
   const int64_t words = std::max(count, (needed + word_bytes_ - 1) / word_bytes_);
   if (count == 0 || unit.data_size + words * word_bytes_ > kMostData) return kNone;
   entry->second = static_cast<int32_t>(unit.globals.size());
