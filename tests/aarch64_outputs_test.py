@@ -69,6 +69,11 @@ def told_lines(folder):
     assert run.call("add", 40, 2) == 42
     quiet = Run(folder, None, "-morvquiet")
     assert quiet.lines[0].startswith("--- add") and quiet.call("add", 1, 2) == 3
+    # Results have slots of their own as long as there is room.
+    sums = "a = a * b + a; " * 300
+    run = Run(folder, f"int few(int a, int b) {{ int c; c = a * b + a; c = c - b; return c; }}\nint many(int a, int b) {{ {sums} return a; }}\n")
+    assert [line for line in run.lines if line.startswith("---")] == ["--- few: 6 slots, frame 64 bytes", "--- many: 4 slots, frame 48 bytes"], run.lines
+    assert run.call("few", 5, 3) == 17
 
 
 def left_out(folder):

@@ -196,6 +196,8 @@ def check_arguments(vorc, folder):
     run = Run(vorc, folder, source, "-core=rv32")
     run.line("  PUSH_TMPVAR                      x1")
     assert run.functions() == ["add"]
+    run = Run(vorc, folder, ADD + "int f(int a) { return add(a, 5); }\n", "-core=rv32")
+    assert re.search(r" li     t0,5\n.* sw     t0,4\(sp\)\n.* lw     a0,0\(sp\)\n.* lw     a1,4\(sp\)\n.* jal    ra,0x0\n", run.file().read_text())
 
 
 def check_outputs_in_the_way(vorc, folder):

@@ -161,6 +161,10 @@ bool RvFunctionCode::rv32_flush_residents() {
   return stored;
 }
 
+void RvFunctionCode::ForgetResident(const RvVariable& variable) {
+  if (Resident* resident = Find(variable)) resident->loaded = resident->dirty = false;
+}
+
 void RvFunctionCode::ForgetResidents() {
   for (Resident& resident : residents_) resident.loaded = false;
 }
