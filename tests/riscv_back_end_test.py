@@ -188,6 +188,9 @@ def check_full_tables(vorc, folder):
     for name in ("g128", "g129", "open"):
         run.line(f"vorc rv32: global '{name}' has no usable size - not allocated")
     assert run.functions() == ["f"]
+    long = "n" * 200
+    run = Run(vorc, folder, f"int g{long};\nint {long}(int a) {{ return a; }}\nint f(int a) {{ return {long}(a) + g{long}; }}\n", "-core=rv32")
+    assert run.functions() == [long[:127], "f"] and f"\n# global g{long[:126]} " in run.file(".map").read_text()
 
 
 def check_arguments(vorc, folder):

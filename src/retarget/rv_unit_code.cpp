@@ -10,6 +10,7 @@ namespace {
 constexpr size_t kMostFunctions = 256;
 constexpr size_t kMostGlobals = 128;
 constexpr size_t kMostSites = 512;
+constexpr size_t kLongestName = 127;
 // The image holds every byte of the data.
 constexpr int64_t kMostData = int64_t{1} << 27;
 
@@ -36,7 +37,7 @@ int32_t RvUnitCode::FunctionNumber(std::string_view name) {
   if (!is_new || unit.functions.size() == kMostFunctions) return entry->second;
   entry->second = static_cast<int32_t>(unit.functions.size());
   RvFunction& function = unit.functions.emplace_back();
-  function.name = name;
+  function.name = name.substr(0, kLongestName);
   function.label = vrv_new_label(enc);
   return entry->second;
 }
@@ -55,7 +56,7 @@ int32_t RvUnitCode::rv32_global_for(const C_SLOT& slot, const SYM_REC* symbol, s
   if (count == 0 || unit.data_size + words * word_bytes_ > kMostData) return kNone;
   entry->second = static_cast<int32_t>(unit.globals.size());
   const auto size = static_cast<uint32_t>(words * word_bytes_);
-  unit.globals.push_back({std::string(name), unit.data_size, size});
+  unit.globals.push_back({std::string(name.substr(0, kLongestName)), unit.data_size, size});
   unit.data_size += size;
   return entry->second;
 }
