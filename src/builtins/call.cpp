@@ -1,7 +1,6 @@
 #include "builtins/call.h"
 
 #include <cstdlib>
-#include <cstring>
 
 namespace vorc {
 
@@ -41,14 +40,17 @@ void BuiltinCall::ReturnDouble(double value) {
   result_.kind = BuiltinValue::Kind::kDouble;
   result_.wide = true;
   result_.real = value;
-  std::memcpy(&result_.integer, &value, sizeof value);
 }
 
 void BuiltinCall::ReturnText(std::string_view text, size_t limit) {
   result_ = {};
   result_.kind = BuiltinValue::Kind::kText;
   if (limit != kNoLimit && limit > 0) text = text.substr(0, limit - 1);
-  if (text.size() <= kLongestResult) result_.text = runtime_.texts().CopyText(text);
+  if (loan_ != nullptr && text.size() < kTextLimit) {
+    result_.text = loan_->assign(text).c_str();
+    return;
+  }
+  result_.text = text.size() <= kLongestResult ? runtime_.texts().CopyText(text) : nullptr;
   if (result_.text == nullptr) out_of_memory_ = true;
 }
 

@@ -3,12 +3,12 @@
 #include <cstddef>
 #include <cstdint>
 #include <deque>
-#include <iterator>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "base/arena.h"
 #include "lib/ordered_table.h"
 
 namespace vorc {
@@ -19,8 +19,9 @@ class TextList {
   static constexpr const char* kKind = "list";
 
   TextList() = default;
-  explicit TextList(std::vector<std::string> items)
-      : items_(std::make_move_iterator(items.begin()), std::make_move_iterator(items.end())) {}
+  explicit TextList(const std::vector<std::string>& items) {
+    for (const std::string& item : items) Add(item);
+  }
 
   /// Appends, and answers the new count.
   size_t Add(std::string_view text);
@@ -34,8 +35,11 @@ class TextList {
   std::string Join(std::string_view separator, size_t limit = std::string::npos) const;
 
  private:
-  /// Growing moves nothing.
-  std::deque<std::string> items_;
+  static constexpr size_t kFewTexts = 240;
+
+  Arena texts_{kFewTexts};
+  /// NUL-terminated texts. Growing moves nothing.
+  std::deque<std::string_view> items_;
 };
 
 /// All parts of `text` between separators, empty ones included. An empty separator gives the
