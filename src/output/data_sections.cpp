@@ -85,6 +85,10 @@ void DescribeStruct(CodegenContext& context, const SYM_REC* symbol) {
        " static=", (symbol->StorageType & STATIC_VAR) != 0 ? 1 : 0, ")\n");
 }
 
+std::string_view StructDirective(const CodegenContext& context, const ValueType& type) {
+  return type.IsPointer() ? TranslateCtype2Asmtype(context.slot, type) : "BYTE1";
+}
+
 void EmitUnset(CodegenContext& context, const SYM_REC* symbol) {
   TextWriter& out = context.assembly;
   const std::string_view name = AsmNameOf(context, symbol);
@@ -102,15 +106,15 @@ void EmitUnset(CodegenContext& context, const SYM_REC* symbol) {
     return out.Write('[', SumOfDimensions(symbol), "];\n");
   }
   DescribeStruct(context, symbol);
-  const bool pointer = type.IsPointer();
-  const std::string_view directive = pointer ? TranslateCtype2Asmtype(context.slot, type) : "BYTE1";
-  const int64_t size = pointer ? 1 : GetObjectStructSize(symbol->Struct);
+  const std::string_view directive = StructDirective(context, type);
+  const int64_t size = GetObjectStructSize(symbol->Struct);
   if (array) {
     out.Write(directive, ' ', name, " \n");
     if (IsOpen(symbol)) return out.Write("[] \n");
-    return out.Write('[', SumOfDimensions(symbol) * size, "] \n");
+    // Of pointers as well; those to a type that is only announced take their own room.
+    return out.Write('[', SumOfDimensions(symbol) * (type.IsPointer() && size == 0 ? 1 : size), "] \n");
   }
-  if (pointer) return out.Write(directive, ' ', name, " ;\n");
+  if (type.IsPointer()) return out.Write(directive, ' ', name, " ;\n");
   out.Write(directive, ' ', name, '[', size, "] ;\n");
 }
 
@@ -120,10 +124,12 @@ void EmitInitialized(CodegenContext& context, const SYM_REC* symbol) {
   const ValueType type = ElementType(symbol);
   const bool array = symbol->Shape.DimensionCount > 0;
   const int64_t count = ElementCount(context, symbol);
-  if (IsStructData(symbol) && !type.IsPointer()) {
-    QuoteStruct(context, symbol);
+  if (IsStructData(symbol)) {
     DescribeStruct(context, symbol);
-    out.Write("BYTE1 ", name, '[', count * GetObjectStructSize(symbol->Struct), "] = ");
+    out.Write(StructDirective(context, type), ' ', name, ' ');
+    if (array) out.Write('[', type.IsPointer() ? count : count * GetObjectStructSize(symbol->Struct), "] ");
+    if (array && type.IsPointer()) out.Write('\n');
+    out.Write("= ");
   } else {
     QuoteLine(context, symbol->Line);
     Line(out, symbol->Line, ' ', StorageWord(symbol), ' ', TranslateCtype2Asmtype(context.slot, type), ' ',

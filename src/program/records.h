@@ -76,6 +76,7 @@ struct ArrayShape {
   int64_t* Dimensions = nullptr;
   int16_t DimensionCount = 0;
   bool UnsizedFirstDimension = false;
+  bool CountedFirstDimension = false;  ///< written as [], and settled by the initial values
 };
 
 /// Values of a `{ }` list, or the one value of a scalar.
