@@ -80,7 +80,7 @@ void QuoteStruct(CodegenContext& context, const SYM_REC* symbol) {
 
 void DescribeStruct(CodegenContext& context, const SYM_REC* symbol) {
   Line(context.assembly, symbol->Line, " //", QuotedLine(context.slot, symbol->Line),
-       " (name=", AsmNameOf(context, symbol), " size=", GetObjectStructSize(symbol->Struct),
+       " (name=", symbol->name->Text, " size=", GetObjectStructSize(symbol->Struct),
        " star_count=", symbol->TotalDepth, " array_dimension_count=", symbol->Shape.DimensionCount,
        " static=", (symbol->StorageType & STATIC_VAR) != 0 ? 1 : 0, ")\n");
 }
@@ -91,7 +91,7 @@ std::string_view StructDirective(const CodegenContext& context, const ValueType&
 
 void EmitUnset(CodegenContext& context, const SYM_REC* symbol) {
   TextWriter& out = context.assembly;
-  const std::string_view name = AsmNameOf(context, symbol);
+  const std::string_view name = symbol->name->Text;
   const bool is_struct = IsStructData(symbol);
   const bool array = symbol->Shape.DimensionCount > 0;
   if (is_struct) QuoteStruct(context, symbol);
@@ -120,7 +120,7 @@ void EmitUnset(CodegenContext& context, const SYM_REC* symbol) {
 
 void EmitInitialized(CodegenContext& context, const SYM_REC* symbol) {
   TextWriter& out = context.assembly;
-  const std::string_view name = AsmNameOf(context, symbol);
+  const std::string_view name = symbol->name->Text;
   const ValueType type = ElementType(symbol);
   const bool array = symbol->Shape.DimensionCount > 0;
   const int64_t count = ElementCount(context, symbol);
@@ -185,9 +185,9 @@ void WriteStringsForAnalysers(CodegenContext& context) {
 }  // namespace
 
 void RenameProcStatics(CodegenContext& context) {
-  for (const SYM_REC* symbol : context.slot.ProcStatics) {
-    context.asm_names[symbol] =
-        Format("%s_%lld_static", symbol->name->c_str(), static_cast<long long>(symbol->Index));
+  for (SYM_REC* symbol : context.slot.ProcStatics) {
+    symbol->name = context.slot.Names.Intern(
+        Format("%s_%lld_static", symbol->name->c_str(), static_cast<long long>(symbol->Index)));
   }
 }
 

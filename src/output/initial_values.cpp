@@ -87,7 +87,7 @@ InitialCell CellCollector::CellOf(const InitializerLeaf& leaf, const ValueType& 
   }
   if (value.kind == ConstantValue::Kind::kFunction) cell.name = AsmNameOf(context_, value.function);
   if (value.symbol != nullptr) {
-    cell.name = AsmNameOf(context_, value.symbol);
+    cell.name = value.symbol->name->Text;
     cell.distance = value.integer;
   }
   return cell;

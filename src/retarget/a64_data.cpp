@@ -38,7 +38,7 @@ void A64Data::Collect(CodegenContext& context) {
     const int64_t size = SizeOf(context, symbol);
     if (size <= 0 || size > kMostData - int64_t{size_}) return;
     Variable variable;
-    variable.name = AsmNameOf(context, symbol);
+    variable.name = symbol->name->Text;
     variable.offset = size_;
     variable.size = static_cast<uint32_t>(size);
     if (symbol->Initializer.First != nullptr)
