@@ -81,6 +81,21 @@ int VmCompiler::CountEffects(const Code* code, bool root, bool* calls) {
   return count;
 }
 
+// True if a function of the script may run, and not just built-ins.
+bool VmCompiler::CallsFunction(const Code* code) {
+  for (int i = 0; code != nullptr && i < code->count; ++i) {
+    const Op& op = code->ops[i];
+    const bool builtin = op.code == OpCode::kNameCall && op.symbol == nullptr && op.builtin != nullptr;
+    if (op.code == OpCode::kNew || (IsCall(op.code) && !builtin) || op.indices != nullptr) return true;
+    if (CallsFunction(op.sub) || CallsFunction(op.other)) return true;
+    const int listed = op.argument_count > op.index_count ? op.argument_count : op.index_count;
+    for (int k = 0; op.list != nullptr && k < listed; ++k) {
+      if (CallsFunction(op.list[k])) return true;
+    }
+  }
+  return false;
+}
+
 bool VmCompiler::Root(Code* code, Use use) {
   StartRoot(code);
   dropped_ = use == Use::kDropped;
