@@ -142,6 +142,7 @@ bool Parser::VerifyInitializers(SYM_REC* symbol, const ExprContext& context) {
   if (open == 1) {
     shape.Dimensions[0] = rows;
     shape.UnsizedFirstDimension = rows == 0;
+    shape.CountedFirstDimension = rows > 0;
   }
   return walk.good() && constant;
 }
