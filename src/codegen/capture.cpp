@@ -52,6 +52,13 @@ bool IsTemp(const TacOperand& operand) {
   return operand.kind == TacOperand::Kind::kTemp;
 }
 
+void CaptureNumberCompare(Walk& walk, const TacOperand& a, int64_t number, std::string_view text) {
+  const AsmOp op = IsTemp(a) ? ASMOP_CMP_TMPVAR_WITH_NUMBER : ASMOP_CMP_SYMVAR_WITH_NUMBER;
+  Instruction& instruction = CaptureAssembly(walk, op, text);
+  instruction.operand1 = a;
+  instruction.operand2 = NumberOperand(walk.procedure, number);
+}
+
 }  // namespace
 
 TacOperand TempOperand(int32_t temp) {
@@ -65,6 +72,13 @@ TacOperand SymbolOperand(const SYM_REC* symbol) {
   TacOperand operand;
   operand.kind = TacOperand::Kind::kSymbol;
   operand.symbol = symbol;
+  return operand;
+}
+
+TacOperand TextOperand(std::string_view text) {
+  TacOperand operand;
+  operand.kind = TacOperand::Kind::kString;
+  operand.text = text;
   return operand;
 }
 
@@ -118,16 +132,18 @@ std::string_view LabelString(Procedure& procedure, int32_t number) {
 
 void CaptureLabel(Walk& walk, int32_t number, std::string_view comment) {
   const std::string_view label = LabelString(walk.procedure, number);
-  CaptureAssembly(walk, ASMOP_LABEL, Compose(walk.procedure, label, ": "), comment).label = label;
+  CaptureAssembly(walk, ASMOP_LABEL, Compose(walk.procedure, label, ": \n"), comment).label = label;
 }
 
 void CaptureCompareWithNumber(Walk& walk, const TacOperand& a, int64_t number, std::string_view comment) {
   Procedure& procedure = walk.procedure;
-  const AsmOp op = IsTemp(a) ? ASMOP_CMP_TMPVAR_WITH_NUMBER : ASMOP_CMP_SYMVAR_WITH_NUMBER;
-  const std::string_view text = Compose(procedure, "CMP8 ", NameIn(procedure, a), " , ", number);
-  Instruction& instruction = CaptureAssembly(walk, op, text, comment);
-  instruction.operand1 = a;
-  instruction.operand2 = NumberOperand(procedure, number);
+  CaptureNumberCompare(walk, a, number,
+                       Compose(procedure, "CMP8 ", NameIn(procedure, a), " , ", number, " , ", comment));
+}
+
+void CaptureCompareWithCase(Walk& walk, const TacOperand& a, int64_t value) {
+  Procedure& procedure = walk.procedure;
+  CaptureNumberCompare(walk, a, value, Compose(procedure, "CMP8 ", NameIn(procedure, a), ",", value));
 }
 
 void CaptureCompare(Walk& walk, const TacOperand& a, const TacOperand& b, std::string_view comment) {
@@ -140,10 +156,11 @@ void CaptureCompare(Walk& walk, const TacOperand& a, const TacOperand& b, std::s
   instruction.operand2 = b;
 }
 
-void CaptureLoadImmediate(Walk& walk, int32_t temp, std::string_view number, std::string_view comment) {
-  Instruction& instruction = CaptureAssembly(
-      walk, ASMOP_LOADIMMED_TMPVAR_NUMBER,
-      Compose(walk.procedure, walk.mnemonics.loadimm, " ", TempName{temp}, ",", number), comment);
+void CaptureLoadImmediate(Walk& walk, int32_t temp, std::string_view number, std::string_view mnemonic) {
+  Instruction& instruction =
+      CaptureAssembly(walk, ASMOP_LOADIMMED_TMPVAR_NUMBER,
+                      Compose(walk.procedure, mnemonic.empty() ? walk.mnemonics.loadimm : mnemonic, " ",
+                              TempName{temp}, ",", number));
   instruction.result = TempOperand(temp);
   instruction.operand2.kind = TacOperand::Kind::kNumber;
   instruction.operand2.text = walk.procedure.Keep(number);
@@ -168,7 +185,7 @@ void CaptureAddressOfGlobal(Walk& walk, int32_t temp, const SYM_REC* symbol) {
 void CaptureAddressOfLabel(Walk& walk, int32_t temp, std::string_view label, std::string_view comment) {
   Instruction& instruction =
       CaptureAssembly(walk, ASMOP_OPCODE_LOADADDR_TMPVAR_SYMVAR,
-                      Compose(walk.procedure, "LOADADDR ", TempName{temp}, ", ", label), comment);
+                      Compose(walk.procedure, "LOADADDR ", TempName{temp}, ", ", label, "\n"), comment);
   instruction.result = TempOperand(temp);
   instruction.operand1.kind = TacOperand::Kind::kLabel;
   instruction.operand1.text = walk.procedure.Keep(label);
@@ -240,6 +257,10 @@ void CaptureStore(Walk& walk, int32_t value, int32_t base, AccessWidth width) {
   instruction.is_wide = IsWideNumber(width);
 }
 
+void CaptureModifiedStruct(Walk& walk, const SYM_REC* symbol) {
+  CaptureAssembly(walk, INVALID_ASMOP, Compose(walk.procedure, "MODIFIED_STRUCT ", symbol->name->Text));
+}
+
 void CapturePush(Walk& walk, const TacOperand& value, int width, std::string_view comment,
                  const ValueType& type) {
   Procedure& procedure = walk.procedure;
@@ -260,11 +281,12 @@ void CapturePopRegister(Walk& walk, std::string_view reg) {
   CaptureAssembly(walk, ASMOP_POP_REG, Compose(walk.procedure, walk.mnemonics.pop, " ", reg)).reg = reg;
 }
 
-void CaptureMoveVarToReg(Walk& walk, std::string_view reg, const TacOperand& value) {
+void CaptureMoveVarToReg(Walk& walk, std::string_view reg, const TacOperand& value,
+                         std::string_view mnemonic) {
   Procedure& procedure = walk.procedure;
-  Instruction& instruction = CaptureAssembly(
-      walk, ASMOP_MOVE_VAR_TO_REG,
-      Compose(procedure, walk.mnemonics.alu_move, " ", reg, " , ", NameIn(procedure, value), " "));
+  Instruction& instruction =
+      CaptureAssembly(walk, ASMOP_MOVE_VAR_TO_REG,
+                      Compose(procedure, mnemonic, " ", reg, " , ", NameIn(procedure, value), " "));
   instruction.operand1 = value;
   instruction.reg = reg;
 }

@@ -30,7 +30,7 @@ void EmitProcEnd(Walk& walk) {
   CaptureFrameLine(walk, ASMOP_PLAIN_TEXT,
                    Compose(procedure, walk.mnemonics.frame_move, " STACKPTR,FRAMEPTR"));
   CaptureFrameLine(walk, ASMOP_PLAIN_TEXT, Compose(procedure, walk.mnemonics.frame_move, " PC,LR"));
-  CaptureAssembly(walk, ASMOP_FUNCTION_FOOTER, Compose(procedure, "END //", procedure.name, "\n\n"));
+  CaptureAssembly(walk, ASMOP_FUNCTION_FOOTER, Compose(procedure, "END //", procedure.name, "\n\n\n"));
 }
 
 // A struct parameter is the address of the caller's struct; the callee works on a copy.

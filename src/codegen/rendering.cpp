@@ -36,6 +36,7 @@ std::string OperandName(const TacOperand& operand) {
   switch (operand.kind) {
     case TacOperand::Kind::kTemp: return "tmpreg_" + std::to_string(operand.temp);
     case TacOperand::Kind::kSymbol: return std::string(operand.symbol->name->Text);
+    case TacOperand::Kind::kString: return {};
     default: return std::string(operand.text);
   }
 }

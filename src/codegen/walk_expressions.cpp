@@ -97,6 +97,11 @@ RightSides FindRightSides(const EXPR_NODE* head) {
   return found;
 }
 
+constexpr size_t kLongestHex = 18;  // "0x" and 64 bits
+constexpr std::string_view kForCondition =
+    "  //dereference struct/union pointer-member address for bare condition";
+constexpr std::string_view kForPointerCondition = "  //dereference plain pointer for bare condition";
+
 /// An `&&` or `||` whose left side is known: the result so far, and where its end lies.
 struct OpenLogic {
   const EXPR_NODE* operation;
@@ -143,11 +148,13 @@ Operand ChainWalk::Run(const EXPR_NODE* head) {
   const BlockHook* hook = walk_.procedure.context.hook;
   RightSides right_sides;
   if (hook != nullptr && hook->WantsShortCircuit()) right_sides = FindRightSides(head);
-  for (const EXPR_NODE* node = head; node != nullptr;) {
+  if (walk_.chains++ == 0) walk_.failed = false;
+  for (const EXPR_NODE* node = head; node != nullptr && !(walk_.failed && open_logic_.empty());) {
     const auto begins = right_sides.find(node);
     if (begins != right_sides.end()) BeginRightSide(begins->second);
     node = Step(node);
   }
+  --walk_.chains;
   return stack_.empty() ? Operand() : Pop();
 }
 
@@ -192,6 +199,10 @@ const EXPR_NODE* ChainWalk::Step(const EXPR_NODE* node) {
                                                       node->NumberValue <= UINT32_MAX && node->NumberValue > 0
                                                   ? Tok::UINT32
                                                   : Tok::INT64);
+      // A hexadecimal constant stands in the code as the source spells it.
+      if (node->Token == Tok::HEXNUMBER && node->NumberValue >= 0 && node->LiteralLength <= kLongestHex &&
+          walk_.procedure.context.hook == nullptr)
+        stack_.back().text = node->Text();
       return node->Next;
     case Tok::REAL_NUMBER: Push(RealValue(node)); return node->Next;
     case Tok::STRING: Push(TextValue(node)); return node->Next;
@@ -280,10 +291,8 @@ Operand ChainWalk::QuestionMark(const EXPR_NODE* node) {
   Procedure& procedure = walk_.procedure;
   const int32_t false_label = procedure.context.label_counter++;
   const int32_t end_label = procedure.context.label_counter++;
-  const Operand condition = Boolean(walk_, Pop());
+  CompareConditionWithZero(walk_, Pop(), {});
   const int32_t result = procedure.NewTemp();
-  const int32_t tested = ValueInTemp(walk_, condition);
-  CaptureCompareWithNumber(walk_, TempOperand(tested), 0);
   CaptureJump(walk_, ASMOP_JE, LabelString(procedure, false_label),
               "ternary: condition false, goto false branch");
   BasicBlock* head = procedure.current_bb;
@@ -319,10 +328,14 @@ Operand EvalExpression(Walk& walk, const EXPR_NODE* head, bool value_wanted) {
 }
 
 void CompareConditionWithZero(Walk& walk, const EXPR_NODE* head, std::string_view comment) {
-  Operand condition = EvalExpression(walk, head);
+  CompareConditionWithZero(walk, EvalExpression(walk, head), comment);
+}
+
+void CompareConditionWithZero(Walk& walk, Operand condition, std::string_view comment) {
   if (condition.kind == Operand::Kind::kVoid) condition = NumberValue(0);
   if (condition.may_be_wide) condition = Boolean(walk, condition);
-  TacOperand value = ValueOf(walk, condition);
+  const bool member = condition.symbol != nullptr && condition.symbol->OwnerStruct != nullptr;
+  TacOperand value = ValueOf(walk, condition, member ? kForCondition : kForPointerCondition);
   const bool is_real = IsFloatingScalar(condition.type);
   if (!value.IsVariable()) {
     const int32_t temp = walk.procedure.NewTemp();
