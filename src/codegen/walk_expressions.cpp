@@ -97,7 +97,8 @@ RightSides FindRightSides(const EXPR_NODE* head) {
   return found;
 }
 
-constexpr size_t kLongestHex = 18;  // "0x" and 64 bits
+constexpr size_t kMostOperands = 33;  // that wait for their operators
+constexpr size_t kLongestHex = 18;    // "0x" and 64 bits
 constexpr std::string_view kForCondition =
     "  //dereference struct/union pointer-member address for bare condition";
 constexpr std::string_view kForPointerCondition = "  //dereference plain pointer for bare condition";
@@ -119,7 +120,8 @@ class ChainWalk {
 
  private:
   const EXPR_NODE* Step(const EXPR_NODE* node);
-  void Push(Operand operand) { stack_.push_back(std::move(operand)); }
+  void Push(Operand operand);
+  void StackError(const char* text);
   Operand Pop();
   const EXPR_NODE* Name(const EXPR_NODE* node);
   const EXPR_NODE* Member(const EXPR_NODE* node);
@@ -134,9 +136,20 @@ class ChainWalk {
   std::vector<OpenLogic> open_logic_;
 };
 
+// Such an error concerns no line.
+void ChainWalk::StackError(const char* text) {
+  walk_.failed = true;
+  walk_.slot.ErrorAt({walk_.line.File, 0}, 0, text);
+}
+
+void ChainWalk::Push(Operand operand) {
+  if (stack_.size() == kMostOperands) return StackError("Stack Overflow Error.");
+  stack_.push_back(std::move(operand));
+}
+
 Operand ChainWalk::Pop() {
   if (stack_.empty()) {
-    WalkError(walk_, 0, "Stack Underflow Error.");
+    StackError("Stack Underflow Error.");
     return NumberValue(0);
   }
   Operand operand = std::move(stack_.back());

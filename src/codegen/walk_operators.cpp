@@ -130,7 +130,7 @@ Operand PointerSum(Walk& walk, Tok op, const Operand& pointer, const Operand& of
   } else if (size > 1) {
     const int32_t product = walk.procedure.NewTemp();
     const Operand exact = Converted(walk, offset, ValueType::Basic(Tok::INT64));
-    CaptureMultiplyNumber(walk, product, ValueOf(walk, exact), size, false);
+    CaptureMultiplyNumber(walk, product, ValueOf(walk, exact), size, AccessOf(walk, offset.type).is_unsigned);
     scaled = TempValue(product, ValueType::Basic(Tok::INT64));
   }
   const int32_t result = walk.procedure.NewTemp();

@@ -42,6 +42,7 @@ int names(int n)
   i = n[1];
   _asm("a", "b");
   _asm(1);
+  n = n = n = n = n = n = n = n = n = n = n = n = n = n = n = n = n = n = n = n = n = n = n = n = n = n = n = n = n = n = n = n = n = 1;
   return 1;
   n = 2;
 }
