@@ -187,7 +187,8 @@ Operand ExecFuncPointer(Walk& walk, const EXPR_NODE* node, const EXPR_NODE* argu
     function = FunctionOfCall(walk, node, arguments);
   else if (by_name)
     function = CurrentFunction(walk.slot, target->function);
-  if (by_name && function == nullptr)
+  // What scripts have built in is no unknown function, though its code must come from elsewhere.
+  if (by_name && function == nullptr && !walk.slot.Services->IsBuiltin(node->name))
     walk.slot.WarningAt(walk.line, Format("Undefined function '%s'.", node->name->c_str()));
   const std::string name(
       by_name ? (function == nullptr ? node->name->Text : AsmNameOf(walk.procedure.context, function))

@@ -330,8 +330,8 @@ Operand Assignment(Walk& walk, Tok op, const Operand& left, const Operand& right
     WalkError(walk, 0, "Address Constant cannot be changed.");
     return left;
   }
+  CheckAssignmentTypeCompatibility(walk, left, right);
   if (op == Tok::ASSIGN) {
-    CheckAssignmentTypeCompatibility(walk, left, right);
     if (left.kind == Operand::Kind::kSymbol && right.kind != Operand::Kind::kPlace)
       RefuseDoubles(walk, left, right);
     return StoreInto(walk, left, right);

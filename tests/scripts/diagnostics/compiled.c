@@ -7,7 +7,7 @@ extern float f; extern double d; extern unsigned char uc; extern unsigned short 
 int one(int n) { return n; }
 void assignments(void)
 {
-  p = i; i = p; p = q; v = p; a = b; i = u; c = i; i = w; i = f; uc = c; us = uc; uc = us; q = arr;
+  p = i; i = p; p = q; v = p; a = b; i = u; c = i; i = w; i = f; uc = c; us = uc; uc = us; q = arr; p += i; c -= u;
 }
 void reals(void)
 {
@@ -25,6 +25,7 @@ int names(int n)
 {
   goto nowhere;
   nothing(1);
+  printf("x");
   one(1, 2);
   arr[3] = 1;
   a->x = 1;
