@@ -305,7 +305,7 @@ BasicBlock* StartBlock(Walk& walk, std::string_view reason) {
   procedure.current_bb = block;
   CaptureAssembly(walk, ASMOP_BASIC_BLOCK_BEGIN_LABEL,
                   Compose(procedure, ">>>>>>>>>>> New Basic Block Start here , Block Number_", block->bb_no,
-                          ": ", reason));
+                          ": ", reason, "\n"));
   return block;
 }
 
