@@ -171,11 +171,12 @@ void CaptureClear(Walk& walk, int32_t temp, std::string_view comment) {
       .result = TempOperand(temp);
 }
 
-void CaptureAddressOfGlobal(Walk& walk, int32_t temp, const SYM_REC* symbol) {
+void CaptureAddressOfGlobal(Walk& walk, int32_t temp, const SYM_REC* symbol, bool as_argument) {
   const std::string_view name = AsmNameOf(walk.procedure.context, symbol);
   Instruction& instruction =
       CaptureAssembly(walk, ASMOP_OPCODE_LOADADDR_TMPVAR_SYMVAR,
-                      Compose(walk.procedure, "OPCODE_LOADADDR ", TempName{temp}, " ", name));
+                      Compose(walk.procedure, as_argument ? "loadaddr " : "OPCODE_LOADADDR ", TempName{temp},
+                              as_argument ? " ," : " ", name));
   instruction.result = TempOperand(temp);
   instruction.operand1.kind = TacOperand::Kind::kLabel;
   instruction.operand1.text = name;

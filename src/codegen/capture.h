@@ -75,7 +75,7 @@ void CaptureCompare(Walk& walk, const TacOperand& a, const TacOperand& b, std::s
 /// The text's mnemonic is that of the data width, or the given one.
 void CaptureLoadImmediate(Walk& walk, int32_t temp, std::string_view number, std::string_view mnemonic = {});
 void CaptureClear(Walk& walk, int32_t temp, std::string_view comment);
-void CaptureAddressOfGlobal(Walk& walk, int32_t temp, const SYM_REC* symbol);
+void CaptureAddressOfGlobal(Walk& walk, int32_t temp, const SYM_REC* symbol, bool as_argument = false);
 void CaptureAddressOfLabel(Walk& walk, int32_t temp, std::string_view label, std::string_view comment);
 Instruction& CaptureAddressInFrame(Walk& walk, int32_t temp, int32_t distance, std::string_view comment,
                                    const SYM_REC* addressed = nullptr);

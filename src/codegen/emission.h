@@ -59,6 +59,7 @@ class BlockEmitter {
   void StoreScratch(const TacOperand& operand);
   void EmitPlain(const Instruction& instruction);
   void EmitAssign(const Instruction& instruction);
+  bool NeedsUnsignedForm(const Instruction& instruction) const;
   void EmitBinary(const Instruction& instruction);
   void EmitUnary(const Instruction& instruction);
   void EmitStep(const Instruction& instruction);

@@ -145,6 +145,12 @@ void BlockEmitter::EmitAssign(const Instruction& instruction) {
   Finish(instruction, instruction.operand1, target);
 }
 
+// An unsigned int lies zero-extended in a wider register, where both shifts to the right do the same.
+bool BlockEmitter::NeedsUnsignedForm(const Instruction& instruction) const {
+  const bool narrow = !instruction.is_wide && mnemonics_.cpu_bytes == 8;
+  return instruction.is_unsigned && !(narrow && instruction.op == Tok::RIGHTSHIFT);
+}
+
 void BlockEmitter::EmitBinary(const Instruction& instruction) {
   const OperatorName* name = get_operator_name_for_codegen(instruction.op);
   log_.Write("//ADDRESS_CODE_TYPE_THREE_ADDRESS_CODE dest_reg=", ColourOf(instruction, instruction.result),
@@ -155,7 +161,7 @@ void BlockEmitter::EmitBinary(const Instruction& instruction) {
   const bool immediate = instruction.operand2.kind == TacOperand::Kind::kNumber;
   const int second = immediate ? 0 : Read(instruction, instruction.operand2, kRr61);
   const int target = Target(instruction, instruction.result);
-  const std::string_view stem = instruction.is_unsigned ? name->unsigned_name : name->name;
+  const std::string_view stem = NeedsUnsignedForm(instruction) ? name->unsigned_name : name->name;
   const std::string_view size(&mnemonics_.word_digit, name->sized ? 1 : 0);
   Line(stem, size, "  ", RegisterName(target), ',', RegisterName(first), ',',
        immediate ? vorc_imm_for_target(procedure_.slot.Target, instruction.operand2.text)

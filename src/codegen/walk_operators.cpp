@@ -304,7 +304,7 @@ Operand UnaryOperation(Walk& walk, Tok op, const Operand& operand) {
     return negative;
   }
   if (op == Tok::NOT && operand.IsConstant()) return NumberValue(!IsTrue(operand));
-  if (op == Tok::UNARYMINUS) RefuseReals(walk, op, operand, operand);
+  RefuseReals(walk, op, operand, operand);
   if (operand.IsNumber()) {
     const auto bits = static_cast<uint64_t>(operand.number);
     return Converted(walk,

@@ -34,7 +34,7 @@ int32_t AddressOfSymbol(Walk& walk, const SYM_REC* symbol, const char* form) {
         std::string("offset of '") + symbol->name->c_str() + "' from struct/union/class pointer 'this'");
     return temp;
   }
-  CaptureAddressOfGlobal(walk, temp, symbol);
+  CaptureAddressOfGlobal(walk, temp, symbol, *form != '\0');
   return temp;
 }
 
