@@ -91,8 +91,12 @@ TacOperand NumberOperand(Procedure& procedure, int64_t number) {
 
 void AddSourceLineToFtac(Walk& walk, SourceLine line) {
   walk.line = line;
+  // What nothing of the statement before took is of no account.
+  walk.is_inexact = false;
   Instruction* marker = Add_flattened_three_address_code(walk);
   marker->is_marker = true;
+  marker->is_asm = true;
+  marker->asmop = ASMOP_SOURCE_LINE;
   marker->text = QuotedLine(walk.slot, line);
 }
 
@@ -172,7 +176,7 @@ void CaptureClear(Walk& walk, int32_t temp, std::string_view comment) {
 }
 
 void CaptureAddressOfGlobal(Walk& walk, int32_t temp, const SYM_REC* symbol, bool as_argument) {
-  const std::string_view name = AsmNameOf(walk.procedure.context, symbol);
+  const std::string_view name = symbol->name->Text;
   Instruction& instruction =
       CaptureAssembly(walk, ASMOP_OPCODE_LOADADDR_TMPVAR_SYMVAR,
                       Compose(walk.procedure, as_argument ? "loadaddr " : "OPCODE_LOADADDR ", TempName{temp},

@@ -45,15 +45,15 @@ void EmitMemberFunctions(CodegenContext& context, const SYMBOLS_HEADER& header) 
   }
 }
 
-// What a script's statements outside of functions stand in is no program by itself.
-bool IsScriptBodyAlone(const C_SLOT& slot) {
-  const FUNCPROTO_REC* first = slot.Globals.Functions.First;
-  return first != nullptr && first->Next == nullptr && strcasecmp(first->name->c_str(), "MorvMain") == 0;
+// What stands alone under the name of a script's own function is no program.
+bool IsScriptAlone(const List<FUNCPROTO_REC>& functions) {
+  return functions.First != nullptr && functions.First == functions.Last &&
+         strcasecmp(functions.First->name->c_str(), "MorvMain") == 0;
 }
 
 void EmitProcedures(CodegenContext& context) {
   EmitMemberFunctions(context, context.slot.Globals);
-  if (IsScriptBodyAlone(context.slot)) return;
+  if (IsScriptAlone(context.slot.Globals.Functions)) return;
   for (FUNCPROTO_REC* function : context.slot.Globals.Functions) {
     if (function->ProcBody == nullptr || function->PrototypeOnly) continue;
     EmitMemberFunctions(context, function->ProcBody->LocalsHeader);
