@@ -209,6 +209,16 @@ Instruction& CaptureAddressInFrame(Walk& walk, int32_t temp, int32_t distance, s
   return instruction;
 }
 
+void CaptureAddressOfObject(Walk& walk, int32_t temp, int32_t distance, const SYM_REC* symbol) {
+  Instruction& instruction =
+      CaptureAssembly(walk, ASMOP_OPCODE_LOADADDR_TMPVAR_SYMVAR,
+                      Compose(walk.procedure, "OPCODE_LOADADDR ", TempName{temp}, " ", symbol->name->Text));
+  instruction.result = TempOperand(temp);
+  instruction.reg = "FRAMEPTR";
+  instruction.number = distance;
+  instruction.addressed = symbol;
+}
+
 void CaptureAddNumber(Walk& walk, int32_t result, int32_t a, int64_t number, std::string_view said) {
   const std::string_view comment = said.empty() ? said : Compose(walk.procedure, "  //", said);
   Instruction& instruction = CaptureAssembly(
@@ -249,6 +259,12 @@ void CaptureLoad(Walk& walk, int32_t result, int32_t base, AccessWidth width, st
   instruction.operand1 = TempOperand(base);
   instruction.mnemonic = mnemonic;
   instruction.is_wide = IsWideNumber(width);
+}
+
+void CapturePointerLoad(Walk& walk, int32_t result, int32_t base, std::string_view name) {
+  CaptureLoad(walk, result, base, {walk.mnemonics.address_bytes, true, true});
+  walk.procedure.last->text = Compose(walk.procedure, "OPCODE_LOAD ", TempName{result}, " [", TempName{base},
+                                      "]  //value of pointer '", name, "'");
 }
 
 void CaptureStore(Walk& walk, int32_t value, int32_t base, AccessWidth width) {

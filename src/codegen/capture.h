@@ -79,12 +79,16 @@ void CaptureAddressOfGlobal(Walk& walk, int32_t temp, const SYM_REC* symbol, boo
 void CaptureAddressOfLabel(Walk& walk, int32_t temp, std::string_view label, std::string_view comment);
 Instruction& CaptureAddressInFrame(Walk& walk, int32_t temp, int32_t distance, std::string_view comment,
                                    const SYM_REC* addressed = nullptr);
+/// The address of an object in the frame that a member function runs on.
+void CaptureAddressOfObject(Walk& walk, int32_t temp, int32_t distance, const SYM_REC* symbol);
 /// `result = a + number`, `result = a * number`, `result = a + b` over temporaries.
 void CaptureAddNumber(Walk& walk, int32_t result, int32_t a, int64_t number, std::string_view comment = {});
 void CaptureMultiplyNumber(Walk& walk, int32_t result, const TacOperand& a, int64_t number, bool is_unsigned);
 void CaptureAdd(Walk& walk, int32_t result, int32_t a, int32_t b);
 /// Memory behind a temporary.
 void CaptureLoad(Walk& walk, int32_t result, int32_t base, AccessWidth width, std::string_view comment = {});
+/// The value of a pointer that lies in memory, on the way to a member.
+void CapturePointerLoad(Walk& walk, int32_t result, int32_t base, std::string_view name);
 void CaptureStore(Walk& walk, int32_t value, int32_t base, AccessWidth width);
 /// Tells that a member of a struct variable was written; makes no code.
 void CaptureModifiedStruct(Walk& walk, const SYM_REC* symbol);

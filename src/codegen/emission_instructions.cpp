@@ -321,7 +321,7 @@ void BlockEmitter::EmitText(const Instruction& instruction) {
     log_.Write(instruction.text, '\n');
     return;
   }
-  Line(three_address_instruction_str(procedure_, instruction));
+  Line(three_address_instruction_str(procedure_, instruction, std::string_view::npos));
   const int32_t size = procedure_.locals_size + 8 * procedure_.tmpvar_count;
   if (instruction.text.ends_with("FRAMEPTR,STACKPTR") && instruction.no_translation && size > 0)
     Line(mnemonics_.addr_sub, " STACKPTR,STACKPTR,", size);

@@ -6,8 +6,6 @@ namespace vorc {
 
 namespace {
 
-constexpr size_t kLongestText = 255;
-
 std::string Step(const Instruction& instruction, const char* sign) {
   const std::string name = OperandName(instruction.operand1);
   if (instruction.operand1.indirection == kByObject)
@@ -80,13 +78,13 @@ std::string_view address_code_type_string(AddressCodeType type) {
   }
 }
 
-std::string three_address_instruction_str(const Procedure&, const Instruction& instruction) {
+std::string three_address_instruction_str(const Procedure&, const Instruction& instruction, size_t longest) {
   if (!instruction.is_asm) return Plain(instruction);
   const char* jump = instruction.asmop == ASMOP_JNE   ? "JNE "
                      : instruction.asmop == ASMOP_JE  ? "JE "
                      : instruction.asmop == ASMOP_JMP ? "JMP "
                                                       : "";
-  return jump + std::string(instruction.text.substr(0, kLongestText));
+  return jump + std::string(instruction.text.substr(0, longest));
 }
 
 }  // namespace vorc

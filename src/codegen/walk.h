@@ -59,8 +59,10 @@ TacOperand ValueOf(Walk& walk, const Operand& operand, std::string_view purpose 
 int32_t ValueInTemp(Walk& walk, const Operand& operand);
 /// The value in a temporary of its own, which no later assignment changes.
 int32_t CopyOf(Walk& walk, const Operand& operand);
-/// The address of a place, in a temporary. The form is what a comment calls the variable, such as "array ".
-int32_t AddressOf(Walk& walk, const Operand& operand, const char* form = "");
+/// What an address is taken for, as its text tells.
+enum class AddressUse { kPlace, kArrayArgument, kObject };
+/// The address of a place, in a temporary.
+int32_t AddressOf(Walk& walk, const Operand& operand, AddressUse use = AddressUse::kPlace);
 /// The value as a type sees it: narrowed, extended.
 Operand Converted(Walk& walk, const Operand& operand, const ValueType& type);
 /// 0 or 1.

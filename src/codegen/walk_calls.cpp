@@ -47,7 +47,7 @@ void PushCallersRegisters(Walk& walk) {
 // What a push takes: a variable, or the constant or address in a temporary.
 TacOperand PushedValue(Walk& walk, const Operand& value) {
   if (value.type.IsArray() && value.kind == Operand::Kind::kSymbol)
-    return TempOperand(AddressOf(walk, value, "array "));
+    return TempOperand(AddressOf(walk, value, AddressUse::kArrayArgument));
   const TacOperand operand = ValueOf(walk, value);
   if (operand.IsVariable()) return operand;
   const int32_t temp = walk.procedure.NewTemp();
@@ -255,7 +255,8 @@ Operand ExecMemberFunc(Walk& walk, const Operand& object, const EXPR_NODE* node)
     const Operand pointer = VerifyMember(walk, object, node);
     return ExecFuncPointer(walk, node, node->Arguments, &pointer);
   }
-  int32_t address = object.type.depth > 0 ? ValueInTemp(walk, object) : AddressOf(walk, object);
+  int32_t address =
+      object.type.depth > 0 ? ValueInTemp(walk, object) : AddressOf(walk, object, AddressUse::kObject);
   if (member.BaseOffset != 0) {
     const int32_t base = walk.procedure.NewTemp();
     CaptureAddNumber(walk, base, address, member.BaseOffset);
@@ -290,8 +291,8 @@ void CallConstructors(Walk& walk, const SYMBOLS_HEADER& header, bool destructors
     place.kind = Operand::Kind::kSymbol;
     place.symbol = symbol;
     place.type = ValueType::OfSymbol(*symbol);
-    CapturePush(walk, TempOperand(AddressOf(walk, place)), walk.mnemonics.cpu_bytes, comment,
-                place.type.Pointer());
+    CapturePush(walk, TempOperand(AddressOf(walk, place, AddressUse::kObject)), walk.mnemonics.cpu_bytes,
+                comment, place.type.Pointer());
     GenCallInstruction(walk, AsmNameOf(walk.procedure.context, function), {1, 0}, comment);
     StartNewBasicBlockAfterCall(walk);
     CleanUp(walk, walk.mnemonics.cpu_bytes);

@@ -58,6 +58,15 @@ int32_t Displaced(Walk& walk, int32_t address, const Distance& distance) {
   return moved;
 }
 
+// What a pointer to a struct holds.
+int32_t PointerOf(Walk& walk, const Operand& pointer) {
+  if (pointer.kind != Operand::Kind::kPlace || pointer.bit_field != nullptr)
+    return ValueInTemp(walk, pointer);
+  const int32_t temp = walk.procedure.NewTemp();
+  CapturePointerLoad(walk, temp, pointer.temp, NameOrBlank(pointer));
+  return temp;
+}
+
 }  // namespace
 
 Operand ResolveIdentifier(Walk& walk, const EXPR_NODE* node) {
@@ -187,7 +196,7 @@ Operand VerifyMember(Walk& walk, const Operand& object, const EXPR_NODE* node) {
     WalkError(walk, 0, Format(text, object_name, name));
     return NumberValue(0);
   }
-  const int32_t base = pointer ? ValueInTemp(walk, object) : AddressOf(walk, object);
+  const int32_t base = pointer ? PointerOf(walk, object) : AddressOf(walk, object);
   const int32_t address = walk.procedure.NewTemp();
   CaptureAddNumber(walk, address, base, MemberDataOffset(member),
                    Format("offset of '%s' from struct/union/class %s '%s'", name, pointer ? "pointer" : "var",

@@ -6,6 +6,7 @@
 #include "codegen/walk.h"
 #include "program/initializer_walk.h"
 #include "program/statement_tree.h"
+#include "program/symtab.h"
 
 namespace vorc {
 
@@ -363,6 +364,12 @@ bool IsLabelWanted(const Procedure& procedure, const Name* label) {
                      [&](std::string_view text) { return text.find(label->Text) != std::string_view::npos; });
 }
 
+// The assembler would take a label for the function or variable of the same name.
+std::string_view AsmLabel(Walk& walk, const Name* label) {
+  if (!FindInScope(walk.slot, &walk.slot.Globals, label)) return label->Text;
+  return Compose(walk.procedure, label->Text, "_label");
+}
+
 LabelGroup* GroupOf(Procedure& procedure, const STATEMENT_BLOCK* label) {
   for (LabelGroup& group : procedure.label_groups) {
     if (std::find(group.labels.begin(), group.labels.end(), label) != group.labels.end()) return &group;
@@ -389,7 +396,7 @@ void ExecGoto(Walk& walk, const STATEMENT_BLOCK* statement) {
     AddJumpEdge(procedure.current_bb, target);
   else
     procedure.forward_goto_chain.push_back({statement->GotoLabel, procedure.current_bb});
-  JumpAway(walk, statement->GotoLabel->Text);
+  JumpAway(walk, AsmLabel(walk, statement->GotoLabel));
 }
 
 void ExecLabel(Walk& walk, const STATEMENT_BLOCK* statement) {
@@ -414,7 +421,8 @@ void ExecLabel(Walk& walk, const STATEMENT_BLOCK* statement) {
     ThreeAddress_AddBasicBlockPredecesor(before, block);
     group->block = block;
   }
-  CaptureAssembly(walk, ASMOP_GOTO_LABEL, Compose(procedure, name->Text, ":")).label = name->Text;
+  const std::string_view label = AsmLabel(walk, name);
+  CaptureAssembly(walk, ASMOP_GOTO_LABEL, Compose(procedure, label, ":")).label = label;
 }
 
 StatementWalk WalkOf(StatementKind kind) {

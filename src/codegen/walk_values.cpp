@@ -16,15 +16,19 @@ std::string Quoted(const std::string& before, const SYM_REC* symbol) {
   return before + "'" + symbol->name->c_str() + "'";
 }
 
-int32_t AddressOfSymbol(Walk& walk, const SYM_REC* symbol, const char* form) {
+int32_t AddressOfSymbol(Walk& walk, const SYM_REC* symbol, AddressUse use) {
   Procedure& procedure = walk.procedure;
   const int32_t temp = procedure.NewTemp();
   const auto slot = procedure.frame.find(symbol);
   if (slot != procedure.frame.end()) {
     const bool parameter = slot->second.is_parameter;
-    const std::string said = std::string("address of ") + form + (parameter ? "parameter " : "local ");
-    CaptureAddressInFrame(walk, temp, parameter ? -slot->second.offset : slot->second.offset,
-                          Quoted(said, symbol), symbol);
+    const int32_t distance = parameter ? -slot->second.offset : slot->second.offset;
+    const std::string said = use == AddressUse::kArrayArgument ? "address of array " : "address of ";
+    if (use == AddressUse::kObject && procedure.context.hook == nullptr)
+      CaptureAddressOfObject(walk, temp, distance, symbol);
+    else
+      CaptureAddressInFrame(walk, temp, distance,
+                            Quoted(said + (parameter ? "parameter " : "local "), symbol), symbol);
     return temp;
   }
   if (symbol->OwnerStruct != nullptr && procedure.proto->OwnerClass != nullptr) {
@@ -34,7 +38,7 @@ int32_t AddressOfSymbol(Walk& walk, const SYM_REC* symbol, const char* form) {
         std::string("offset of '") + symbol->name->c_str() + "' from struct/union/class pointer 'this'");
     return temp;
   }
-  CaptureAddressOfGlobal(walk, temp, symbol, *form != '\0');
+  CaptureAddressOfGlobal(walk, temp, symbol, use == AddressUse::kArrayArgument);
   return temp;
 }
 
@@ -188,9 +192,9 @@ AccessWidth AccessOf(const Walk& walk, const ValueType& type) {
   return AccessOfType(walk.slot, type.basic, type.IsPointer() || type.IsArray() ? 1 : 0, type.is_unsigned);
 }
 
-int32_t AddressOf(Walk& walk, const Operand& operand, const char* form) {
+int32_t AddressOf(Walk& walk, const Operand& operand, AddressUse use) {
   if (operand.kind == Operand::Kind::kPlace) return operand.temp;
-  if (operand.kind == Operand::Kind::kSymbol) return AddressOfSymbol(walk, operand.symbol, form);
+  if (operand.kind == Operand::Kind::kSymbol) return AddressOfSymbol(walk, operand.symbol, use);
   return ValueInTemp(walk, operand);
 }
 
