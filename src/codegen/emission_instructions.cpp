@@ -112,6 +112,8 @@ void BlockEmitter::Emit(const Instruction& instruction) {
 }
 
 void BlockEmitter::EmitPlain(const Instruction& instruction) {
+  if (instruction.address_code_type == ADDRESS_CODE_TYPE_TWO_ADDRESS_CODE)
+    log_.Write("//ADDRESS_CODE_TYPE_TWO_ADDRESS_CODE \n");
   switch (instruction.op) {
     case Tok::ASSIGN: return EmitAssign(instruction);
     case Tok::UNARYMINUS:
@@ -129,8 +131,8 @@ void BlockEmitter::EmitAssign(const Instruction& instruction) {
   const TacOperand& value = instruction.operand2;
   const int colour = ColourOf(instruction, instruction.operand1);
   const int target = Target(instruction, instruction.operand1);
-  log_.Write("//ADDRESS_CODE_TYPE_TWO_ADDRESS_CODE \n//optype=ASSIGN dest_reg=", colour,
-             ",operand1_reg=", colour, ",operand2_reg=", ColourOf(instruction, value), '\n');
+  log_.Write("//optype=ASSIGN dest_reg=", colour,
+             ",operand1_reg=-1,operand2_reg=", ColourOf(instruction, value), '\n');
   if (value.kind == TacOperand::Kind::kString) {
     Line("loadaddr rr62, ", value.text);
     if (colour < 0) return StoreScratch(instruction.operand1);
