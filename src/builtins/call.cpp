@@ -1,6 +1,7 @@
 #include "builtins/call.h"
 
 #include <cstdlib>
+#include <cstring>
 
 namespace vorc {
 
@@ -46,8 +47,10 @@ void BuiltinCall::ReturnText(std::string_view text, size_t limit) {
   result_ = {};
   result_.kind = BuiltinValue::Kind::kText;
   if (limit != kNoLimit && limit > 0) text = text.substr(0, limit - 1);
-  if (loan_ != nullptr && text.size() < kTextLimit) {
-    result_.text = loan_->assign(text).c_str();
+  if (loan_ != nullptr && text.size() < sizeof loan_->bytes) {
+    std::memcpy(loan_->bytes, text.data(), text.size());
+    loan_->bytes[text.size()] = '\0';
+    result_.text = loan_->bytes;
     return;
   }
   result_.text = text.size() <= kLongestResult ? runtime_.texts().CopyText(text) : nullptr;

@@ -4,7 +4,6 @@
 #include <cstdint>
 #include <optional>
 #include <span>
-#include <string>
 #include <string_view>
 #include <vector>
 
@@ -36,6 +35,11 @@ struct BuiltinValue {
   }
 };
 
+/// Room for a short text that is used up before the same call is made again.
+struct TextLoan {
+  char bytes[256];
+};
+
 /// One call of a built-in: typed access to its arguments, and the place for its result.
 /// Arguments are never converted: a wrong type reads as nullopt, and the built-in then gives the
 /// empty answer of its family.
@@ -45,7 +49,7 @@ class BuiltinCall {
   static constexpr size_t kNoLimit = static_cast<size_t>(-1);
 
   /// With a `loan`, a short text is answered in that: for a caller who copies it at once.
-  BuiltinCall(ScriptRuntime& runtime, std::span<const BuiltinValue> arguments, std::string* loan = nullptr)
+  BuiltinCall(ScriptRuntime& runtime, std::span<const BuiltinValue> arguments, TextLoan* loan = nullptr)
       : runtime_(runtime), arguments_(arguments), loan_(loan) {}
 
   ScriptRuntime& runtime() const { return runtime_; }
@@ -89,7 +93,7 @@ class BuiltinCall {
 
   ScriptRuntime& runtime_;
   std::span<const BuiltinValue> arguments_;
-  std::string* loan_;
+  TextLoan* loan_;
   BuiltinValue result_;
   bool out_of_memory_ = false;
 };

@@ -159,7 +159,7 @@ void CaptureClear(Walk& walk, int32_t temp, std::string_view comment) {
 }
 
 void CaptureAddressOfGlobal(Walk& walk, int32_t temp, const SYM_REC* symbol) {
-  const std::string_view name = AsmNameOf(walk.procedure.context, symbol);
+  const std::string_view name = symbol->name->Text;
   Instruction& instruction =
       CaptureAssembly(walk, ASMOP_OPCODE_LOADADDR_TMPVAR_SYMVAR,
                       Compose(walk.procedure, "OPCODE_LOADADDR ", TempName{temp}, " ", name));

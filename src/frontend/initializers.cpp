@@ -133,11 +133,16 @@ bool Parser::VerifyInitializers(SYM_REC* symbol, const ExprContext& context) {
     if (keeps && constant && leaf.symbol == symbol && value.IsNumber())
       symbol->Constant = slot_.Texts.New<ConstantValue>(value);
   };
-  InitializerWalk walk(slot_, check);
+  const auto complain = [&](const INITIALIZER* misfit, const char* format) {
+    const char* name = symbol->name->c_str();
+    slot_.ErrorAt(misfit->Line, 0, Format(format, name));  // NOLINT(clang-diagnostic-format-nonliteral)
+  };
+  InitializerWalk walk(slot_, check, complain);
   const int64_t rows = walk.Run(symbol);
   if (open == 1) {
     shape.Dimensions[0] = rows;
     shape.UnsizedFirstDimension = rows == 0;
+    shape.CountedFirstDimension = rows > 0;
   }
   return walk.good() && constant;
 }

@@ -324,7 +324,7 @@ bool VmCompiler::BuiltinArgumentOf(const Op& op, BuiltinArgument* argument, Buil
 
 // What takes this text of a built-in copies it, before the same call can be made again.
 void VmCompiler::Lend(const Item& text) {
-  code_.sites[static_cast<size_t>(text.site)].loan = std::make_unique<std::string>();
+  code_.sites[static_cast<size_t>(text.site)].loan = std::make_unique<TextLoan>();
 }
 
 // True if an argument from this position on may call a function of the script.

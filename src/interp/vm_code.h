@@ -58,7 +58,7 @@ struct Site {
   FunctionCode* callee = nullptr;
   std::unique_ptr<BuiltinValue[]> values;  ///< all arguments of a built-in, constants ready
   std::vector<BuiltinArgument> arguments;  ///< the others
-  std::unique_ptr<std::string> loan;  ///< of a built-in whose text is used up at once: where it lies
+  std::unique_ptr<TextLoan> loan;  ///< of a built-in whose text is used up at once: where it lies
 };
 
 /// Where the cases of a `switch` are, by value: dense where that wastes little.

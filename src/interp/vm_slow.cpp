@@ -143,7 +143,7 @@ bool Interpreter::RunBuiltinSite(const Site& site, char* fp, char* result) {
     }
   }
   // An added function could run this call again, ahead of the first text's use.
-  std::string* loan = functions_added ? nullptr : site.loan.get();
+  TextLoan* loan = functions_added ? nullptr : site.loan.get();
   BuiltinCall call(runtime_, {site.values.get(), static_cast<size_t>(site.op->argument_count)}, loan);
   if (!RunHandler(*site.op, call)) return false;
   PlaceResult(site.op->builtin->result, call.result(), result);

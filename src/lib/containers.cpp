@@ -111,11 +111,6 @@ size_t TextList::Add(std::string_view text) {
   return items_.size();
 }
 
-std::optional<std::string_view> TextList::Get(int64_t index) const {
-  if (index < 0 || static_cast<uint64_t>(index) >= items_.size()) return std::nullopt;
-  return items_[static_cast<size_t>(index)];
-}
-
 void TextList::Sort() {
   if (std::all_of(items_.begin(), items_.end(), LooksNumeric)) {
     SortByValue(items_);

@@ -26,7 +26,10 @@ class TextList {
   /// Appends, and answers the new count.
   size_t Add(std::string_view text);
   /// The element at `index` from 0, or nothing out of range.
-  std::optional<std::string_view> Get(int64_t index) const;
+  std::optional<std::string_view> Get(int64_t index) const {
+    if (static_cast<uint64_t>(index) >= items_.size()) return std::nullopt;
+    return items_[static_cast<size_t>(index)];
+  }
   size_t Count() const { return items_.size(); }
   /// By value if every element looks like a plain decimal number, else by bytes. Equal elements
   /// keep their order.

@@ -63,7 +63,7 @@ int64_t RvFunctionCode::BytesOf(const RvVariable& variable) const {
 int32_t RvFunctionCode::GlobalOf(const SYM_REC* symbol) {
   // Variables of functions that outlive their call have storage from their first use on.
   if ((symbol->StorageType & STATIC_VAR) != 0)
-    return unit_.rv32_global_for(procedure_->slot, symbol, AsmNameOf(procedure_->context, symbol));
+    return unit_.rv32_global_for(procedure_->slot, symbol, symbol->name->Text);
   return unit_.GlobalOf(symbol);
 }
 
