@@ -77,8 +77,12 @@ TacOperand NumberOperand(Procedure& procedure, int64_t number) {
 
 void AddSourceLineToFtac(Walk& walk, SourceLine line) {
   walk.line = line;
+  // What nothing of the statement before took is of no account.
+  walk.is_inexact = false;
   Instruction* marker = Add_flattened_three_address_code(walk);
   marker->is_marker = true;
+  marker->is_asm = true;
+  marker->asmop = ASMOP_SOURCE_LINE;
   marker->text = QuotedLine(walk.slot, line);
 }
 

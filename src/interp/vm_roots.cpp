@@ -72,7 +72,7 @@ int VmCompiler::CountEffects(const Code* code, bool root, bool* calls) {
   for (int i = 0; i < code->count; ++i) {
     const Op& op = code->ops[i];
     if (IsEffect(op.code) && !(root && op.last)) ++count;
-    *calls |= IsCall(op.code);
+    *calls |= IsCall(op.code) || op.code == OpCode::kNew;
     count += CountEffects(op.sub, false, calls) + CountEffects(op.other, false, calls);
     const int listed = op.argument_count > op.index_count ? op.argument_count : op.index_count;
     if (IsCall(op.code)) continue;

@@ -52,9 +52,11 @@ AccessWidth RvFunctionCode::WidthOf(const RvVariable& variable) const {
 int64_t RvFunctionCode::BytesOf(const RvVariable& variable) const {
   if (variable.kind != RvVariable::kSymbol) return unit_.word_bytes();
   const SYM_REC* symbol = variable.symbol;
+  const bool array = symbol->Shape.DimensionCount > 0 && !symbol->IsParameter;
   const bool pointer = symbol->TotalDepth > 0 || symbol->IsFunctionPointer;
-  const bool whole = (symbol->Shape.DimensionCount > 0 && !symbol->IsParameter) ||
-                     (symbol->Struct != nullptr && !pointer) || procedure_->address_taken.contains(symbol);
+  // Only the lower half of a longer pointer counts.
+  const bool whole =
+      array || (!pointer && (symbol->Struct != nullptr || procedure_->address_taken.contains(symbol)));
   return whole ? GetDeclaredDataSize(procedure_->slot, symbol) : unit_.word_bytes();
 }
 
@@ -157,6 +159,10 @@ bool RvFunctionCode::rv32_flush_residents() {
     stored = rv32_store_var(resident.reg, resident.variable) && stored;
   }
   return stored;
+}
+
+void RvFunctionCode::ForgetResident(const RvVariable& variable) {
+  if (Resident* resident = Find(variable)) resident->loaded = resident->dirty = false;
 }
 
 void RvFunctionCode::ForgetResidents() {
