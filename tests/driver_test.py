@@ -335,6 +335,12 @@ def test_trace_variable():
         check("trace: results stay", traced.files["t"], plain.files["t"])
     check("trace: nothing without the variable", plain.out, "")
 
+    text = "Of 67 bytes, 60 stand in the title and 32 get a line of their own.."
+    traced = script(["-llmtrace", "s.c"], f'int main() {{ tensor_tokenize("{text}"); return 0; }}').out.splitlines()
+    check("trace: long texts", [traced[1], *traced[4:-1]], [f'[llmtrace] STEP: TOKENIZING  "{text[:60]}"...'] + [
+        f"[llmtrace]   position {i}: '{c}' -> token ID {ord(c)}" for i, c in enumerate(text[:32])] + [
+        "[llmtrace]   ... (35 more characters)"])
+
 
 if __name__ == "__main__":
     sys.exit(program.run_tests(globals()))
