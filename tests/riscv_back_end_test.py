@@ -51,7 +51,7 @@ register assignments: 3 (block-local, one register per variable from
   slot. Colour REUSE is deferred - see rv32_allocate_block for why
   vorc's live_range_end cannot be trusted for it yet.)
 """
-DATA = """int first; int table[1024]; int last;
+DATA = """int none[100]; int first; int table[1024]; int last;
 int bump(int a) { last = last + a; first = first + 1; table[1023] = 5; return last * 10 + first; }
 int left_out(int a) { return -last; }
 """
@@ -229,10 +229,10 @@ def check_object(vorc, folder):
     report = subprocess.run([riscv_machine.TOOLS + "readelf", "-W", "-a", run.file(".o")], capture_output=True, text=True).stdout
     assert "Warning" not in report and "Error" not in report, "readelf"
     assert re.findall(r"^ *\d+: +([0-9a-f]+) +(\d+ +\w+) +GLOBAL +DEFAULT +(\d \S+) *$", report, re.M) == [
-        ("00000000", "188 FUNC", "1 bump"), ("00000000", "4 OBJECT", "2 first"), ("00000004", "4096 OBJECT", "2 table"),
-        ("00001004", "4 OBJECT", "2 last")], report
-    assert run.file(".map").read_text() == ("# name unitoffset size framebytes\n# data 224 4104\n# global first 224 4\n"
-                                            "# global table 228 4096\n# global last 4324 4\nbump 0 188 32\n")
+        ("00000000", "188 FUNC", "1 bump"), ("00000000", "400 OBJECT", "2 none"), ("00000190", "4 OBJECT", "2 first"),
+        ("00000194", "4096 OBJECT", "2 table"), ("00001194", "4 OBJECT", "2 last")], report
+    assert run.file(".map").read_text() == ("# name unitoffset size framebytes\n# data 224 4504\n# global none 224 400\n# global first 624 4\n"
+                                            "# global table 628 4096\n# global last 4724 4\nbump 0 188 32\n")
 
 
 def check_page(vorc, folder):
