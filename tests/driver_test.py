@@ -10,7 +10,7 @@ import sys
 from pathlib import Path
 
 import program
-from program import check
+from program import check, check_true
 
 VORC = str(Path(sys.argv[1]).resolve()) if len(sys.argv) > 1 else sys.exit(__doc__)
 
@@ -24,10 +24,6 @@ USAGE_END = """
     <source>.o     \u2014 object file
     <source>.error \u2014 error/warning log
 """
-
-
-def check_true(name, condition, shown=""):
-    check(name, (bool(condition), "" if condition else shown), (True, ""))
 
 
 class Run:

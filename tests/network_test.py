@@ -16,7 +16,7 @@ import program
 
 LANGUAGE, STORE = (os.path.realpath(name) for name in sys.argv[2:4])
 scripts = loopback.Scripts(sys.argv[1])
-run, check = scripts.run, scripts.check
+run, check = scripts.run, program.check
 
 
 def test_languages():
@@ -174,4 +174,4 @@ test_chat()
 test_languages()
 test_tool_servers()
 test_databases()
-sys.exit(program.close(scripts.results))
+sys.exit(program.close(program.outcomes))
