@@ -18,4 +18,5 @@ int l[3] = {
 int m[3] = {1, 2;
 int n = ;
 int o; int o;
+char *p[2] = "x";
 // args: -morvquiet
