@@ -1,6 +1,5 @@
 #include "lib/shell_utils.h"
 
-#include <fcntl.h>
 #include <signal.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -131,25 +130,6 @@ TEST(Cut, GivesALineForEachLine) {
                         {"a,b", "", 1, ""},
                         {"a,b", ",", 0, ""}};
   for (const Case& c : cases) EXPECT_EQ(MorvUtilCut(c.text, c.delimiter, c.field), c.expected) << c.text;
-}
-
-TEST_F(ShellUtils, ListingMarksDirectories) {
-  EXPECT_EQ(MorvUtilLs(folder_), "");
-  Put(".hidden", "");
-  EXPECT_EQ(MorvUtilLs(folder_), ".hidden\n");
-  std::filesystem::remove(At(".hidden"));
-  std::filesystem::create_directory(At("d"));
-  EXPECT_EQ(MorvUtilLs(folder_), "d/\n");
-  EXPECT_EQ(MorvUtilLs(Put("f", "")), "");
-}
-
-TEST_F(ShellUtils, FindTakesRegularFilesOnly) {
-  std::filesystem::create_directory(At("d"));
-  Put("d/a.log", "");
-  Put("B.LOG", "");
-  std::filesystem::create_symlink("B.LOG", At("link.log"));
-  EXPECT_EQ(MorvUtilFind(folder_, "*.log"), At("B.LOG") + "\n" + At("d/a.log") + "\n");
-  EXPECT_EQ(MorvUtilFind(folder_, "d"), "");
 }
 
 TEST_F(ShellUtils, ListingsEndAtTheSandbox) {
