@@ -12,7 +12,7 @@ public:
   double real(void) { return 1.5; }
   bool yes(void) const { return true; }
   inline int inlined() { return 8; }
-  int given(int n) { return n; }
+  int given(int n) { return n + sizeof(this); }
 };
 C many[3];
 int main()
