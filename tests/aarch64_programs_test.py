@@ -55,11 +55,7 @@ def try_source(arguments, source, calls, options, folder):
     answers = [judge.Value(int(answer), 4) for line in judge.headers(source, "answers") for answer in line.split("; ")]
     values = answers or judge.expected(source, calls, folder)
     functions = compile_image(arguments, source, options, folder)
-    numbers = call_all(arguments, functions, calls, folder)
-    wrong = [f"{call} is {number}, should be {value.number} ({value.size} bytes)"
-             for call, number, value in zip(calls, numbers, values) if not value.agrees(number)]
-    if wrong:
-        raise Failure("\n".join(wrong[:6]))
+    judge.compare(calls, values, call_all(arguments, functions, calls, folder))
 
 
 def attempt(arguments, name, source, calls, options):

@@ -10,7 +10,7 @@ import sys
 from pathlib import Path
 
 import program
-from program import check
+from program import check, check_true
 
 VORC = str(Path(sys.argv[1]).resolve()) if len(sys.argv) > 1 else sys.exit(__doc__)
 
@@ -24,10 +24,6 @@ USAGE_END = """
     <source>.o     \u2014 object file
     <source>.error \u2014 error/warning log
 """
-
-
-def check_true(name, condition, shown=""):
-    check(name, (bool(condition), "" if condition else shown), (True, ""))
 
 
 class Run:
@@ -334,6 +330,12 @@ def test_trace_variable():
                                                  if not line.startswith("[llmtrace] ")], [])
         check("trace: results stay", traced.files["t"], plain.files["t"])
     check("trace: nothing without the variable", plain.out, "")
+
+    text = "Of 67 bytes, 60 stand in the title and 32 get a line of their own.."
+    traced = script(["-llmtrace", "s.c"], f'int main() {{ tensor_tokenize("{text}"); return 0; }}').out.splitlines()
+    check("trace: long texts", [traced[1], *traced[4:-1]], [f'[llmtrace] STEP: TOKENIZING  "{text[:60]}"...'] + [
+        f"[llmtrace]   position {i}: '{c}' -> token ID {ord(c)}" for i, c in enumerate(text[:32])] + [
+        "[llmtrace]   ... (35 more characters)"])
 
 
 if __name__ == "__main__":

@@ -13,10 +13,10 @@ import subprocess
 import sys
 
 import program
+from program import check
 
 TREE = pathlib.Path(sys.argv[1]).resolve()
 EDITORS = TREE / "editors"
-results = []
 # A line, a piece of it, and the group in Vim and scope in the grammar that it must have.
 SAMPLES = [
     ("$name = morv_upper(x);", "$name", "morvDollar", "variable.other.dollar"),
@@ -32,12 +32,6 @@ SAMPLES = [
     ("forty = $for + '\\n';", "$for", "morvDollar", "variable.other.dollar"),
     ("forty = $for + '\\n';", "'\\n'", "morvCharacter", "string.quoted.single"),
 ]
-
-
-def check(name, actual, expected):
-    results.append(actual == expected)
-    if actual != expected:
-        print(f"FAIL {name}: {actual!r}, not {expected!r}")
 
 
 def scope_at(patterns, line, place):
@@ -97,4 +91,4 @@ if shutil.which("npm") is None:
 else:
     packed = subprocess.run(["npm", "pack", "--dry-run"], cwd=EDITORS / "vscode", capture_output=True, text=True, timeout=60)
     check("npm packs it", (packed.returncode, "morv.tmLanguage.json" in packed.stderr), (0, True))
-sys.exit(program.close(results))
+sys.exit(program.close(program.outcomes))

@@ -10,15 +10,9 @@ import sys
 import time
 
 import program
+from program import check
 
 VORC, COUNTER, BUILT = os.path.realpath(sys.argv[1]), os.path.realpath(sys.argv[2]), sys.argv[3:]
-results = []
-
-
-def check(name, actual, expected):
-    results.append(actual == expected)
-    if actual != expected:
-        print(f"FAIL {name}\n  expected: {expected!r}\n  actual:   {actual!r}")
 
 
 def quoted(text):
@@ -35,7 +29,7 @@ def run(body, vorc=VORC, files=(), **variables):
                               stdin=subprocess.DEVNULL, capture_output=True, timeout=120, check=False)
         if program.SANITIZER_REPORT.search(done.stderr) or done.returncode < 0:
             print(f"FAIL {body[:200]}: status {done.returncode}\n{done.stderr.decode()[-2000:]}")
-            results.append(False)
+            program.outcomes.append(False)
         run.errors = done.stderr.decode()
         return done.stdout.decode().rstrip("\n")
 
@@ -191,4 +185,4 @@ if "python" in BUILT:
     test_python_files()
 for each in {"python", "js"} - set(BUILT):
     print(f"languages: no library for {each} is built, so it isn't tried")
-sys.exit(program.close(results))
+sys.exit(program.close(program.outcomes))

@@ -12,16 +12,10 @@ import sys
 import time
 
 import program
+from program import check
 
 MORV, TREE = os.path.abspath(sys.argv[1]), pathlib.Path(sys.argv[2])
-results = []
 CALL_HI = 'int main() { printf("%s|%s\\n", morv_getparam("1"), morv_getparam("2")); return 0; }\n'
-
-
-def check(name, actual, expected):
-    results.append(actual == expected)
-    if not results[-1]:
-        print(f"FAIL {name}\n  expected: {expected!r}\n  actual:   {actual!r}")
 
 
 def run(words, folder, given="", **environment):
@@ -156,4 +150,4 @@ def test_session():
 test_scripts()
 test_manual()
 test_session()
-sys.exit(program.close(results))
+sys.exit(program.close(program.outcomes))

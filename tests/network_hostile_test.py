@@ -23,7 +23,7 @@ TOOL_SERVER = os.path.join(os.path.dirname(os.path.realpath(__file__)), "net", "
 HEAD = b"HTTP/1.1 200 OK\r\n\r\n"
 LARGEST = 0x800000
 scripts = loopback.Scripts(sys.argv[1])
-run, check = scripts.run, scripts.check
+run, check = scripts.run, program.check
 
 
 def fetch(server, times=1, scheme="http", host="localhost", **variables):
@@ -328,4 +328,4 @@ for test in (test_urls, test_headers, test_answers, test_slowness, test_certific
     test()
     if os.environ.get("TEST_TIMES"):
         print(f"{test.__name__}: {time.monotonic() - begun:.1f} s")
-sys.exit(program.close(scripts.results))
+sys.exit(program.close(program.outcomes))

@@ -16,7 +16,7 @@ import program
 
 LANGUAGE, STORE = (os.path.realpath(name) for name in sys.argv[2:4])
 scripts = loopback.Scripts(sys.argv[1])
-run, check = scripts.run, scripts.check
+run, check = scripts.run, program.check
 
 
 def test_languages():
@@ -122,8 +122,8 @@ def fetch(call, answer, context=None, **variables):
 def test_pages():
     head = b"HTTP/1.1 200 OK\r\n"
     chunked = head + b"Transfer-Encoding: gzip\r\nX: Chunked\r\n\r\n"
-    get = 'morv_https_get("http://localhost:%d/a?b", "X: a\\nbad line\\nY:b\\r\\n:c\\nT:\\t1")'
-    common = b"Host: localhost\r\nUser-Agent: morv/1.0\r\nConnection: close\r\nX: a\r\nY:b\r\n"
+    get = 'morv_https_get("http://localhost:%d/a?b", "X: a\\nbad line\\nY:b\\r\\n:c\\n:d:e\\nT:\\t1")'
+    common = b"Host: localhost\r\nUser-Agent: morv/1.0\r\nConnection: close\r\nX: a\r\nY:b\r\n:d:e\r\n"
     check("a page", fetch(get, head + b"\r\nbody\0rest"), ("[body] 200", b"GET /a?b HTTP/1.1\r\n" + common + b"\r\n"))
     check("a post", fetch(get.replace("get", "post").replace('")', '", "data")'), b"HTTP/1.0 404 no\r\n\r\n"),
           ("[] 404", b"POST /a?b HTTP/1.1\r\n" + common + b"Content-Length: 4\r\n\r\ndata"))
@@ -174,4 +174,4 @@ test_chat()
 test_languages()
 test_tool_servers()
 test_databases()
-sys.exit(program.close(scripts.results))
+sys.exit(program.close(program.outcomes))

@@ -14,6 +14,7 @@ import sys
 import zlib
 
 import program
+from program import check
 
 VORC, OBJDUMP = (os.path.realpath(path) for path in sys.argv[1:3])
 SOURCE = """typedef int number;
@@ -26,13 +27,6 @@ int main() { struct point p; p.x = grid[1][2]; return total(&p, 5) == 20 ? green
 """
 # Bytes of a record; symbols have only their dimensions besides 1,528.
 RECORD_BYTES = (1, 0, 2872, 3256, 624, 544, 808, 2608, 1144, 1, 328, 16, 72, 56, 368, 312, 376, 1000, 2416, 328, 40)
-results = []
-
-
-def check(name, actual, expected):
-    results.append(actual == expected)
-    if actual != expected:
-        print(f"FAIL {name}\n  expected: {expected!r}\n  actual:   {actual!r}")
 
 
 def compile_in(folder, *options, source=SOURCE, name="x.c", **how):
@@ -200,4 +194,4 @@ test_stamps()
 test_failures()
 test_linking()
 test_damage()
-sys.exit(program.close(results))
+sys.exit(program.close(program.outcomes))

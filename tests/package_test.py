@@ -16,15 +16,9 @@ import sys
 import time
 
 import program
+from program import check_true as check
 
 BUILD, TREE = pathlib.Path(sys.argv[1]).resolve(), pathlib.Path(sys.argv[2]).resolve()
-results = []
-
-
-def check(name, good, shown=""):
-    results.append(bool(good))
-    if not good:
-        print(f"FAIL {name}: {shown}")
 
 
 def missing(*tools):
@@ -168,4 +162,4 @@ if os.geteuid() != 0:
 elif not missing("dpkg", "dpkg-shlibdeps", "file", "cpack"):
     with program.Folder() as place:
         check_package(place)
-sys.exit(program.close(results) if results else 0)
+sys.exit(program.close(program.outcomes) if program.outcomes else 0)

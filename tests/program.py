@@ -89,6 +89,10 @@ def check(name, actual, expected):
         print(f"FAIL {name}\n  expected: {expected!r}\n  actual:   {actual!r}")
 
 
+def check_true(name, condition, shown=""):
+    check(name, (bool(condition), "" if condition else shown), (True, ""))
+
+
 def run_tests(functions):
     """Calls all functions whose name begins with test_; the answer is the exit status."""
     for name, test in sorted(functions.items()):

@@ -17,9 +17,9 @@ import threading
 import urllib.parse
 
 import program
+from program import check_true as check
 
 TREE = pathlib.Path(sys.argv[1]).resolve()
-results = []
 
 # Loads each page into a frame of 400 pixels without scripts, then the search with scripts, and notes what it sees.
 VISIT = """<!doctype html><body><pre id="seen"></pre><script>
@@ -50,12 +50,6 @@ async function visit() {
 }
 visit();
 </script>"""
-
-
-def check(name, good, shown=""):
-    results.append(bool(good))
-    if not good:
-        print(f"FAIL {name}: {shown}")
 
 
 class Handler(http.server.SimpleHTTPRequestHandler):
@@ -128,4 +122,4 @@ with program.Folder() as place:
             print("passed over: no chromium here")
         else:
             browse(folder)
-sys.exit(program.close(results))
+sys.exit(program.close(program.outcomes))

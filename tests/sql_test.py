@@ -15,6 +15,7 @@ import time
 
 import postgres_server
 import program
+from program import check
 
 VORC, PAGE = os.path.realpath(sys.argv[1]), os.path.realpath(sys.argv[2])
 # A statement, how it ended, and its rows as "name=value" lines.
@@ -37,13 +38,6 @@ REMOTE = SHOW + """int main()
 %s  return 0;
 }
 """
-results = []
-
-
-def check(name, actual, expected):
-    results.append(actual == expected)
-    if actual != expected:
-        print(f"FAIL {name}\n  expected: {expected!r}\n  actual:   {actual!r}")
 
 
 def shown(statements):
@@ -74,7 +68,7 @@ def run(folder, body, **more):
         out, errors = process.communicate(timeout=120)
         if program.SANITIZER_REPORT.search(errors.encode()):
             print(errors)
-            results.append(False)
+            program.outcomes.append(False)
         run.errors = errors
         return out.splitlines()
 
@@ -282,4 +276,4 @@ else:
         test_server(own, scripts.path)
         test_page(own, scripts.path)
         test_lost_server(own, scripts.path)
-sys.exit(program.close(results))
+sys.exit(program.close(program.outcomes))

@@ -39,8 +39,8 @@ BODY = f"""
 
 scripts = loopback.Scripts(sys.argv[1])
 printed, errors = scripts.run(BODY)
-scripts.check("a conversation", printed.splitlines(), ["1 echo 4095", "Echo: caf\xc3\xa9 \\ /", "The sum of 19 and 40 is 59.", "36", "1"])
-scripts.check("nothing on standard error", errors, "")
+program.check("a conversation", printed.splitlines(), ["1 echo 4095", "Echo: caf\xc3\xa9 \\ /", "The sum of 19 and 40 is 59.", "36", "1"])
+program.check("nothing on standard error", errors, "")
 left = subprocess.run(["pgrep", "-f", SERVER], capture_output=True, check=False).stdout
-scripts.check("nothing is left", left, b"")
-sys.exit(program.close(scripts.results))
+program.check("nothing is left", left, b"")
+sys.exit(program.close(program.outcomes))

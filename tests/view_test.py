@@ -12,17 +12,11 @@ import sys
 import xml.etree.ElementTree as xml
 
 import program
+from program import check
 
 VIEW, VORC, MORV = map(os.path.abspath, sys.argv[1:4])
 PROGRAMS = pathlib.Path(sys.argv[4], "tests/compile/programs")
 SVG = "{http://www.w3.org/2000/svg}"
-results = []
-
-
-def check(name, actual, expected):
-    results.append(actual == expected)
-    if actual != expected:
-        print(f"FAIL {name}: {actual!r}, not {expected!r}")
 
 
 def run(*command, folder):
@@ -110,4 +104,4 @@ with program.Folder() as place:
     page = run(VIEW, "-Iparts", "-o", "-", "part.c", folder=place)
     check("a page on standard output", (page.returncode, page.stdout[:15], page.stdout[-8:]), (0, "<!DOCTYPE html>", "</html>\n"))
     check("no source", run(VIEW, folder=place).returncode, 2)
-sys.exit(program.close(results))
+sys.exit(program.close(program.outcomes))

@@ -18,10 +18,10 @@ import time
 import urllib.parse
 
 import program
+from program import check
 
 MORV, TREE = os.path.abspath(sys.argv[1]), pathlib.Path(sys.argv[2])
 AT_ONCE = 100
-results = []
 PROBE = """<!doctype html><title>waiting</title><iframe id="a" src="index.c?q=whale"></iframe><iframe id="b" src="label.c?text=a%20%3Cb%3E"></iframe>
 <script>onload = () => {
   const a = document.getElementById('a').contentDocument, b = document.getElementById('b').contentDocument;
@@ -29,12 +29,6 @@ PROBE = """<!doctype html><title>waiting</title><iframe id="a" src="index.c?q=wh
   document.title = [a.forms.length, a.querySelectorAll('li').length, a.querySelector('li a').textContent, image.naturalWidth > 100,
                     b.querySelectorAll('p')[1].textContent, getComputedStyle(b.body).maxWidth].join('|');
 };</script>"""
-
-
-def check(name, actual, expected):
-    results.append(actual == expected)
-    if actual != expected:
-        print(f"FAIL {name}: {actual!r}, not {expected!r}")
 
 
 class Server:
@@ -137,4 +131,4 @@ with program.Folder() as place:
     finally:
         site.stop()
     check("no file is left behind", (sorted(site.root.rglob("*")) == before, os.listdir(site.temporary)), (True, []))
-sys.exit(program.close(results))
+sys.exit(program.close(program.outcomes))

@@ -123,6 +123,9 @@ bool Parser::VerifyInitializers(SYM_REC* symbol, const ExprContext& context) {
   }
   if (open > 1) return Fail(0, "Too many sizeless dimensions '[]'");
   if (misplaced) return Fail(0, "Wrongly placed sizeless dimensions '[]'");
+  const bool listed = symbol->Initializer.First->InitializerType == INITIALIZER_TYPE_ANOTHER_INTIALIZER_LIST;
+  if (shape.DimensionCount > 0 && symbol->TotalDepth > 0 && !listed)
+    return Fail(0, "put initializing values inside {");
   bool constant = true;
   const bool keeps = (symbol->StorageType & CONSTANT_VAR) != 0 && symbol->TotalDepth == 0 &&
                      shape.DimensionCount == 0 && context.constant;

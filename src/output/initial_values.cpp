@@ -181,7 +181,12 @@ void ValueWriter::Run() {
   const int64_t element = type.Size(context_.slot);
   if (type.IsStruct()) return WriteStruct(element * count);
   if (array) return WriteArray(element, count, symbol_->Initializer.First->Expression != nullptr);
-  PutElement(context_.assembly, cells_.empty() ? InitialCell{element} : cells_.begin()->second);
+  if (!cells_.empty())
+    PutElement(context_.assembly, cells_.begin()->second);
+  else if (element <= 2)
+    PutElement(context_.assembly, InitialCell{element});
+  else
+    context_.assembly.Write('0');
   context_.assembly.Write(";\n");
 }
 

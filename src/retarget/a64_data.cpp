@@ -1,5 +1,7 @@
 #include "retarget/a64_data.h"
 
+#include <algorithm>
+
 #include "program/layout.h"
 #include "program/value_type.h"
 
@@ -24,10 +26,11 @@ int64_t SizeOf(CodegenContext& context, const SYM_REC* symbol) {
 }
 
 void AppendNumber(Va64Encoder& enc, const InitialCell& cell) {
-  for (int64_t i = 0; i < cell.bytes; ++i) {
-    const uint8_t byte = ByteOf(cell, i);
-    va64_bytes(enc, {&byte, 1});
-  }
+  constexpr int64_t kWidest = 32;
+  const int64_t count = std::min(cell.bytes, kWidest);
+  uint8_t bytes[kWidest] = {};
+  for (int64_t i = 0; i < count; ++i) bytes[i] = ByteOf(cell, i);
+  va64_bytes(enc, {bytes, static_cast<size_t>(count)});
 }
 
 }  // namespace

@@ -29,6 +29,7 @@ struct RvSelector::OpcodeRow {
 };
 
 const RvSelector::OpcodeRow RvSelector::kOpcodes[] = {
+    {INVALID_ASMOP, &RvSelector::Nothing},
     {ASMOP_JMP, &RvSelector::Jump},
     {ASMOP_JNE, &RvSelector::Branch},
     {ASMOP_JE, &RvSelector::Branch},

@@ -95,16 +95,19 @@ def simulate(sim, calls, sim_options, folder):
     return numbers, fault
 
 
-def judge(vorc, sim, source, calls, values, options, sim_options, folder):
+def compare(calls, values, numbers, fault=None):
     """Raises Failure unless each call answers its value."""
-    compile_source(vorc, source, options, folder)
-    numbers, fault = simulate(sim, calls, sim_options, folder)
     wrong = [f"{call} is {number}, should be {value.number} ({value.size} bytes)"
              for call, number, value in zip(calls, numbers, values) if not value.agrees(number)]
     if fault:
-        where = calls[len(numbers)] if len(numbers) < len(calls) else "?"
-        wrong.append(f"{where}: {fault}")
+        wrong.append(f"{calls[len(numbers)] if len(numbers) < len(calls) else '?'}: {fault}")
     if wrong:
         raise Failure("\n".join(wrong[:6]))
     if len(numbers) != len(calls):
         raise Failure(f"{len(numbers)} results for {len(calls)} calls")
+
+
+def judge(vorc, sim, source, calls, values, options, sim_options, folder):
+    """Raises Failure unless each call answers its value."""
+    compile_source(vorc, source, options, folder)
+    compare(calls, values, *simulate(sim, calls, sim_options, folder))

@@ -4,12 +4,11 @@
     random_programs.py path/to/vorc path/to/vorc-sim [--count N] [--seed S] [--level L] [--mode "-o1"]
     random_programs.py --check ...     only asks gcc, strictly: is each program well defined?
     random_programs.py --show --seed S prints the program of a seed and ends
-    random_programs.py ... --reduce    prints a small program for the first failure
 
-Program i is made from seed S + i alone, so a failure is repeated with `--count 1 --seed N`. Level 1 has int
-expressions and statements, 2 adds functions, arrays and globals, 3 all widths and casts, 4 pointers, structs and
-operands of mixed signs. No program overflows a signed number, divides by zero, or depends on the order in which
-operands are evaluated.
+Program i is made from seed S + i alone, so a failure is repeated with `--count 1 --seed N`; scripts/reduce.py makes
+it small. Level 1 has int expressions and statements, 2 adds functions, arrays and globals, 3 all widths and casts, 4
+pointers, structs and operands of mixed signs. No program overflows a signed number, divides by zero, or depends on
+the order in which operands are evaluated.
 """
 
 import argparse
@@ -21,7 +20,6 @@ sys.dont_write_bytecode = True
 import judge
 from judge import program
 from program_maker import Program
-from reduce import reduce
 
 BATCH = 25
 MODES = ["", "", "", "", "", "-o1", "-cpu32", "-addr32"]
@@ -64,8 +62,8 @@ def find_failures(arguments, seeds, mode):
     return find_failures(arguments, seeds[:middle], mode) + find_failures(arguments, seeds[middle:], mode)
 
 
-def main():
-    parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
+def parse_arguments(description):
+    parser = argparse.ArgumentParser(description=description, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("vorc", nargs="?", type=os.path.abspath)
     parser.add_argument("sim", nargs="?", type=os.path.abspath)
     parser.add_argument("--count", type=int, default=100)
@@ -75,14 +73,18 @@ def main():
     parser.add_argument("--stop", type=int, default=10, help="give up after so many failures")
     parser.add_argument("--check", action="store_true")
     parser.add_argument("--show", action="store_true")
-    parser.add_argument("--reduce", action="store_true")
     arguments = parser.parse_args()
+    if not arguments.check and not arguments.show and arguments.sim is None:
+        parser.error("the compiler and the simulator are missing")
+    return arguments
+
+
+def main():
+    arguments = parse_arguments(__doc__)
     if arguments.show:
         made = make(arguments, arguments.seed)
         print_program(made.source, made.calls)
         return 0
-    if not arguments.check and arguments.sim is None:
-        parser.error("the compiler and the simulator are missing")
     by_mode = {}
     for seed in range(arguments.seed, arguments.seed + arguments.count):
         by_mode.setdefault(mode_of(arguments, seed), []).append(seed)
@@ -96,10 +98,6 @@ def main():
             for seed, message in find_failures(arguments, batch, mode):
                 failed += 1
                 print(f"FAIL --seed {seed} --count 1 --mode '{mode}'\n  " + message.replace("\n", "\n  "))
-                if arguments.reduce:
-                    made = make(arguments, seed)
-                    print_program(*reduce(arguments, made.source, made.calls, mode))
-                    return 1
     return program.close([True] * (done - failed) + [False] * failed)
 
 

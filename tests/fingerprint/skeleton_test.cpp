@@ -56,18 +56,6 @@ TEST(Thinning, KeepsWhatHangsTogetherAndWhatIsHollow) {
   }
 }
 
-TEST(Thinning, LeavesTheMiddleOfABar) {
-  saf_boolean_matrix bar(100, 30);
-  for (int y = 8; y < 17; ++y) std::fill_n(bar.Row(y) + 10, 80, uint8_t{1});
-  const saf_boolean_matrix thin = saf_binary_thin(bar);
-  for (int x = 20; x < 80; ++x) {
-    int count = 0;
-    for (int y = 0; y < 30; ++y) count += thin.At(x, y);
-    EXPECT_EQ(count, 1) << x;
-    EXPECT_TRUE(thin.At(x, 11) || thin.At(x, 12) || thin.At(x, 13)) << x;
-  }
-}
-
 // Draws lines, each told by the four coordinates of its ends.
 saf_skeleton Draw(const std::string& lines) {
   saf_boolean_matrix canvas(160, 100);
@@ -123,30 +111,6 @@ TEST(Skeleton, DirectionLeadsIntoTheRidge) {
   empty.minutiae.resize(2);
   empty.Connect(0, 1, {});
   EXPECT_EQ(saf_skeleton_ridge_direction(empty, 0), 0);
-}
-
-// Any skeleton must come out whole: both minutiae of a ridge know it, and its points join them.
-TEST(Skeleton, GraphStaysConsistent) {
-  for (uint64_t seed = 0; seed < 20; ++seed) {
-    synthetic::Random random(seed);
-    saf_boolean_matrix noise(70, 60);
-    for (uint8_t& cell : noise.cells()) cell = random.Between(0, 1) < 0.05 + 0.04 * static_cast<double>(seed);
-    const saf_skeleton skeleton = saf_skeletons_create(noise, kValleyEnding);
-    for (int i = 0; i < static_cast<int>(skeleton.minutiae.size()); ++i) {
-      const saf_skeleton_minutia& minutia = skeleton.minutiae[static_cast<size_t>(i)];
-      EXPECT_FALSE(minutia.ridges.empty());
-      for (const saf_ridge_way way : minutia.ridges) {
-        ASSERT_EQ(skeleton.Start(way), i);
-        EXPECT_EQ(skeleton.Point(way, 0), minutia.position);
-        const auto& back = skeleton.minutiae[static_cast<size_t>(skeleton.End(way))].ridges;
-        EXPECT_EQ(std::count(back.begin(), back.end(), saf_reversed(way)), 1);
-        for (int k = 1; k < skeleton.Length(way); ++k) {
-          const saf_int_point step = skeleton.Point(way, k) - skeleton.Point(way, k - 1);
-          ASSERT_LE(std::max(std::abs(step.x), std::abs(step.y)), 1);
-        }
-      }
-    }
-  }
 }
 
 }  // namespace

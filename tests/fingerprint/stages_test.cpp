@@ -13,18 +13,10 @@
 #include "fingerprint/segmentation.h"
 #include "fingerprint/smoothing.h"
 #include "fingerprint/thinning.h"
-#include "fingerprint/vote_filter.h"
 #include "prints/synthetic_print.h"
 
 namespace vorc {
 namespace {
-
-saf_boolean_matrix RandomMask(int width, int height, double share, uint64_t seed) {
-  synthetic::Random random(seed);
-  saf_boolean_matrix mask(width, height);
-  for (uint8_t& cell : mask.cells()) cell = random.Between(0, 1) < share;
-  return mask;
-}
 
 /// Waves of period 9 whose crests run along `angle`.
 saf_double_matrix Stripes(int width, int height, double angle) {
@@ -35,22 +27,6 @@ saf_double_matrix Stripes(int width, int height, double angle) {
     }
   }
   return image;
-}
-
-TEST(BlockMap, CoversThePictureOnce) {
-  for (const int size : {1, 14, 15, 16, 30, 31, 500}) {
-    const saf_block_map blocks = saf_block_map_create(size, 7, 15);
-    EXPECT_EQ(blocks.primary.columns(), (size + 14) / 15);
-    EXPECT_EQ(blocks.secondary.columns(), blocks.primary.columns() + 1);
-    for (const auto* grid : {&blocks.primary, &blocks.secondary}) {
-      int covered = 0;
-      for (int i = 0; i < grid->columns(); ++i) {
-        EXPECT_LE(grid->Block(i, 0).width, 15);
-        covered += grid->Block(i, 0).width;
-      }
-      EXPECT_EQ(covered, size);
-    }
-  }
 }
 
 TEST(Resize, KeepsTheMeanAndTheDarkness) {
@@ -69,54 +45,6 @@ TEST(Resize, KeepsTheMeanAndTheDarkness) {
   }
   for (const double dpi : {0.0, -500.0, std::nan(""), 1e-3, 1e6})
     EXPECT_FALSE(saf_image_resize(image, dpi)) << dpi;
-}
-
-TEST(VoteFilter, CountsWhatAWindowHolds) {
-  const saf_boolean_matrix input = RandomMask(37, 29, 0.6, 1);
-  const saf_boolean_matrix mask = RandomMask(37, 29, 0.8, 2);
-  for (const VoteRule& rule : {VoteRule{1, 4, 0.7}, {7, 4, 0.51}, {2, 17, 0.61}, {9, 0, 0.6}, {40, 0, 0.6}}) {
-    for (const saf_boolean_matrix* used : {static_cast<const saf_boolean_matrix*>(nullptr), &mask}) {
-      const saf_boolean_matrix output = saf_vote_filter(input, used, rule);
-      for (int y = 0; y < input.height(); ++y) {
-        for (int x = 0; x < input.width(); ++x) {
-          int count = 0, area = 0;
-          for (int j = y - rule.radius; j <= y + rule.radius; ++j) {
-            for (int i = x - rule.radius; i <= x + rule.radius; ++i) {
-              if (!input.Contains({i, j})) continue;
-              ++area;
-              count += input.At(i, j);
-            }
-          }
-          const bool inside = std::min({x, y, input.width() - 1 - x, input.height() - 1 - y}) >= rule.border;
-          const bool kept = inside && (used == nullptr || used->At(x, y));
-          ASSERT_EQ(output.At(x, y), kept && count >= area * rule.majority) << x << ' ' << y;
-        }
-      }
-    }
-  }
-}
-
-TEST(Orientations, FollowTheRidges) {
-  const saf_block_map blocks = saf_block_map_create(120, 90, 15);
-  const saf_boolean_matrix mask(blocks.primary.columns(), blocks.primary.rows(), 1);
-  for (double angle = 0; angle < kPi; angle += 0.1) {
-    const auto pixels = saf_pixelwise_orientations(Stripes(120, 90, angle), mask, blocks);
-    const saf_double_matrix found = saf_block_orientations(pixels, mask, blocks);
-    for (const double orientation : found.cells()) {
-      EXPECT_LT(saf_angle_distance(orientation, saf_angle_to_orientation(angle)), 0.2) << angle;
-    }
-  }
-}
-
-TEST(InnerMask, LiesFourteenPixelsDeep) {
-  const saf_boolean_matrix inner = saf_segmentation_inner(saf_boolean_matrix(80, 60, 1));
-  for (int y = 0; y < 60; ++y) {
-    for (int x = 0; x < 80; ++x) {
-      EXPECT_EQ(inner.At(x, y), std::min({x, y, 79 - x, 59 - y}) >= 15) << x << ' ' << y;
-    }
-  }
-  const saf_boolean_matrix narrow = saf_segmentation_inner(saf_boolean_matrix(20, 90, 1));
-  EXPECT_EQ(std::count(narrow.cells().begin(), narrow.cells().end(), 0), 20 * 90);
 }
 
 template <typename T>

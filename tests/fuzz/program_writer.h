@@ -1,362 +1,213 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <string>
+#include <string_view>
+#include <vector>
 
 namespace vorc::fuzz {
+
+// NAME: alternatives, parted by "~". What stands behind "~~" is taken at depths above 0 only. An alternative
+// may begin with "N*", its weight, or with "X?": without the flag X the first one is taken in its place. In
+// an alternative stand for themselves all characters but
+//   <Name> <Name2>   a rule at the depth below, or at this depth
+//   <Name*5>         one to five of it
+//   <Name/LK>        with the flags L and K: L a loop, K what a break leaves, R V a function with a value or
+//                    without, P parameters m and o, A to E the functions that there are
+//   <#9>             a number below 9
+// When the input is at its end, first alternatives are taken, so these lead nowhere deep.
+inline constexpr std::string_view kProgramGrammar = R"(
+Head: int fuel = 400;
+ struct Node { int n; char c; double d; int v[4]; struct Node *next; };
+ int gi; int gj; char gc; double gd; int ga[8]; char gb[8]; double ge[6]; int gm[3][4];
+ double gf[2][3]; struct Node gs; struct Node gn[3]; struct Node *gp; int *gq;
+ long gl; unsigned int gu; short gh; float gr;
+ class Box { public: int v; long w; unsigned char u; int b : 3; int z : 5;
+ int get() { return v; }
+ void put(int m) { v = m; w = w + v; b = m; }
+ int sum(int m, int o) { fuel = fuel - 1; if (m > 3) return v + m; z = o; return this->v - z; } };
+ Box ob; Box oa[2]; Box *op; int pad[64];
+Locals: int i; int j; int k; char c; double d; int a[6]; double e[4]; struct Node s; struct Node *p; int *q;
+ $x = 1; $y = 2.5; $t = "t"; i = j = k = c = 0; d = 0.5; s.n = 1; s.c = 2; s.d = 0.25; p = &s; q = a;
+ for (i = 0; i < 6; i++) a[i] = i; for (i = 0; i < 4; i++) { e[i] = i; s.v[i] = i; } s.next = &gs;
+A: int f0(int m, char o) { <Locals> <Burn> 3; <Statement4*6/RP> <Last/P> }
+B: int f1() { <Locals> <Burn> 3; <Statement4*6/R> <Last> }
+C: double f2(double m, int o) { <Locals> <Burn> 3; <Statement4*6/RP> <Last/P> }
+D: int f3(struct Node *m, int *o) { <Locals> <Burn> 3; <Statement4*6/R> <Last> }
+E: void f4(int m, int o) { <Locals> <Burn>; <Statement4*6/VP> }
+Burn: fuel = fuel - 5; if (fuel < 0) return
+Last: 4*return <Int2>;~
+Main: int main() { <Locals> op = &oa[1]; gp = &gs; gq = ga; p = &gn[1]; gn[1].next = &gs; gs.next = p;
+ <Statement5*10>
+ printf("%d %d %d %d %g %g\n", i, j, k, c, d, gd);
+ printf("%d %d %d %d %d\n", gi, gj, gc, s.n, gs.n);
+ for (i = 0; i < 6; i++) printf("%d %d %d %g\n", a[i], ga[i], gb[i], ge[i]);
+ printf("%d %g %d %d %g\n", s.v[1], s.d, gn[1].n, gm[1][2], gf[1][1]);
+ printf("%s %s %s\n", $x, $y, $t);
+ printf("%d %d %d %d %d %d %d\n", gl, gu, gh, ob.v, ob.w, ob.b, oa[1].z);
+ return 0; }
+
+Statement: 3*<Place> = <Int2>;~<Place> <Compound> <Int2>;~<Place>++;~--<Name>;~<RealPlace> = <Real2>;
+ ~<RealPlace> += <Real1>;~<RealPlace> *= <Real1>;~printf("%d %d %g\n", <Int2>, <Int1>, <Real1>);~<Typeless>~<Pointers>
+ ~<Call>;~<Place> = <Call>;~<Texts>~~<Objects>~2*if (<Int2>) <Arm> <Else>~while (<Fuel> && <Condition>) <Arm/LK>
+ ~do <Arm/LK> while (<Fuel> && <Condition>);~2*for (i = <#3>; i < <#8> && <Fuel>; i++) <Arm/LK>
+ ~for (gj = <#3>; gj < <#8> && <Fuel>; gj = gj + 2) <Arm/LK>~switch (<Int2>) { case 0: <Case/K> case 1: <Case/K> }
+ ~switch (<Int2>) { case 0: <Case/K> case <#3>3: <Case/K> case 2: <Case/K> default: <Case/K> }~{ <Statement*3> }
+ ~2*K?if (<Condition>) break;~L?if (<Condition>) continue;~R?if (<Condition>) return <Int2>;
+ ~V?if (<Condition>) return;~K?break;~L?continue;
+Arm: <Statement>~3*{ <Statement*3> }
+Else:~else <Arm>
+Case: <Statement>~2*<Statement> break;~break;~
+Fuel: (fuel = fuel - 1) > 0
+Typeless: $x = <Int1>;~$y = <Real1>;~$x = $y;~$x += <Int1>;~$x++;~$y = "t" + "u";~$y = $x * 2 - $y;
+Texts: $t = "ab";~$t = $t + "c"; if (morv_strlen($t) > 40) $t = "";~$t += <Int1>; if (morv_strlen($t) > 40) $t = "z";
+ ~if ($t == "ab") <Place> = 1;~<Place> = morv_strlen($t);~$t = morv_upper($t);~$t = $x + "-" + $y;~$y = $t;
+Objects: ob.put(<Int1>);~op->put(<Int1>);~op = &oa[<#2>];~op = &ob;~oa[<Index2>] = ob;~ob.w = <Int2>;~oa[1].put(<Int1>);
+ ~<Lost>
+Pointers: p = &s;~p = &gn[<#3>];~p = p->next;~q = a;~q = ga;~p->next = &gs;~gs = s;~gn[1].next = p;~q = &ga[2];~<Lost>
+Lost: 6*op = &ob;~op = 0;~p = 0;
+
+Name: i~j~k~gi~gj
+Index2: 4*<#2>~8*(<Int1> & 1)~<Wild>
+Index4: 4*<#4>~8*(<Int1> & 3)~<Wild>
+Wild: 9~-1
+Place: 6*<Name>~a[<Index4>]~ga[<Index4>]~gm[<Index2>][<Index4>]~s.n~p->n~s.v[<Index4>]~p->v[<Index4>]~gn[<Index2>].n
+ ~q[<Index4>]~c~gb[<Index4>]~*q~p->next->n~ob.v~ob.b~op->z~op->v~gl~gu~gh~ob.u
+RealPlace: 2*d~e[<Index4>]~ge[<Index4>]~gf[<Index2>][<Index2>]~s.d~p->d~gr~gd
+Compound: +=~-=~*=~&=~|=~^=~<<=~>>=
+Compare: <~>~==~!=~<=~>=
+Condition: 3*<Int1> <Compare> <Int1>~<Real1> <Compare> <Real1>
+Int: 2*<Name>~<#9>~-<#3>~P?m~P?o~<Place>~~<Int> + <Int>~<Int> - (<Int>)~(<Int>) * <Int>~(<Int>) / <Divisor>~(<Int>) & <Int>
+ ~(<Condition>)~(<Int> < <Int> && <Int>)~(<Int> < <Int> || <Int>)~!<Name>~-<Place>~2*<Call>~$x~<Name>++~(<Name> = <Int>)
+ ~(<Condition> ? <Int> : <Int>)~<Cast>(<Int>)~ob.get()~op->sum(<Int0>, <Int1>)~(<Int>) << <#9>~(<Int>) >> <#9>
+Divisor: 2*2~2*3~2*5~2*7~<Name>
+Cast: (char)~(short)~(long)~(unsigned int)~(int)
+Real: 2*d~<#20>.5~<RealPlace>~~<Real> + <Int>~<Real> - <Real>~<Real> * <Real>~(<Real>) / 4~$y~2*-<RealPlace>~<Call>
+Call: morv_strlen("abc")~3*A?f0(<Int1>, <Int1>)~3*B?f1()~3*C?f2(<Real1>, <Int1>)~D?f3(p, q)~2*D?f3(&gs, ga)
+ ~3*E?f4(<Int1>, <Int0>)
+)";
 
 /// Writes well-formed programs out of arbitrary bytes: structs, pointers, arrays, calls of all kinds,
 /// nested loops with all ways out of them, and now and then a value that leads nowhere. Every loop and
 /// every call burns fuel, so that a program ends.
 class ProgramWriter {
  public:
-  ProgramWriter(const uint8_t* data, size_t size) : data_(data), size_(size) {}
+  ProgramWriter(const uint8_t* data, size_t size) : data_(data), size_(size) { ReadGrammar(); }
 
   std::string Write() {
-    text_ =
-        "int fuel = 400;\n"
-        "struct Node { int n; char c; double d; int v[4]; struct Node *next; };\n"
-        "int gi; int gj; char gc; double gd; int ga[8]; char gb[8]; double ge[6]; int gm[3][4];\n"
-        "double gf[2][3]; struct Node gs; struct Node gn[3]; struct Node *gp; int *gq;\n"
-        "long gl; unsigned int gu; short gh; float gr;\n"
-        "class Box { public: int v; long w; unsigned char u; int b : 3; int z : 5;\n"
-        "int get() { return v; }\n"
-        "void put(int m) { v = m; w = w + v; b = m; }\n"
-        "int sum(int m, int o) { fuel = fuel - 1; if (m > 3) return v + m; z = o; return this->v - z; } };\n"
-        "Box ob; Box oa[2]; Box *op; int pad[64];\n";
-    functions_ = 0;
-    const int count = 1 + Pick(4);
-    for (int i = 0; i < count; ++i) Function(i);
-    Line("int main() {");
-    Locals();
-    gp_ready_ = true;
-    Line("op = &oa[1]; gp = &gs; gq = ga; p = &gn[1]; gn[1].next = &gs; gs.next = p;");
-    Body(3 + Pick(8), 3);
-    Dump();
-    Line("return 0; }");
+    std::string functions;
+    Expand("Head", 0, {});
+    for (const char* name : {"A", "B", "C", "D", "E"}) {
+      if (Pick(2) == 0) continue;
+      functions += name;
+      Expand(name, 0, functions);
+    }
+    Expand("Main", 0, functions);
     return text_;
   }
 
  private:
-  enum Kind { kIntTwo, kShared, kDouble, kPointer, kVoid };
+  struct Alternative {
+    int weight = 1;
+    char flag = 0;
+    bool deep = false;
+    std::string_view text;
+  };
 
-  int Pick(int below) {
-    const uint8_t byte = at_ < size_ ? data_[at_++] : 0;
-    return byte % below;
-  }
-  bool Rarely() { return Pick(40) == 39; }
-  void Line(const std::string& line) { text_ += line + "\n"; }
-
-  void Locals() {
-    Line(
-        "int i; int j; int k; char c; double d; int a[6]; double e[4]; struct Node s; struct Node *p; int "
-        "*q;");
-    Line(
-        "$x = 1; $y = 2.5; $t = \"t\"; i = j = k = c = 0; d = 0.5; s.n = 1; s.c = 2; s.d = 0.25; p = &s; q = "
-        "a;");
-    Line("for (i = 0; i < 6; i++) a[i] = i; for (i = 0; i < 4; i++) { e[i] = i; s.v[i] = i; } s.next = &gs;");
-  }
-
-  void Function(int number) {
-    const Kind kind = static_cast<Kind>(Pick(5));
-    kinds_[number] = kind;
-    const std::string name = "f" + std::to_string(number);
-    switch (kind) {
-      case kIntTwo: Line("int " + name + "(int m, char o) {"); break;
-      case kShared: Line("int " + name + "() {"); break;
-      case kDouble: Line("double " + name + "(double m, int o) {"); break;
-      case kPointer: Line("int " + name + "(struct Node *m, int *o) {"); break;
-      case kVoid: Line("void " + name + "(int m, int o) {"); break;
-    }
-    Locals();
-    Line("fuel = fuel - 5; if (fuel < 0) return" + std::string(kind == kVoid ? ";" : " 3;"));
-    inside_ = number;
-    functions_ = number + 1;
-    in_function_ = true;
-    parameters_ = kind != kShared && kind != kPointer;
-    Body(2 + Pick(5), 2);
-    if (kind != kVoid && Pick(5) != 0) Line("return " + Int(2) + ";");
-    Line("}");
-    in_function_ = parameters_ = false;
-  }
-
-  void Dump() {
-    Line("printf(\"%d %d %d %d %g %g\\n\", i, j, k, c, d, gd);");
-    Line("printf(\"%d %d %d %d %d\\n\", gi, gj, gc, s.n, gs.n);");
-    Line("for (i = 0; i < 6; i++) printf(\"%d %d %d %g\\n\", a[i], ga[i], gb[i], ge[i]);");
-    Line("printf(\"%d %g %d %d %g\\n\", s.v[1], s.d, gn[1].n, gm[1][2], gf[1][1]);");
-    Line("printf(\"%s %s %s\\n\", $x, $y, $t);");
-    Line("printf(\"%d %d %d %d %d %d %d\\n\", gl, gu, gh, ob.v, ob.w, ob.b, oa[1].z);");
-  }
-
-  void Body(int statements, int depth) {
-    for (int i = 0; i < statements; ++i) Statement(depth);
-  }
-
-  void Block(int depth) {
-    Line("{");
-    Body(1 + Pick(3), depth - 1);
-    Line("}");
-  }
-
-  void Arm(int depth) { Pick(4) == 0 ? Statement(depth - 1) : Block(depth); }
-
-  void Statement(int depth) {
-    const int choice = Pick(depth > 0 ? 26 : 12);
-    switch (choice) {
-      default: Line(Place() + " = " + Int(2) + ";"); break;
-      case 3: Line(Place() + Compound() + Int(2) + ";"); break;
-      case 4: Line(Pick(2) == 0 ? Place() + "++;" : "--" + IntName() + ";"); break;
-      case 5: Line(RealPlace() + " = " + Real(2) + ";"); break;
-      case 6: Line(RealPlace() + (Pick(2) == 0 ? " += " : " *= ") + Real(1) + ";"); break;
-      case 7: Line("printf(\"%d %d %g\\n\", " + Int(2) + ", " + Int(1) + ", " + Real(1) + ");"); break;
-      case 8: Typeless(); break;
-      case 9: Pointers(); break;
-      case 10: Line((Pick(3) == 0 ? Place() + " = " : "") + Call() + ";"); break;
-      case 11: Texts(); break;
-      case 12:
-      case 13:
-        Line("if (" + Int(2) + ")");
-        Arm(depth);
-        if (Pick(2) == 0) {
-          Line("else");
-          Arm(depth);
-        }
-        break;
-      case 14: Loop("while ((fuel = fuel - 1) > 0 && " + Condition() + ")", "", depth); break;
-      case 15: Loop("do", "while ((fuel = fuel - 1) > 0 && " + Condition() + ");", depth); break;
-      case 16:
-      case 17:
-      case 18: {
-        const std::string name = IntName();
-        Loop("for (" + name + " = " + std::to_string(Pick(3)) + "; " + name + " < " +
-                 std::to_string(2 + Pick(6)) + " && (fuel = fuel - 1) > 0; " + name +
-                 (Pick(3) == 0 ? " = " + name + " + 2" : "++") + ")",
-             "", depth);
-        break;
-      }
-      case 19: Switch(depth); break;
-      case 20: Block(depth); break;
-      case 21: loops_ > 0 || switches_ > 0 ? Line("if (" + Condition() + ") break;") : Block(depth); break;
-      case 22: loops_ > 0 ? Line("if (" + Condition() + ") continue;") : Block(depth); break;
-      case 23:
-        if (in_function_)
-          Line("if (" + Condition() + ") return" + (kinds_[inside_] == kVoid ? ";" : " " + Int(2) + ";"));
+  void ReadGrammar() {
+    const std::string_view all = kProgramGrammar;
+    for (size_t at = 1; at < all.size();) {
+      const size_t colon = all.find(':', at), end = std::min(all.find("\n", colon), all.size());
+      size_t next = end;
+      while (next < all.size() && all.substr(next, 2) == "\n ") next = all.find('\n', next + 1);
+      auto& rule = rules_[all.substr(at, colon - at)];
+      bool deep = false;
+      for (size_t from = colon + 1; from <= next;) {
+        const size_t to = std::min(all.find('~', from), next);
+        if (to == from && to < next && !rule.empty())
+          deep = true;
         else
-          Block(depth);
-        break;
-      case 25: Objects(); break;
-      case 24: Line(loops_ > 0 ? (Pick(2) == 0 ? "break;" : "continue;") : "gi = 1;"); break;
+          rule.push_back(Read(all.substr(from, to - from), deep));
+        from = to + 1;
+      }
+      at = all.find_first_not_of('\n', next);
     }
   }
 
-  void Loop(const std::string& head, const std::string& tail, int depth) {
-    Line(head);
-    ++loops_;
-    Arm(depth);
-    --loops_;
-    if (!tail.empty()) Line(tail);
-  }
-
-  void Switch(int depth) {
-    Line("switch (" + Int(2) + ") {");
-    ++switches_;
-    const int cases = 1 + Pick(4);
-    for (int i = 0; i < cases; ++i) {
-      Line("case " + std::to_string(i * (1 + Pick(2)) + i) + ":");
-      if (Pick(4) != 0) Statement(depth - 1);
-      if (Pick(2) == 0) Line("break;");
+  static Alternative Read(std::string_view text, bool deep) {
+    Alternative read{1, 0, deep, text.substr(std::min(text.find_first_not_of(' '), text.size()))};
+    const size_t star = read.text.find_first_not_of("0123456789");
+    if (star != 0 && star != std::string_view::npos && read.text[star] == '*') {
+      read.weight = std::stoi(std::string(read.text.substr(0, star)));
+      read.text.remove_prefix(star + 1);
     }
-    if (Pick(2) == 0) {
-      Line("default:");
-      Statement(depth - 1);
+    if (read.text.size() > 1 && read.text[1] == '?') {
+      read.flag = read.text[0];
+      read.text.remove_prefix(2);
     }
-    --switches_;
-    Line("}");
+    return read;
   }
 
-  void Typeless() {
-    switch (Pick(7)) {
-      case 0: Line("$x = " + Int(1) + ";"); break;
-      case 1: Line("$y = " + Real(1) + ";"); break;
-      case 2: Line("$x = $y;"); break;
-      case 3: Line("$x += " + Int(1) + ";"); break;
-      case 4: Line("$x++;"); break;
-      case 5: Line("$y = \"t\" + \"u\";"); break;
-      default: Line("$y = $x * 2 - $y;"); break;
+  int Pick(int below) { return at_ < size_ ? data_[at_++] % below : 0; }
+
+  const Alternative& Choose(const std::vector<Alternative>& rule, int depth, std::string_view flags) {
+    int total = 0;
+    for (const Alternative& one : rule) total += one.deep && depth <= 0 ? 0 : one.weight;
+    int left = Pick(total);
+    for (const Alternative& one : rule) {
+      left -= one.deep && depth <= 0 ? 0 : one.weight;
+      if (left < 0) return one.flag == 0 || flags.find(one.flag) != flags.npos ? one : rule[0];
     }
+    return rule[0];
   }
 
-  void Texts() {
-    switch (Pick(8)) {
-      case 0: Line("$t = \"ab\";"); break;
-      case 1: Line("$t = $t + \"c\"; if (morv_strlen($t) > 40) $t = \"\";"); break;
-      case 2: Line("$t += " + Int(1) + "; if (morv_strlen($t) > 40) $t = \"z\";"); break;
-      case 3: Line("if ($t == \"ab\") " + Place() + " = 1;"); break;
-      case 4: Line(Place() + " = morv_strlen($t);"); break;
-      case 5: Line("$t = morv_upper($t);"); break;
-      case 6: Line("$t = $x + \"-\" + $y;"); break;
-      default: Line("$y = $t;"); break;
+  void Expand(std::string_view name, int depth, const std::string& flags) {
+    std::string_view text = Choose(rules_.at(name), depth, flags).text;
+    while (!text.empty()) {
+      const size_t open = text.find('<');
+      text_ += text.substr(0, open);
+      if (open == text.npos) break;
+      text.remove_prefix(open);
+      const bool reference = text.size() > 1 && (text[1] == '#' || (text[1] >= 'A' && text[1] <= 'Z'));
+      const size_t length = reference ? text.find('>') + 1 : 1;
+      if (reference)
+        Refer(text.substr(1, length - 2), depth, flags);
+      else
+        text_ += '<';
+      text.remove_prefix(length);
     }
+    if (name == "Statement" || flags.ends_with(name)) text_ += '\n';
   }
 
-  void Objects() {
-    switch (Pick(7)) {
-      case 0: Line("ob.put(" + Int(1) + ");"); break;
-      case 1: Line("op->put(" + Int(1) + ");"); break;
-      case 2: Line("op = &oa[" + std::to_string(Pick(2)) + "];"); break;
-      case 3: Line("op = &ob;"); break;
-      case 4: Line("oa[" + Index(2) + "] = ob;"); break;
-      case 5: Line("ob.w = " + Int(2) + ";"); break;
-      default: Line(Rarely() ? "op = 0;" : "oa[1].put(" + Int(1) + ");"); break;
+  void Refer(std::string_view reference, int depth, const std::string& flags) {
+    const auto number = [&](char mark) {
+      const size_t at = reference.find(mark);
+      return at == reference.npos ? 0 : std::stoi(std::string(reference.substr(at + 1)));
+    };
+    if (reference[0] == '#') {
+      text_ += std::to_string(Pick(number('#')));
+      return;
     }
-  }
-
-  void Pointers() {
-    switch (Pick(9)) {
-      case 0: Line("p = &s;"); break;
-      case 1: Line("p = &gn[" + std::to_string(Pick(3)) + "];"); break;
-      case 2: Line("p = p->next;"); break;
-      case 3: Line("q = a;"); break;
-      case 4: Line("q = ga;"); break;
-      case 5: Line("p->next = &gs;"); break;
-      case 6: Line("gs = s;"); break;
-      case 7: Line("gn[1].next = p;"); break;
-      default: Line(Rarely() ? "p = 0;" : "q = &ga[2];"); break;
+    const size_t slash = std::min(reference.find('/'), reference.size());
+    const std::string inner = flags + std::string(reference.substr(slash));
+    std::string_view name = reference.substr(0, std::min(slash, reference.find('*')));
+    // Rules whose own names end with a digit stay at the depth at hand.
+    if (!rules_.count(name)) {
+      depth = name.back() - '0' + 1;
+      name.remove_suffix(1);
     }
-  }
-
-  std::string IntName() {
-    static const char* const kNames[] = {"i", "j", "k", "gi", "gj"};
-    return kNames[Pick(5)];
-  }
-
-  std::string Index(int length) {
-    if (Rarely()) return Pick(2) == 0 ? "9" : "-1";
-    if (Pick(3) == 0) return std::to_string(Pick(length));
-    return "(" + Int(1) + " & " + std::to_string(length > 3 ? 3 : 1) + ")";
-  }
-
-  std::string Place() {
-    switch (Pick(24)) {
-      case 16: return "ob.v";
-      case 17: return Pick(2) == 0 ? "ob.b" : "op->z";
-      case 18: return "op->v";
-      case 19: return "gl";
-      case 20: return Pick(2) == 0 ? "gu" : "gh";
-      case 21: return "ob.u";
-      case 0: return "a[" + Index(6) + "]";
-      case 1: return "ga[" + Index(8) + "]";
-      case 2: return "gm[" + Index(3) + "][" + Index(4) + "]";
-      case 3: return "s.n";
-      case 4: return "p->n";
-      case 5: return "s.v[" + Index(4) + "]";
-      case 6: return "p->v[" + Index(4) + "]";
-      case 7: return "gn[" + Index(3) + "].n";
-      case 8: return "q[" + Index(4) + "]";
-      case 9: return "c";
-      case 10: return "gb[" + Index(8) + "]";
-      case 11: return Pick(2) == 0 ? "*q" : "p->next->n";
-      default: return IntName();
-    }
-  }
-
-  std::string RealPlace() {
-    switch (Pick(8)) {
-      case 0: return "e[" + Index(4) + "]";
-      case 1: return "ge[" + Index(6) + "]";
-      case 2: return "gf[" + Index(2) + "][" + Index(3) + "]";
-      case 3: return "s.d";
-      case 4: return "p->d";
-      case 5: return Pick(3) == 0 ? "gr" : "gd";
-      default: return "d";
-    }
-  }
-
-  std::string Compound() {
-    static const char* const kOperators[] = {
-        " += ", " -= ", " *= ", " &= ", " |= ", " ^= ", " <<= ", " >>= "};
-    return kOperators[Pick(8)];
-  }
-
-  std::string Condition() {
-    static const char* const kOperators[] = {" < ", " > ", " == ", " != ", " <= ", " >= "};
-    if (Pick(4) == 0) return Real(1) + kOperators[Pick(6)] + Real(1);
-    return Int(1) + kOperators[Pick(6)] + Int(1);
-  }
-
-  std::string Int(int depth) {
-    switch (Pick(depth > 0 ? 19 : 4)) {
-      case 0: return std::to_string(Pick(9) - 2);
-      case 1: return parameters_ ? (Pick(2) == 0 ? "m" : "o") : IntName();
-      case 2: return Place();
-      default: return IntName();
-      case 4: return Int(depth - 1) + " + " + Int(depth - 1);
-      case 5: return Int(depth - 1) + " - (" + Int(depth - 1) + ")";
-      case 6: return "(" + Int(depth - 1) + ") * " + Int(depth - 1);
-      case 7: return "(" + Int(depth - 1) + ") / " + (Rarely() ? IntName() : std::to_string(1 + Pick(5)));
-      case 8: return "(" + Int(depth - 1) + ") & " + Int(depth - 1);
-      case 9: return "(" + Condition() + ")";
-      case 10:
-        return "(" + Int(depth - 1) + " < " + Int(depth - 1) + (Pick(2) == 0 ? " && " : " || ") +
-               Int(depth - 1) + ")";
-      case 11: return Pick(2) == 0 ? "!" + IntName() : "-" + Place();
-      case 12: return Call();
-      case 13: return Pick(2) == 0 ? "$x" : IntName() + "++";
-      case 14: return "(" + IntName() + " = " + Int(depth - 1) + ")";
-      case 15: return "(" + Condition() + " ? " + Int(depth - 1) + " : " + Int(depth - 1) + ")";
-      case 16: return Cast() + "(" + Int(depth - 1) + ")";
-      case 17: return Pick(2) == 0 ? "ob.get()" : "op->sum(" + Int(0) + ", " + Int(1) + ")";
-      case 18: return "(" + Int(depth - 1) + ") " + (Pick(2) == 0 ? "<< " : ">> ") + std::to_string(Pick(9));
-    }
-  }
-
-  std::string Cast() {
-    static const char* const kTypes[] = {"(char)", "(short)", "(long)", "(unsigned int)", "(int)"};
-    return kTypes[Pick(5)];
-  }
-
-  std::string Real(int depth) {
-    switch (Pick(depth > 0 ? 9 : 3)) {
-      case 0: return std::to_string(Pick(20)) + ".5";
-      case 1: return RealPlace();
-      default: return "d";
-      case 3: return Real(depth - 1) + " + " + Int(depth - 1);
-      case 4: return Real(depth - 1) + " - " + Real(depth - 1);
-      case 5: return Real(depth - 1) + " * " + Real(depth - 1);
-      case 6: return "(" + Real(depth - 1) + ") / 4";
-      case 7: return Pick(3) == 0 ? "$y" : "-" + RealPlace();
-      case 8: return Call();
-    }
-  }
-
-  std::string Call() {
-    if (functions_ == 0) return "morv_strlen(\"abc\")";
-    const int number = Pick(functions_);
-    const std::string name = "f" + std::to_string(number);
-    switch (kinds_[number]) {
-      case kIntTwo: return name + "(" + Int(1) + ", " + Int(1) + ")";
-      case kShared: return name + "()";
-      case kDouble: return name + "(" + Real(1) + ", " + Int(1) + ")";
-      case kPointer:
-        return name + "(" + (Pick(2) == 0 ? "p" : "&gs") + ", " + (Pick(2) == 0 ? "q" : "ga") + ")";
-      default: return name + "(" + Int(1) + ", " + Int(0) + ")";
-    }
+    const int count = number('*') > 0 ? 1 + Pick(number('*')) : 1;
+    for (int i = 0; i < count; ++i) Expand(name, depth - 1, inner);
   }
 
   const uint8_t* data_;
   size_t size_;
   size_t at_ = 0;
   std::string text_;
-  Kind kinds_[8] = {};
-  int functions_ = 0;
-  int inside_ = 0;
-  int loops_ = 0;
-  int switches_ = 0;
-  bool in_function_ = false;
-  bool parameters_ = false;
-  bool gp_ready_ = false;
+  std::map<std::string_view, std::vector<Alternative>> rules_;
 };
 
 }  // namespace vorc::fuzz

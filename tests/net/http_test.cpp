@@ -57,18 +57,6 @@ TEST(HttpUrl, Parts) {
   }
 }
 
-TEST(Headers, WhatIsSent) {
-  const std::pair<std::string, std::string> cases[] = {
-      {"", ""},
-      {"X: a\nbad line\nY:b", "X: a\r\nY:b\r\n"},
-      {":a\n:a:b\n", ":a:b\r\n"},
-      {"A:1\r\r\r\n\n\r\nB:2", "A:1\r\nB:2\r\n"},
-      {"A:1\rB:2\nC:3", "C:3\r\n"},
-      {"A:\t1\nB:\0\nC:\x7f\nD:\x80\xff"s, "D:\x80\xff\r\n"},
-  };
-  for (const auto& [told, sent] : cases) EXPECT_EQ(FilterHeaders(told), sent) << told;
-}
-
 std::string Decoded(std::string body) {
   body.resize(DecodeChunks(body));
   return body;
@@ -138,19 +126,6 @@ TEST(HttpBody, OfAnswers) {
     EXPECT_EQ(BodyOf(answer, told), body) << answer;
     EXPECT_EQ(told, status) << answer;
   }
-}
-
-TEST(HttpBody, ReceivesNoMoreThanItsLimit) {
-  ReceivedBytes bytes;
-  size_t all = 0;
-  for (auto room = bytes.Room(100'000); !room.empty(); room = bytes.Room(100'000)) {
-    std::ranges::fill(room, 'x');
-    bytes.Fill(room.size());
-    all += room.size();
-  }
-  EXPECT_EQ(all, 100'000U);
-  const auto received = bytes.Terminated();
-  EXPECT_EQ(std::string_view(received.data()).size(), 100'000U);
 }
 
 }  // namespace

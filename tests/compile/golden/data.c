@@ -27,4 +27,6 @@ char rows[][3] = {"ab", "c"};
 char letters[] = {'a'};
 char *texts[2] = {"one", "two"};
 int *addresses[2] = {numbers, 0};
+short left_out = {};
+int left_out_too = {};
 int morvmain(void) { return 1; }

@@ -2,21 +2,17 @@ struct P { int x; char c; };
 int table[2][3];
 static char *name = "abc";
 struct P q;
-int add(int a, char b)
-{
-  return a + b;
-}
-int main(void)
+int main(int a, char b)
 {
   int i;
   static int calls = 1;
   for (i = 0; i < 3; i++) {
     if (i == 1) continue;
-    q.x += add(table[1][i], name[0]);
+    q.x += main(table[1][a], 1);
   }
   switch (i) {
     case 4: calls++; break;
-    default: i = -i;
+    default: a = -name[0];
   }
-  return add(i, 1);
+  return i;
 }

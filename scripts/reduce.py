@@ -1,11 +1,21 @@
-"""Makes a failing program small: drops lines and simplifies expressions as long as it still fails in the same way."""
+#!/usr/bin/env python3
+"""Makes a failing program of the random ones small, and prints it:
 
+    reduce.py path/to/vorc path/to/vorc-sim --seed N [--level L] [--mode "-o1"]
+
+Drops lines and simplifies expressions as long as it still fails in the same way. The options are those that
+tests/compile/random_programs.py tells of the failure."""
+
+import pathlib
 import re
+import sys
 import time
 
-import judge
-from judge import program
-
+sys.dont_write_bytecode = True
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "tests/compile"))
+import judge  # noqa: E402
+import random_programs  # noqa: E402
+from judge import program  # noqa: E402
 
 SECONDS = 120   # then the smallest so far will do
 
@@ -108,3 +118,9 @@ def reduce(arguments, source, calls, mode):
         for smaller in (drop_pieces, drop_blocks, simplify):
             lines = smaller(lines, fails)
     return "\n".join(lines) + "\n", calls
+
+
+if __name__ == "__main__":
+    given = random_programs.parse_arguments(__doc__)
+    made = random_programs.make(given, given.seed)
+    random_programs.print_program(*reduce(given, made.source, made.calls, random_programs.mode_of(given, given.seed)))
