@@ -73,13 +73,7 @@ bool Parser::ParseTypeCastNew(const ExprContext& context, ExprChain* chain) {
   if (!ParseCastType(context, cast)) return false;
   if (!At(Tok::RPAREN)) return Fail(7, Format("Cast error near '%s'", scan_.ClipTok().c_str()));
   Next();
-  switch (Token()) {
-    case Tok::SEMICOLON:
-    case Tok::COMMA:
-    case Tok::RPAREN:
-    case Tok::END_OF_FILE: return Fail(1, Format("Cast item error. '%s'", scan_.ClipTok().c_str()));
-    default: break;
-  }
+  if (!AtOperand()) return Fail(1, Format("Cast item error. '%s'", scan_.ClipTok().c_str()));
   if (!CTerm(context, chain)) return false;
   Append(context, chain, Tok::TYPE_CAST)->Cast = cast;
   return true;

@@ -136,6 +136,8 @@ class Parser {
   bool AtName() const { return scan_.WordName() != nullptr && Token() == Tok::IDENTIFIER; }
   /// A name behind a type: also a word that is a type only as long as nobody takes it.
   bool AtDeclaredName() const;
+  /// True at a token that can begin an expression.
+  bool AtOperand() const;
   Scope MainScope();
   Scope ProcScope(FUNCPROTO_REC* proc);
 
