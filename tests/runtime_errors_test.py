@@ -61,6 +61,8 @@ CASES = [
      "3\n<s.c(4)>: Error 0: Illegal indirection '*'."),
     ("", 'int a[2]; int x; x = 1; x++; ++x; printf("%d", x);\na++;',
      "3\n<s.c(4)>: Error 0: Address Constant cannot be changed."),
+    ("", 'int a[2]; a[1] = 3; printf("%d", -a[1]);\nprintf("%d", -a);',
+     "3\n<s.c(4)>: Error 0: Address Constant cannot be changed."),
 
     # The stack.
     ('int room(int n) { char big[30000]; big[0] = n; printf("room %d", n); return room(n + 1); }', "room(1);",

@@ -126,7 +126,7 @@ class Interpreter final : public ParseServices {
   bool Arithmetic(const Op& op, Entry* left, Entry* right);
   void Compare(Tok token, Entry* left, Entry* right);
   void AndOr(Tok token, Entry* left, Entry* right);
-  void Negate(Entry* entry);
+  bool Negate(const EXPR_NODE* node, Entry* entry);
   void NotInvert(Tok token, Entry* entry);
   bool ConditionHolds(const Entry& entry) const;
   bool Choose(const Op& op, Mode mode, Entry* entry);
