@@ -65,6 +65,8 @@ CASES = [
      "3\n<s.c(4)>: Error 0: Illegal indirection '*'."),
     ("", 'int a[2]; int x; x = 1; x++; ++x; printf("%d", x);\na++;',
      "3\n<s.c(4)>: Error 0: Address Constant cannot be changed."),
+    ("", 'int x; int *p; p = &x; (x) = 3; (*p) += 2; printf("%d", x);\n(*p)++;',
+     "5\n<s.c(4)>: Error 0: Invalid operation on a constant number"),
     ("", 'int a[2]; a[1] = 3; printf("%d", -a[1]);\nprintf("%d", -a);',
      "3\n<s.c(4)>: Error 0: Address Constant cannot be changed."),
 

@@ -364,7 +364,7 @@ bool VmCompiler::Star(const Op& op) {
   item.place = pointer;
   item.offset = 0;
   item.site = number;
-  item.indexed = false;
+  item.indexed = item.grouped = false;
   Classify(&item);
   if (order_ == Order::kOrdered && !ToAddress(&item)) return false;
   items_.push_back(item);

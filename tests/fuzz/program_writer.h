@@ -52,7 +52,7 @@ Main: int main() { <Locals> op = &oa[1]; gp = &gs; gq = ga; p = &gn[1]; gn[1].ne
  printf("%d %d %d %d %d %d %d\n", gl, gu, gh, ob.v, ob.w, ob.b, oa[1].z);
  return 0; }
 
-Statement: 3*<Place> = <Int2>;~<Place> <Compound> <Int2>;~<Place>++;~--<Name>;~<RealPlace> = <Real2>;
+Statement: 3*<Place> = <Int2>;~<Place> <Compound> <Int2>;~(<Place>) = <Int2>;~(<Place>) <Compound> <Int1>;~<Place>++;~--<Name>;~<RealPlace> = <Real2>;
  ~<RealPlace> += <Real1>;~<RealPlace> *= <Real1>;~printf("%d %d %g\n", <Int2>, <Int1>, <Real1>);~<Typeless>~<Pointers>
  ~<Call>;~<Place> = <Call>;~<Texts>~~<Objects>~2*if (<Int2>) <Arm> <Else>~while (<Fuel> && <Condition>) <Arm/LK>
  ~do <Arm/LK> while (<Fuel> && <Condition>);~2*for (i = <#3>; i < <#8> && <Fuel>; i++) <Arm/LK>
