@@ -28,6 +28,7 @@ CALLS = [
     ('morv_bin_read("{f}")', "0"), ('morv_lib_version("{f}")', ""), ('morv_lib_field("{f}", "x")', ""),
     ('morv_script("{f}")', ""), ('morv_script_src("{f}")', ""),
     ('morv_file_write("{f}", "x")', "0"), ('morv_file_write("{n}", "x")', "0"),
+    ('tensor_save(tensor_new(1, 1), "{f}")', "0"), ('tensor_save(tensor_new(1, 1), "{n}")', "0"),
     ('morv_file_replace("{f}", "S", "x")', "-1"), ('ireplace("{f}", "S", "x")', "-1"),
     ('ised_file("{f}", "s/S/x/")', "-1"),
     ('morv_rename("{f}", "stolen")', "0"), ('morv_rename("inside", "{n}")', "0"),

@@ -1,5 +1,6 @@
 #include "retarget/rv_trace.h"
 
+#include <algorithm>
 #include <charconv>
 
 namespace vorc {
@@ -58,8 +59,10 @@ void RvTraceRecord(TextWriter& out, const Instruction& record) {
   out.Write("' op2='");
   WriteName(out, record.operand2);
   out.Write("' num=", static_cast<int32_t>(record.number), " asmbuf='");
-  const std::string_view text = record.is_marker ? "" : record.text.substr(0, kLongestText);
-  out.Write(text.substr(0, text.find_last_not_of('\n') + 1), "'\n");
+  std::string text(record.is_marker ? "" : record.text.substr(0, kLongestText));
+  text.erase(text.find_last_not_of('\n') + 1);
+  std::replace(text.begin(), text.end(), '\n', ' ');  // a comment in the listing is one line
+  out.Write(text, "'\n");
   if (record.Is(ASMOP_MOVE_VAR_TO_REG)) out.Write(";    movevar='", record.reg, "'\n");
   WriteOperand(out, "res", record.result);
   WriteOperand(out, "op1", record.operand1);

@@ -35,9 +35,6 @@ class ParsedSource : public ParseServices {
   SYM_REC* Variable(const std::string& name) {
     return FindInScope(*slot, &slot->Globals, slot->Names.Intern(name)).Symbol();
   }
-  STRUCT_REC* Struct(const std::string& name) {
-    return FindInScope(*slot, &slot->Globals, slot->Names.Intern(name)).Struct();
-  }
   FUNCPROTO_REC* Function(const std::string& name) {
     return FindFunction(*slot, &slot->Globals, slot->Names.Intern(name));
   }

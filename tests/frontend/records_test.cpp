@@ -2,7 +2,6 @@
 
 #include "parse_fixture.h"
 #include "program/layout.h"
-#include "program/members.h"
 
 namespace vorc {
 namespace {
@@ -46,38 +45,6 @@ TEST(Expressions, NumbersCarryTheirImmediateClass) {
     EXPECT_EQ(node->ImmediateClass, c.immediate_class) << c.number;
     EXPECT_EQ(node->NumberSize, c.size) << c.number;
   }
-}
-
-TEST(Layout, IsPackedAndCountsBasesFirst) {
-  ParsedSource parsed(
-      "struct A { char a; int b; };\n"
-      "struct B { int x : 3; int y : 5; int z : 30; };\n"
-      "union U { int a; char b; double c; };\n"
-      "struct D : A, U2 { char d; };\n");
-  STRUCT_REC* a = parsed.Struct("A");
-  EXPECT_EQ(GetObjectStructSize(a), 5);
-  EXPECT_EQ(GetObjectStructSize(parsed.Struct("U")), 8);
-  STRUCT_REC* b = parsed.Struct("B");
-  EXPECT_EQ(GetObjectStructSize(b), 8);
-  const MemberResult y = FindStructMember(*parsed.slot, b, parsed.slot->Names.Intern("y"));
-  EXPECT_EQ(y.Symbol->BitFieldOffset, 3);
-  const MemberResult z = FindStructMember(*parsed.slot, b, parsed.slot->Names.Intern("z"));
-  EXPECT_EQ(z.Symbol->MemberOffset, 4);
-  EXPECT_NE(parsed.messages.find("'U2' is not a base class/struct type"), std::string::npos);
-
-  ParsedSource bases(
-      "struct A { char a; int b; };\nstruct C { char c; };\nstruct D : A, C { char d; };\nstruct E : D { int "
-      "e; };\n");
-  STRUCT_REC* e = bases.Struct("E");
-  const struct {
-    const char* member;
-    int offset;
-  } cases[] = {{"a", 0}, {"b", 1}, {"c", 5}, {"d", 6}, {"e", 7}};
-  for (const auto& c : cases) {
-    const MemberResult member = FindStructMember(*bases.slot, e, bases.slot->Names.Intern(c.member));
-    EXPECT_EQ(MemberDataOffset(member), c.offset) << c.member;
-  }
-  EXPECT_EQ(GetObjectStructSize(e), 11);
 }
 
 TEST(Layout, WidthsFollowTheTarget) {

@@ -6,7 +6,6 @@
 #include "lib/file_replace.h"
 #include "lib/file_rewrite.h"
 #include "lib/globbing.h"
-#include "lib/streams.h"
 #include "scratch_folder.h"
 
 namespace vorc {
@@ -31,12 +30,6 @@ TEST_F(Files, ReadRefusesInsteadOfCutting) {
   testing::internal::CaptureStderr();
   EXPECT_EQ(MorvFileRead(folder_, 4096), "");
   EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
-}
-
-TEST_F(Files, WriteTellsOfEveryLostByte) {
-  EXPECT_FALSE(MorvFileWrite("/dev/full", "x"));
-  EXPECT_FALSE(MorvFileAppendLine("/dev/full", ""));
-  EXPECT_FALSE(MorvFileWrite(folder_, "x"));
 }
 
 TEST_F(Files, ContainsSeesMatchesAcrossWindows) {
@@ -160,25 +153,6 @@ TEST_F(Files, ReplaceGoesThroughLinksAndNotThroughALeftOver) {
   EXPECT_TRUE(std::filesystem::is_symlink(At("link")));
   EXPECT_FALSE(std::filesystem::is_symlink(path));
   EXPECT_EQ(Get(At("victim")), "safe");
-}
-
-TEST_F(Files, AReaderLoopSeesOneEmptyLineAtTheEnd) {
-  Streams streams;
-  const int32_t handle = streams.MorvFopen(Put("f", "one\r\ntwo" + std::string(10, 'x')));
-  ASSERT_GT(handle, 0);
-  EXPECT_EQ(streams.MorvFgets(handle, 11), "one");
-  EXPECT_EQ(streams.MorvFgets(handle, 11), "twoxxxxxxx");
-  EXPECT_EQ(streams.MorvFgets(handle, 11), "xxx");
-  EXPECT_FALSE(streams.MorvFeof(handle));
-  EXPECT_EQ(streams.MorvFgets(handle, 11), "");
-  EXPECT_TRUE(streams.MorvFeof(handle));
-  const int32_t other = streams.MorvFopen(At("f"));
-  streams.MorvFclose(other);
-  streams.MorvFclose(other);
-  EXPECT_EQ(streams.MorvFgets(other, 11), "");
-  EXPECT_TRUE(streams.MorvFeof(other));
-  EXPECT_NE(streams.MorvFopen(At("f")), other);
-  EXPECT_EQ(streams.MorvFopen(folder_), 0);
 }
 
 TEST_F(Files, GlobLeavesDirectoriesOut) {

@@ -144,18 +144,5 @@ TEST_F(SedFileTest, FailedWriteLeavesTheOldFileAlone) {
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder_), {}), 1);
 }
 
-TEST_F(SedFileTest, ANewFileTakesTheOldOnesPlaceAndMode) {
-  Put("file", "a");
-  std::filesystem::permissions(path_, std::filesystem::perms{0640});
-  std::filesystem::create_symlink("file", At("link"));
-  const std::ifstream reader(path_);
-  EXPECT_EQ(MorvSedFile(At("link"), "s/a/b/"), 1);
-  const std::string seen(std::istreambuf_iterator<char>(reader.rdbuf()), {});
-  EXPECT_EQ(seen, "a");
-  EXPECT_EQ(Get(path_), "b");
-  EXPECT_EQ(std::filesystem::status(path_).permissions(), std::filesystem::perms{0640});
-  EXPECT_TRUE(std::filesystem::is_symlink(At("link")));
-}
-
 }  // namespace
 }  // namespace vorc

@@ -133,25 +133,6 @@ TEST(Cut, GivesALineForEachLine) {
   for (const Case& c : cases) EXPECT_EQ(MorvUtilCut(c.text, c.delimiter, c.field), c.expected) << c.text;
 }
 
-TEST_F(ShellUtils, ListingMarksDirectories) {
-  EXPECT_EQ(MorvUtilLs(folder_), "");
-  Put(".hidden", "");
-  EXPECT_EQ(MorvUtilLs(folder_), ".hidden\n");
-  std::filesystem::remove(At(".hidden"));
-  std::filesystem::create_directory(At("d"));
-  EXPECT_EQ(MorvUtilLs(folder_), "d/\n");
-  EXPECT_EQ(MorvUtilLs(Put("f", "")), "");
-}
-
-TEST_F(ShellUtils, FindTakesRegularFilesOnly) {
-  std::filesystem::create_directory(At("d"));
-  Put("d/a.log", "");
-  Put("B.LOG", "");
-  std::filesystem::create_symlink("B.LOG", At("link.log"));
-  EXPECT_EQ(MorvUtilFind(folder_, "*.log"), At("B.LOG") + "\n" + At("d/a.log") + "\n");
-  EXPECT_EQ(MorvUtilFind(folder_, "d"), "");
-}
-
 TEST_F(ShellUtils, ListingsEndAtTheSandbox) {
   std::filesystem::create_directory(At("in"));
   Put("in/f", "");

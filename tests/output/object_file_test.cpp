@@ -88,17 +88,6 @@ TEST(ObjectFile, RecordsComeBack) {
   }
 }
 
-TEST(ObjectFile, FailuresAreTold) {
-  const TempFolder folder;
-  C_SLOT slot;
-  const std::string object = folder / "x.obj";
-  std::filesystem::create_directory(object);
-  testing::internal::CaptureStdout();
-  EXPECT_FALSE(WriteSymbolAndObjectFiles(slot, folder / "x.c", {}));
-  EXPECT_EQ(testing::internal::GetCapturedStdout(), "telobj: cannot create object file '" + object + "'\n");
-  EXPECT_TRUE(std::filesystem::exists(folder / "x.symtab"));
-}
-
 struct Sections {
   explicit Sections(uint32_t count) : bytes(1568) {
     PutNumber(bytes, 52, 2, 3);

@@ -16,7 +16,7 @@ using namespace vorc;
 
 constexpr uint32_t kBase = 0x40000000;
 constexpr int32_t kImmediates[] = {0, 1, -1, 5, 2047, -2048, -2047, 1365};
-constexpr uint32_t kShifts[] = {0, 1, 5, 31, 17};
+constexpr int32_t kShifts[] = {0, 1, 5, 31, 17};
 constexpr int kRandomWords = 20000;
 
 std::mt19937 g_random(1);
@@ -28,97 +28,82 @@ void Print(const std::string& text, uint32_t word) {
   std::printf("%s|%08x|%s\n", text.c_str(), word, disassembly.c_str());
 }
 
-std::string Any(uint32_t& number) {
-  number = g_random() % kRvRegisters;
-  return std::string(vrv_register_name(number));
-}
+struct Operands {
+  uint32_t x = g_random() % kRvRegisters, y = g_random() % kRvRegisters, z = g_random() % kRvRegisters;
+  int32_t n = 0;
+};
 
-// Emits one instruction into an encoder of its own and prints it.
+// Emits one instruction into an encoder of its own and prints it. In its form X, Y and Z stand for the
+// registers of the operands, N for their number.
 template <typename Emit>
-void Try(const std::string& text, Emit emit) {
-  VrvEncoder enc;
-  if (emit(enc) != 0 || enc.error || enc.code.size() != 4) {
-    Print("refused: " + text, 0);
-    return;
+void Try(std::string_view form, int32_t number, Emit emit, const char* spelling = "%d") {
+  Operands o;
+  o.n = number;
+  std::string text;
+  for (const char c : form) {
+    if (c == 'N')
+      text += Format(spelling, number);
+    else if (c >= 'X' && c <= 'Z')
+      text += vrv_register_name(c == 'X' ? o.x : c == 'Y' ? o.y : o.z);
+    else
+      text += c;
   }
-  Print(text, enc.code.Word(0));
+  VrvEncoder enc;
+  if (emit(enc, o) != 0 || enc.error || enc.code.size() != 4)
+    Print("refused: " + text, 0);
+  else
+    Print(text, enc.code.Word(0));
 }
 
-template <typename Work>
-void ForImmediates(Work work) {
-  for (const int32_t imm : kImmediates) work(imm);
-  for (int i = 0; i < 8; ++i) work(static_cast<int32_t>(g_random() % 4096) - 2048);
+using E = VrvEncoder&;
+using O = const Operands&;
+
+template <typename Emit>
+void ForImmediates(std::string_view form, Emit emit) {
+  for (const int32_t imm : kImmediates) Try(form, imm, emit);
+  for (int i = 0; i < 8; ++i) Try(form, static_cast<int32_t>(g_random() % 4096) - 2048, emit);
 }
 
 void RegularFormats() {
-  uint32_t a, b, c;
-  std::string x, y, z;
-  const auto fresh = [&] { x = Any(a), y = Any(b), z = Any(c); };
-#define VRV_R(name, opcode, funct3, funct7)                                                        \
-  for (int i = 0; i < 8; ++i) {                                                                    \
-    fresh();                                                                                       \
-    Try(#name " " + x + "," + y + "," + z, [&](VrvEncoder& e) { return vrv_##name(e, a, b, c); }); \
+#define VRV_R(name, opcode, funct3, funct7) \
+  for (int i = 0; i < 8; ++i) Try(#name " X,Y,Z", 0, [](E e, O o) { return vrv_##name(e, o.x, o.y, o.z); });
+#define VRV_I(name, opcode, funct3) \
+  ForImmediates(#name " X,Y,N", [](E e, O o) { return vrv_##name(e, o.x, o.y, o.n); });
+#define VRV_SHIFT(name, funct3, funct7)                                                         \
+  for (const int32_t count : kShifts) {                                                         \
+    Try(#name " X,Y,N", count, [](E e, O o) { return vrv_##name(e, o.x, o.y, o.n); });          \
+    Try(#name " X,Y,N", count + 32, [](E e, O o) { return vrv_##name##64(e, o.x, o.y, o.n); }); \
   }
-#define VRV_I(name, opcode, funct3)                               \
-  ForImmediates([&](int32_t imm) {                                \
-    fresh();                                                      \
-    Try(Format(#name " %s,%s,%d", x.c_str(), y.c_str(), imm),     \
-        [&](VrvEncoder& e) { return vrv_##name(e, a, b, imm); }); \
-  });
-#define VRV_SHIFT(name, funct3, funct7)                                      \
-  for (const uint32_t count : kShifts) {                                     \
-    fresh();                                                                 \
-    Try(Format(#name " %s,%s,%u", x.c_str(), y.c_str(), count),              \
-        [&](VrvEncoder& e) { return vrv_##name(e, a, b, count); });          \
-    Try(Format(#name " %s,%s,%u", x.c_str(), y.c_str(), count + 32),         \
-        [&](VrvEncoder& e) { return vrv_##name##64(e, a, b, count + 32); }); \
-  }
-#define VRV_LOAD(name, funct3)                                    \
-  ForImmediates([&](int32_t imm) {                                \
-    fresh();                                                      \
-    Try(Format(#name " %s,%d(%s)", x.c_str(), imm, y.c_str()),    \
-        [&](VrvEncoder& e) { return vrv_##name(e, a, b, imm); }); \
-  });
+#define VRV_LOAD(name, funct3) \
+  ForImmediates(#name " X,N(Y)", [](E e, O o) { return vrv_##name(e, o.x, o.y, o.n); });
 #define VRV_LOAD_64 VRV_LOAD
-#define VRV_STORE(name, funct3)                                   \
-  ForImmediates([&](int32_t imm) {                                \
-    fresh();                                                      \
-    Try(Format(#name " %s,%d(%s)", x.c_str(), imm, y.c_str()),    \
-        [&](VrvEncoder& e) { return vrv_##name(e, b, imm, a); }); \
-  });
+#define VRV_STORE(name, funct3) \
+  ForImmediates(#name " X,N(Y)", [](E e, O o) { return vrv_##name(e, o.y, o.n, o.x); });
 #define VRV_STORE_64 VRV_STORE
-#define VRV_FIXED(name, word) Try(#name, [](VrvEncoder& e) { return vrv_##name(e); });
+#define VRV_FIXED(name, word) Try(#name, 0, [](E e, O) { return vrv_##name(e); });
 #include "retarget/rv_instructions.def"
-  ForImmediates([&](int32_t imm) {
-    fresh();
-    Try(Format("jalr %s,%d(%s)", x.c_str(), imm, y.c_str()),
-        [&](VrvEncoder& e) { return vrv_jalr(e, a, b, imm); });
-  });
-  for (const uint32_t imm : {0U, 1U, 0xFFFFFU, 0x80000U, 0x12345U}) {
-    fresh();
-    Try(Format("lui %s,0x%x", x.c_str(), imm), [&](VrvEncoder& e) { return vrv_lui(e, a, imm); });
-    Try(Format("auipc %s,0x%x", x.c_str(), imm), [&](VrvEncoder& e) { return vrv_auipc(e, a, imm); });
-    Try("mv " + x + "," + y, [&](VrvEncoder& e) { return vrv_mv(e, a, b); });
-    Try("not " + x + "," + y, [&](VrvEncoder& e) { return vrv_not(e, a, b); });
-    Try("neg " + x + "," + y, [&](VrvEncoder& e) { return vrv_neg(e, a, b); });
+  ForImmediates("jalr X,N(Y)", [](E e, O o) { return vrv_jalr(e, o.x, o.y, o.n); });
+  for (const int32_t imm : {0, 1, 0xFFFFF, 0x80000, 0x12345}) {
+    Try("lui X,N", imm, [](E e, O o) { return vrv_lui(e, o.x, static_cast<uint32_t>(o.n)); });
+    Try("auipc X,N", imm, [](E e, O o) { return vrv_auipc(e, o.x, static_cast<uint32_t>(o.n)); });
+    Try("mv X,Y", 0, [](E e, O o) { return vrv_mv(e, o.x, o.y); });
+    Try("not X,Y", 0, [](E e, O o) { return vrv_not(e, o.x, o.y); });
+    Try("neg X,Y", 0, [](E e, O o) { return vrv_neg(e, o.x, o.y); });
   }
 }
 
 void Distances() {
   static constexpr const char* kNames[] = {"beq", "bne", "", "", "blt", "bge", "bltu", "bgeu"};
-  uint32_t a, b;
   for (const uint32_t funct3 : {0U, 1U, 4U, 5U, 6U, 7U}) {
     for (const int32_t distance : {4, -4, 4094, -4096, 2, 2048, -2050, 1366}) {
-      const std::string x = Any(a), y = Any(b);
-      Try(Format("%s %s,%s,.%+d", kNames[funct3], x.c_str(), y.c_str(), distance),
-          [&](VrvEncoder& e) { return vrv_b_type(e, kOpBranch, funct3, a, b, distance); });
+      Try(
+          std::string(kNames[funct3]) + " X,Y,.N", distance,
+          [&](E e, O o) { return vrv_b_type(e, kOpBranch, funct3, o.x, o.y, o.n); }, "%+d");
     }
   }
-  for (const int32_t distance : {4, -4, 1048574, -1048576, 2, 2048, -2050, 4096, -349526, 699050}) {
-    const std::string x = Any(a);
-    Try(Format("jal %s,.%+d", x.c_str(), distance),
-        [&](VrvEncoder& e) { return vrv_j_type(e, kOpJal, a, distance); });
-  }
+  for (const int32_t distance : {4, -4, 1048574, -1048576, 2, 2048, -2050, 4096, -349526, 699050})
+    Try(
+        "jal X,.N", distance, [](E e, O o) { return vrv_j_type(e, kOpJal, o.x, o.n); }, "%+d");
 }
 
 }  // namespace

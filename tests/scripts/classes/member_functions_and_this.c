@@ -12,6 +12,7 @@ public:
   double real(void) { return 1.5; }
   bool yes(void) const { return true; }
   inline int inlined() { return 8; }
+  int given(int n) { return n + sizeof(this); }
 };
 C many[3];
 int main()
@@ -21,7 +22,7 @@ int main()
   p = &c; p->set(); printf("%d", p->get());
   c.a = 3; printf("%d", c.both());
   printf("%d %d %d", c.outside(), g, c.loop());
-  printf("%s %g %d", c.text(), c.real(), c.inlined());
+  printf("%s %g %d", c.text(), c.real(), c.inlined()); helper(7); printf("%d", c.given(5));
   many[0].a = 1; many[1].a = 2; many[2].a = 3;
   p = &many[1]; printf("%d", p->get());
   i = 2; many[i].set(); many[0].set(); printf("%d %d %d", many[0].a, many[1].get(), many[2].get());

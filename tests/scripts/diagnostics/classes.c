@@ -1,3 +1,5 @@
+class A7 { public: int x; }; class B7 : A7 { }; struct C7 : A7 { };
+int f7() { B7 b; C7 c; c.x = 1; return b.x; }
 struct S { int a; }; struct S { int b; };
 int taken; struct taken { int a; }; struct taken;
 struct U1 v;
@@ -13,4 +15,6 @@ class C5 { C5(int *p); ~C5(int a); };
 class C6 { int a : ; int b; };
 struct S5 { struct S5 s; };
 struct S6 : S6 { int a; };
+class
+int f8;
 // args: -morvquiet

@@ -10,7 +10,7 @@ int main()
     l <<= 33; printf("%lld ", l); l = 1; l <<= 31; printf("%lld\n", l);
     f = 0.5; f += 0.25; f *= f; printf("%g ", f); f -= 1; printf("%g\n", f);
     d = 1.5; d /= 0.0; printf("%g ", d); d = 1; d -= 2.5; d *= 0 - 2; printf("%g\n", d);
-    i = 1; i += i += 2; printf("%d\n", i);
+    i = 1; i += i += 2; printf("%d ", i); i /= 0 - 1; printf("%d ", i); i %= 0 - 1; printf("%d\n", i);
   }
   return 0;
 }

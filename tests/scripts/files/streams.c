@@ -18,6 +18,7 @@ printf("%d %d\n", ifeof(0), ifeof("1"));
 $s = "0123456789";
 for (i = 0; i < 9; i++) $s = $s + $s;
 ifile_write("s_a.txt", $s + "\nnext\n");
+morv_fclose(h);
 h = ifopen("s_a.txt");
 printf("%d\n", h);
 $first = ifgets(h);

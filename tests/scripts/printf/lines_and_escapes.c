@@ -7,7 +7,7 @@ int main()
   printf("%y"); printf("%5y|%-3k|%.2q"); printf("%5%|"); printf("%n|%m|%S|%D");
   printf("%d\n%s\n%c", 1, "two", '3');
   printf("%s", "inner\nline"); printf("[%s]", "tab\tin"); printf("%c|", '\n');
-  printf(); printf(5); printf(2.5); $f = "from %s"; printf($f, "variable"); printf("a" + "b%d", 1);
+  printf(); printf(5); printf(2.5); $f = "from %s"; printf($f, "variable"); printf("[\\n\\ty\\q\\\\\\\"]"); printf("a" + "b%d", 1);
   iprint("i", 1, 2.5, 'c', "t"); iprint(); iprint(""); iprint("a\nb"); iprint(0.1 + 0.2, 1000000.0);
   printf("[%s] [%s] [%d]", isprint("x", 1, 2.50), morv_concat(), morv_strlen(isprint(100000000, "")));
   return 0;
