@@ -3,6 +3,7 @@
 
 #include "base/host_stack.h"
 #include "base/trace.h"
+#include "base/truncate.h"
 #include "interp/interpreter.h"
 #include "interp/numbers.h"
 

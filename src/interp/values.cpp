@@ -3,6 +3,7 @@
 
 #include "base/format.h"
 #include "base/trace.h"
+#include "base/truncate.h"
 #include "interp/interpreter.h"
 #include "interp/numbers.h"
 #include "program/layout.h"
