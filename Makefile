@@ -39,7 +39,7 @@ sanitize: ## the same tests with addresses, leaks and undefined behaviour checke
 
 clang: ## a second compiler's opinion: warnings are errors there too
 	@scripts/install_dependencies.sh build test clang
-	@$(call configure,build-clang,$(release) -DCMAKE_CXX_COMPILER=clang++)
+	@$(call configure,build-clang,$(release) -DCMAKE_CXX_COMPILER=clang++ -DCMAKE_CXX_FLAGS_RELEASE=-O0)
 
 mutants: ## which changes of FILE=src/... no script case sees; COUNT and TOPICS bound the work
 	@scripts/install_dependencies.sh build test

@@ -57,10 +57,10 @@ def told_lines(folder):
     run = Run(folder, "int add(int a, int b) { return a + b; }\n", core="a64")
     size = len(run.image())
     assert run.lines[0] == "vorc: AArch64 back end installed; selection listing -> x.c.a64.lst", run.lines
-    assert run.lines[-3:] == ["--- add: 3 slots, frame 48 bytes", SELECTION.format(1, 2, 12, 0),
+    assert run.lines[-3:] == ["--- add: 3 slots, frame 48 bytes", SELECTION.format(1, 2, 13, 0),
                               f"vorc: A64 code image -> x.c.a64.img ({size} bytes)"], run.lines
     assert run.listing.startswith("\n=== FUNCTION add  (offset 0x0) ===\n  ok   optype=0    PROCEDURE add\n")
-    assert "\n  ok   optype=11   tmpreg_0 = a + b\n" in run.listing
+    assert "\n  ok   optype=0    int add(int a, int b) { return a + b; }\n  ok   optype=11   tmpreg_0 = a + b\n" in run.listing
     assert run.listing.endswith("--- add: 3 slots, frame 48 bytes\n"), run.listing
     words = run.words()
     # sub sp, sp, #48; str x29, [sp]; str x30, [sp, #8] and the way back
@@ -69,6 +69,11 @@ def told_lines(folder):
     assert run.call("add", 40, 2) == 42
     quiet = Run(folder, None, "-morvquiet")
     assert quiet.lines[0].startswith("--- add") and quiet.call("add", 1, 2) == 3
+    # Results have slots of their own as long as there is room.
+    sums = "a = a * b + a; " * 300
+    run = Run(folder, f"int few(int a, int b) {{ int c; c = a * b + a; c = c - b; return c; }}\nint many(int a, int b) {{ {sums} return a; }}\n")
+    assert [line for line in run.lines if line.startswith("---")] == ["--- few: 6 slots, frame 64 bytes", "--- many: 4 slots, frame 48 bytes"], run.lines
+    assert run.call("few", 5, 3) == 17
 
 
 def left_out(folder):

@@ -58,9 +58,14 @@ class Tables:
         self.counts, self.places = pairs[0::2], pairs[1::2]
         self.data = data
 
+    def order(self):
+        """Symbol files have line numbers (14) ahead of relocations."""
+        return range(21) if self.object else (*range(11), 14, 11, 12, 13, *range(15, 21))
+
     def ends(self):
         """Where each table ends by its records."""
-        for i, (count, place) in enumerate(zip(self.counts, self.places)):
+        for i in self.order():
+            count, place = self.counts[i], self.places[i]
             at = place - self.base
             if i != 1:
                 yield place + count * RECORD_BYTES[i]
@@ -76,7 +81,7 @@ def check_file(name, tables, version, header_bytes):
           (b"telmunda", version, header_bytes))
     check(f"{name}: lengths", (len(tables.block), tables.body_size), (tables.length, tables.size_told))
     check(f"{name}: each table begins where the one before ends", list(tables.ends()),
-          [*tables.places[1:], tables.base + tables.length])
+          [*(tables.places[i] for i in tables.order()[1:]), tables.base + tables.length])
 
 
 def test_files(*options):

@@ -17,7 +17,8 @@ from judge import program  # noqa: E402
 ADD = "int add(int a, int b) { return a + b; }\n"
 HEAD = ("; RV32I selection listing - vorc retarget back end\n"
         "; Offsets are per function, from that function's own start.\n")
-TRACE = """; stmt#4 actype=0 asmop=0 optype=11 opname='PLUS' res='tmpreg_0' op1='a' op2='b' num=0 asmbuf=''
+TRACE = """; stmt#0 actype=0 asmop=53 optype=0 opname='' res='' op1='' op2='' num=0 asmbuf=''
+; stmt#4 actype=0 asmop=0 optype=11 opname='PLUS' res='tmpreg_0' op1='a' op2='b' num=0 asmbuf=''
 ;    res: token=0 '' tmpvar='tmpreg_0' sym='' numvalid=0 num=0 star=0 datatype=0
 ;    op1: token=1 'a' tmpvar='' sym='a' numvalid=0 num=0 star=0 datatype=62
 ;    op2: token=1 'b' tmpvar='' sym='b' numvalid=0 num=0 star=0 datatype=62
@@ -43,7 +44,7 @@ CODE = """
 COVERAGE = """
 === RV32 back end coverage ===
 basic blocks seen : 2
-statements emitted: 12
+statements emitted: 13
 statements unhandled: 0
 every statement in this compile was translated.
 register assignments: 3 (block-local, one register per variable from
@@ -122,6 +123,17 @@ def check_left_out(vorc, folder):
     assert "; ---- both" not in run.file().read_text()
 
 
+def check_globals(vorc, folder):
+    """A word an element, whatever its type."""
+    source = "char c[10]; short s; int *p; int (*fp)(int); int m[3][4]; INT64 last[2]; double d;\nint f(int a) { return a; }\n"
+    for core, word, long_words in (("rv32", 4, 2), ("rv64", 8, 1)):
+        run = Run(vorc, folder, source, f"-core={core}")
+        sizes = re.findall(r"^# global (\w+) \d+ (\d+)$", run.file(".map").read_text(), re.M)
+        words = {"c": 10, "s": 1, "p": 1, "fp": 1, "m": 12, "last": 2 * long_words, "d": long_words}
+        assert sizes == [(name, str(count * word)) for name, count in words.items()], (core, sizes)
+        assert run.functions() == ["f"], run.output
+
+
 def check_base_core(vorc, folder):
     source = "unsigned r(unsigned a, unsigned b) { return a % b; }\nint m(int a) { return a * 5 / 3; }\nint t[9]; int i(int a) { return t[a]; }\n"
     run = Run(vorc, folder, source, "-core=rv32i")
@@ -131,6 +143,7 @@ def check_base_core(vorc, folder):
 
 
 def check_unresolved(vorc, folder):
+    Run(vorc, folder, ADD, "-core=rv32")
     run = Run(vorc, folder, ADD + "int far(int a);\nint f(int a) { return far(a) + away(a); }\n", "-core=rv32")
     for name in ("far", "away"):
         run.line(f"vorc rv32: '{name}' is called but not defined in this unit - cross-unit calls are not implemented")
@@ -179,6 +192,9 @@ def check_full_tables(vorc, folder):
     for name in ("g128", "g129", "open"):
         run.line(f"vorc rv32: global '{name}' has no usable size - not allocated")
     assert run.functions() == ["f"]
+    long = "n" * 200
+    run = Run(vorc, folder, f"int g{long};\nint {long}(int a) {{ return a; }}\nint f(int a) {{ return {long}(a) + g{long}; }}\n", "-core=rv32")
+    assert run.functions() == [long[:127], "f"] and f"\n# global g{long[:126]} " in run.file(".map").read_text()
 
 
 def check_arguments(vorc, folder):
@@ -187,6 +203,8 @@ def check_arguments(vorc, folder):
     run = Run(vorc, folder, source, "-core=rv32")
     run.line("  PUSH_TMPVAR                      x1")
     assert run.functions() == ["add"]
+    run = Run(vorc, folder, ADD + "int f(int a) { return add(a, 5); }\n", "-core=rv32")
+    assert re.search(r" li     t0,5\n.* sw     t0,4\(sp\)\n.* lw     a0,0\(sp\)\n.* lw     a1,4\(sp\)\n.* jal    ra,0x0\n", run.file().read_text())
 
 
 def check_outputs_in_the_way(vorc, folder):

@@ -14,6 +14,8 @@ namespace vorc {
 /// Memory that is only given back as a whole. Blocks grow, so small runs stay small.
 class Arena {
  public:
+  explicit Arena(size_t first_block = kFirstBlock) : next_block_(first_block) {}
+
   /// `size` bytes aligned to `alignment`, a power of two of at most 16.
   void* Allocate(size_t size, size_t alignment = alignof(std::max_align_t)) {
     size_t start = (used_ + alignment - 1) & ~(alignment - 1);
@@ -45,9 +47,8 @@ class Arena {
   static constexpr size_t kLargestBlock = size_t{1024} * 1024;
 
   void Grow(size_t size) {
-    const size_t doubled = capacity_ == 0 ? kFirstBlock : capacity_ * 2;
-    const size_t next = doubled < kLargestBlock ? doubled : kLargestBlock;
-    capacity_ = size > next ? size : next;
+    capacity_ = size > next_block_ ? size : next_block_;
+    next_block_ = next_block_ < kLargestBlock / 2 ? next_block_ * 2 : kLargestBlock;
     blocks_.push_back(std::make_unique_for_overwrite<char[]>(capacity_));
     used_ = 0;
   }
@@ -55,6 +56,7 @@ class Arena {
   std::vector<std::unique_ptr<char[]>> blocks_;
   size_t used_ = 0;
   size_t capacity_ = 0;
+  size_t next_block_;
 };
 
 }  // namespace vorc

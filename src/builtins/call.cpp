@@ -41,14 +41,19 @@ void BuiltinCall::ReturnDouble(double value) {
   result_.kind = BuiltinValue::Kind::kDouble;
   result_.wide = true;
   result_.real = value;
-  std::memcpy(&result_.integer, &value, sizeof value);
 }
 
 void BuiltinCall::ReturnText(std::string_view text, size_t limit) {
   result_ = {};
   result_.kind = BuiltinValue::Kind::kText;
   if (limit != kNoLimit && limit > 0) text = text.substr(0, limit - 1);
-  if (text.size() <= kLongestResult) result_.text = runtime_.texts().CopyText(text);
+  if (loan_ != nullptr && text.size() < sizeof loan_->bytes) {
+    std::memcpy(loan_->bytes, text.data(), text.size());
+    loan_->bytes[text.size()] = '\0';
+    result_.text = loan_->bytes;
+    return;
+  }
+  result_.text = text.size() <= kLongestResult ? runtime_.texts().CopyText(text) : nullptr;
   if (result_.text == nullptr) out_of_memory_ = true;
 }
 

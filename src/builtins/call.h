@@ -14,12 +14,30 @@ namespace vorc {
 /// A value as built-ins see it: nothing, a number (integer bits or double) or text.
 struct BuiltinValue {
   enum class Kind : uint8_t { kNone, kInteger, kDouble, kText };
+  static constexpr uint32_t kUnmeasured = UINT32_MAX;
 
   Kind kind = Kind::kNone;
-  bool wide = false;           ///< the integer fills 64 bits
-  int64_t integer = 0;         ///< integer bits, or the bit pattern of the double
-  double real = 0.0;           ///< the double, when kind is kDouble
-  const char* text = nullptr;  ///< NUL-terminated, when kind is kText
+  bool wide = false;              ///< the integer fills 64 bits
+  uint32_t length = kUnmeasured;  ///< of the text, where that is known
+  union {
+    int64_t integer = 0;  ///< integer bits; of a double, its bit pattern
+    double real;
+    const char* text;  ///< NUL-terminated
+  };
+
+  std::string_view View() const {
+    return length == kUnmeasured ? std::string_view(text) : std::string_view(text, length);
+  }
+  void SetText(std::string_view measured) {
+    kind = Kind::kText;
+    text = measured.data();
+    length = measured.size() < kUnmeasured ? static_cast<uint32_t>(measured.size()) : kUnmeasured;
+  }
+};
+
+/// Room for a short text that is used up before the same call is made again.
+struct TextLoan {
+  char bytes[256];
 };
 
 /// One call of a built-in: typed access to its arguments, and the place for its result.
@@ -30,8 +48,9 @@ class BuiltinCall {
   static constexpr size_t kTextLimit = 4096;
   static constexpr size_t kNoLimit = static_cast<size_t>(-1);
 
-  BuiltinCall(ScriptRuntime& runtime, std::span<const BuiltinValue> arguments)
-      : runtime_(runtime), arguments_(arguments) {}
+  /// With a `loan`, a short text is answered in that: for a caller who copies it at once.
+  BuiltinCall(ScriptRuntime& runtime, std::span<const BuiltinValue> arguments, TextLoan* loan = nullptr)
+      : runtime_(runtime), arguments_(arguments), loan_(loan) {}
 
   ScriptRuntime& runtime() const { return runtime_; }
 
@@ -42,7 +61,7 @@ class BuiltinCall {
   std::optional<std::string_view> Text(size_t i) const {
     const BuiltinValue& value = Argument(i);
     if (value.kind != BuiltinValue::Kind::kText || value.text == nullptr) return std::nullopt;
-    return std::string_view(value.text);
+    return value.View();
   }
   /// The low 32 bits of a number (of the bit pattern, for a double), or nullopt.
   std::optional<int32_t> Int(size_t i) const {
@@ -63,7 +82,7 @@ class BuiltinCall {
   }
   void ReturnInt64(int64_t value);
   void ReturnDouble(double value);
-  /// The text, cut to `limit` - 1 bytes. Copied into storage that lives to the end of the run.
+  /// The text, cut to `limit` - 1 bytes. Copied into storage that lives as long as the script can see it.
   void ReturnText(std::string_view text, size_t limit = kTextLimit);
 
   const BuiltinValue& result() const { return result_; }
@@ -74,6 +93,7 @@ class BuiltinCall {
 
   ScriptRuntime& runtime_;
   std::span<const BuiltinValue> arguments_;
+  TextLoan* loan_;
   BuiltinValue result_;
   bool out_of_memory_ = false;
 };

@@ -28,10 +28,9 @@ class ScriptRuntime {
   template <typename T>
   T& State() {
     const size_t index = kIndex<T>;
-    if (index >= states_.size()) states_.resize(index + 1);
-    auto& state = states_[index];
-    if (state == nullptr) state = std::make_unique<Holder<T>>();
-    return static_cast<Holder<T>*>(state.get())->value;
+    if (index >= states_.size() || states_[index] == nullptr) [[unlikely]]
+      MakeState<T>(index);
+    return static_cast<Holder<T>*>(states_[index].get())->value;
   }
 
  private:
@@ -42,6 +41,12 @@ class ScriptRuntime {
   struct Holder final : AnyHolder {
     T value;
   };
+
+  template <typename T>
+  [[gnu::noinline]] void MakeState(size_t index) {
+    if (index >= states_.size()) states_.resize(index + 1);
+    states_[index] = std::make_unique<Holder<T>>();
+  }
 
   static size_t NextIndex();
   template <typename T>

@@ -1,8 +1,10 @@
 #include "builtins/table.h"
 
+#include <algorithm>
+#include <array>
+#include <iterator>
 #include <span>
 #include <string_view>
-#include <unordered_map>
 
 #include "builtins/bindings.h"
 
@@ -10,14 +12,8 @@ namespace vorc {
 
 namespace {
 
-struct Row {
-  const char* name;
-  int argument_count;
-  BuiltinResult result;
-};
-
-constexpr Row kRows[] = {
-#define SYSFUNC(name, count, result) {name, count, BuiltinResult::result},
+constexpr SysFunc kRows[] = {
+#define SYSFUNC(name, count, result) {name, count, BuiltinResult::result, (count) < 0, nullptr},
 #include "builtins/builtins.def"
 #undef SYSFUNC
 };
@@ -25,56 +21,54 @@ constexpr Row kRows[] = {
 // Two built-ins of the closed SQL client take any count, though the table gives one.
 constexpr std::string_view kAnyCount[] = {"morv_sql_connect", "morv_sql_connect_remote"};
 
-bool TakesAnyCount(const Row& row) {
-  for (const std::string_view name : kAnyCount) {
-    if (name == row.name) return true;
-  }
-  return row.argument_count < 0;
-}
+constexpr auto kInOrderOfNames = [] {
+  std::array<uint16_t, std::size(kRows)> rows{};
+  for (size_t i = 0; i < rows.size(); ++i) rows[i] = static_cast<uint16_t>(i);
+  std::sort(rows.begin(), rows.end(),
+            [](size_t a, size_t b) { return std::string_view(kRows[a].name) < kRows[b].name; });
+  return rows;
+}();
 
-std::unordered_map<std::string_view, BuiltinHandler> Handlers() {
+BuiltinHandler HandlerOf(std::string_view name) {
   const std::span<const BuiltinBinding> tables[] = {
       BasicBuiltins(),  CheckBuiltins(),       CodeBuiltins(),    ContainerBuiltins(), CryptoBuiltins(),
       FileBuiltins(),   FingerprintBuiltins(), JsonBuiltins(),    PictureBuiltins(),   ProcessBuiltins(),
       RegexBuiltins(),  ShellUtilBuiltins(),   StringBuiltins(),  SystemBuiltins(),    TensorBuiltins(),
       ThreadBuiltins(), VersionBuiltins(),     NetworkBuiltins(), LanguageBuiltins(),  SqlBuiltins(),
   };
-  std::unordered_map<std::string_view, BuiltinHandler> handlers;
   for (const auto& table : tables) {
-    for (const BuiltinBinding& binding : table) handlers.emplace(binding.name, binding.handler);
+    for (const BuiltinBinding& binding : table) {
+      if (binding.name == name) return binding.handler;
+    }
   }
-  return handlers;
+  return nullptr;
 }
 
-std::vector<SysFunc> MakeTable() {
-  const auto handlers = Handlers();
-  std::vector<SysFunc> table;
-  table.reserve(std::size(kRows));
-  for (const Row& row : kRows) {
-    const auto found = handlers.find(row.name);
-    table.push_back({row.name, row.argument_count, row.result, TakesAnyCount(row),
-                     found == handlers.end() ? nullptr : found->second});
-  }
-  return table;
-}
+// A script uses a few of them: each is bound to its handler when it is first asked for.
+struct Table {
+  SysFunc rows[std::size(kRows)];
+  bool bound[std::size(kRows)];
 
-std::unordered_map<std::string_view, const SysFunc*> MakeIndex() {
-  std::unordered_map<std::string_view, const SysFunc*> index;
-  for (const SysFunc& row : SystemFunctions()) index.emplace(row.name, &row);
-  return index;
-}
+  const SysFunc* At(size_t i) {
+    SysFunc& row = rows[i];
+    if (!bound[i]) {
+      row = kRows[i];
+      row.any_count |= std::find(std::begin(kAnyCount), std::end(kAnyCount), row.name) != std::end(kAnyCount);
+      row.handler = HandlerOf(row.name);
+      bound[i] = true;
+    }
+    return &row;
+  }
+};
+constinit Table table{};
 
 }  // namespace
 
-const std::vector<SysFunc>& SystemFunctions() {
-  static const std::vector<SysFunc> table = MakeTable();
-  return table;
-}
-
 const SysFunc* FindSystemFunction(std::string_view name) {
-  static const auto index = MakeIndex();
-  const auto found = index.find(name);
-  return found == index.end() ? nullptr : found->second;
+  const auto found =
+      std::lower_bound(kInOrderOfNames.begin(), kInOrderOfNames.end(), name,
+                       [](size_t row, std::string_view wanted) { return kRows[row].name < wanted; });
+  return found == kInOrderOfNames.end() || kRows[*found].name != name ? nullptr : table.At(*found);
 }
 
 }  // namespace vorc

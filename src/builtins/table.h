@@ -1,7 +1,6 @@
 #pragma once
 
 #include <string_view>
-#include <vector>
 
 #include "builtins/call.h"
 
@@ -21,8 +20,5 @@ struct SysFunc {
 
 /// The row of a name, or null.
 const SysFunc* FindSystemFunction(std::string_view name);
-
-/// Every row, in the order of the table.
-const std::vector<SysFunc>& SystemFunctions();
 
 }  // namespace vorc

@@ -52,6 +52,13 @@ bool IsTemp(const TacOperand& operand) {
   return operand.kind == TacOperand::Kind::kTemp;
 }
 
+void CaptureNumberCompare(Walk& walk, const TacOperand& a, int64_t number, std::string_view text) {
+  const AsmOp op = IsTemp(a) ? ASMOP_CMP_TMPVAR_WITH_NUMBER : ASMOP_CMP_SYMVAR_WITH_NUMBER;
+  Instruction& instruction = CaptureAssembly(walk, op, text);
+  instruction.operand1 = a;
+  instruction.operand2 = NumberOperand(walk.procedure, number);
+}
+
 }  // namespace
 
 TacOperand TempOperand(int32_t temp) {
@@ -68,6 +75,13 @@ TacOperand SymbolOperand(const SYM_REC* symbol) {
   return operand;
 }
 
+TacOperand TextOperand(std::string_view text) {
+  TacOperand operand;
+  operand.kind = TacOperand::Kind::kString;
+  operand.text = text;
+  return operand;
+}
+
 TacOperand NumberOperand(Procedure& procedure, int64_t number) {
   TacOperand operand;
   operand.kind = TacOperand::Kind::kNumber;
@@ -77,8 +91,12 @@ TacOperand NumberOperand(Procedure& procedure, int64_t number) {
 
 void AddSourceLineToFtac(Walk& walk, SourceLine line) {
   walk.line = line;
+  // What nothing of the statement before took is of no account.
+  walk.is_inexact = false;
   Instruction* marker = Add_flattened_three_address_code(walk);
   marker->is_marker = true;
+  marker->is_asm = true;
+  marker->asmop = ASMOP_SOURCE_LINE;
   marker->text = QuotedLine(walk.slot, line);
 }
 
@@ -118,16 +136,18 @@ std::string_view LabelString(Procedure& procedure, int32_t number) {
 
 void CaptureLabel(Walk& walk, int32_t number, std::string_view comment) {
   const std::string_view label = LabelString(walk.procedure, number);
-  CaptureAssembly(walk, ASMOP_LABEL, Compose(walk.procedure, label, ": "), comment).label = label;
+  CaptureAssembly(walk, ASMOP_LABEL, Compose(walk.procedure, label, ": \n"), comment).label = label;
 }
 
 void CaptureCompareWithNumber(Walk& walk, const TacOperand& a, int64_t number, std::string_view comment) {
   Procedure& procedure = walk.procedure;
-  const AsmOp op = IsTemp(a) ? ASMOP_CMP_TMPVAR_WITH_NUMBER : ASMOP_CMP_SYMVAR_WITH_NUMBER;
-  const std::string_view text = Compose(procedure, "CMP8 ", NameIn(procedure, a), " , ", number);
-  Instruction& instruction = CaptureAssembly(walk, op, text, comment);
-  instruction.operand1 = a;
-  instruction.operand2 = NumberOperand(procedure, number);
+  CaptureNumberCompare(walk, a, number,
+                       Compose(procedure, "CMP8 ", NameIn(procedure, a), " , ", number, " , ", comment));
+}
+
+void CaptureCompareWithCase(Walk& walk, const TacOperand& a, int64_t value) {
+  Procedure& procedure = walk.procedure;
+  CaptureNumberCompare(walk, a, value, Compose(procedure, "CMP8 ", NameIn(procedure, a), ",", value));
 }
 
 void CaptureCompare(Walk& walk, const TacOperand& a, const TacOperand& b, std::string_view comment) {
@@ -140,10 +160,11 @@ void CaptureCompare(Walk& walk, const TacOperand& a, const TacOperand& b, std::s
   instruction.operand2 = b;
 }
 
-void CaptureLoadImmediate(Walk& walk, int32_t temp, std::string_view number, std::string_view comment) {
-  Instruction& instruction = CaptureAssembly(
-      walk, ASMOP_LOADIMMED_TMPVAR_NUMBER,
-      Compose(walk.procedure, walk.mnemonics.loadimm, " ", TempName{temp}, ",", number), comment);
+void CaptureLoadImmediate(Walk& walk, int32_t temp, std::string_view number, std::string_view mnemonic) {
+  Instruction& instruction =
+      CaptureAssembly(walk, ASMOP_LOADIMMED_TMPVAR_NUMBER,
+                      Compose(walk.procedure, mnemonic.empty() ? walk.mnemonics.loadimm : mnemonic, " ",
+                              TempName{temp}, ",", number));
   instruction.result = TempOperand(temp);
   instruction.operand2.kind = TacOperand::Kind::kNumber;
   instruction.operand2.text = walk.procedure.Keep(number);
@@ -154,11 +175,12 @@ void CaptureClear(Walk& walk, int32_t temp, std::string_view comment) {
       .result = TempOperand(temp);
 }
 
-void CaptureAddressOfGlobal(Walk& walk, int32_t temp, const SYM_REC* symbol) {
-  const std::string_view name = AsmNameOf(walk.procedure.context, symbol);
+void CaptureAddressOfGlobal(Walk& walk, int32_t temp, const SYM_REC* symbol, bool as_argument) {
+  const std::string_view name = symbol->name->Text;
   Instruction& instruction =
       CaptureAssembly(walk, ASMOP_OPCODE_LOADADDR_TMPVAR_SYMVAR,
-                      Compose(walk.procedure, "OPCODE_LOADADDR ", TempName{temp}, " ", name));
+                      Compose(walk.procedure, as_argument ? "loadaddr " : "OPCODE_LOADADDR ", TempName{temp},
+                              as_argument ? " ," : " ", name));
   instruction.result = TempOperand(temp);
   instruction.operand1.kind = TacOperand::Kind::kLabel;
   instruction.operand1.text = name;
@@ -168,7 +190,7 @@ void CaptureAddressOfGlobal(Walk& walk, int32_t temp, const SYM_REC* symbol) {
 void CaptureAddressOfLabel(Walk& walk, int32_t temp, std::string_view label, std::string_view comment) {
   Instruction& instruction =
       CaptureAssembly(walk, ASMOP_OPCODE_LOADADDR_TMPVAR_SYMVAR,
-                      Compose(walk.procedure, "LOADADDR ", TempName{temp}, ", ", label), comment);
+                      Compose(walk.procedure, "LOADADDR ", TempName{temp}, ", ", label, "\n"), comment);
   instruction.result = TempOperand(temp);
   instruction.operand1.kind = TacOperand::Kind::kLabel;
   instruction.operand1.text = walk.procedure.Keep(label);
@@ -185,6 +207,16 @@ Instruction& CaptureAddressInFrame(Walk& walk, int32_t temp, int32_t distance, s
   instruction.number = distance;
   instruction.addressed = addressed;
   return instruction;
+}
+
+void CaptureAddressOfObject(Walk& walk, int32_t temp, int32_t distance, const SYM_REC* symbol) {
+  Instruction& instruction =
+      CaptureAssembly(walk, ASMOP_OPCODE_LOADADDR_TMPVAR_SYMVAR,
+                      Compose(walk.procedure, "OPCODE_LOADADDR ", TempName{temp}, " ", symbol->name->Text));
+  instruction.result = TempOperand(temp);
+  instruction.reg = "FRAMEPTR";
+  instruction.number = distance;
+  instruction.addressed = symbol;
 }
 
 void CaptureAddNumber(Walk& walk, int32_t result, int32_t a, int64_t number, std::string_view said) {
@@ -229,6 +261,12 @@ void CaptureLoad(Walk& walk, int32_t result, int32_t base, AccessWidth width, st
   instruction.is_wide = IsWideNumber(width);
 }
 
+void CapturePointerLoad(Walk& walk, int32_t result, int32_t base, std::string_view name) {
+  CaptureLoad(walk, result, base, {walk.mnemonics.address_bytes, true, true});
+  walk.procedure.last->text = Compose(walk.procedure, "OPCODE_LOAD ", TempName{result}, " [", TempName{base},
+                                      "]  //value of pointer '", name, "'");
+}
+
 void CaptureStore(Walk& walk, int32_t value, int32_t base, AccessWidth width) {
   const std::string_view mnemonic = StoreMnemonic(width);
   Instruction& instruction =
@@ -238,6 +276,10 @@ void CaptureStore(Walk& walk, int32_t value, int32_t base, AccessWidth width) {
   instruction.operand1 = TempOperand(base);
   instruction.mnemonic = mnemonic;
   instruction.is_wide = IsWideNumber(width);
+}
+
+void CaptureModifiedStruct(Walk& walk, const SYM_REC* symbol) {
+  CaptureAssembly(walk, INVALID_ASMOP, Compose(walk.procedure, "MODIFIED_STRUCT ", symbol->name->Text));
 }
 
 void CapturePush(Walk& walk, const TacOperand& value, int width, std::string_view comment,
@@ -260,11 +302,12 @@ void CapturePopRegister(Walk& walk, std::string_view reg) {
   CaptureAssembly(walk, ASMOP_POP_REG, Compose(walk.procedure, walk.mnemonics.pop, " ", reg)).reg = reg;
 }
 
-void CaptureMoveVarToReg(Walk& walk, std::string_view reg, const TacOperand& value) {
+void CaptureMoveVarToReg(Walk& walk, std::string_view reg, const TacOperand& value,
+                         std::string_view mnemonic) {
   Procedure& procedure = walk.procedure;
-  Instruction& instruction = CaptureAssembly(
-      walk, ASMOP_MOVE_VAR_TO_REG,
-      Compose(procedure, walk.mnemonics.alu_move, " ", reg, " , ", NameIn(procedure, value), " "));
+  Instruction& instruction =
+      CaptureAssembly(walk, ASMOP_MOVE_VAR_TO_REG,
+                      Compose(procedure, mnemonic, " ", reg, " , ", NameIn(procedure, value), " "));
   instruction.operand1 = value;
   instruction.reg = reg;
 }
@@ -283,7 +326,7 @@ BasicBlock* StartBlock(Walk& walk, std::string_view reason) {
   procedure.current_bb = block;
   CaptureAssembly(walk, ASMOP_BASIC_BLOCK_BEGIN_LABEL,
                   Compose(procedure, ">>>>>>>>>>> New Basic Block Start here , Block Number_", block->bb_no,
-                          ": ", reason));
+                          ": ", reason, "\n"));
   return block;
 }
 

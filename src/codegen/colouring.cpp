@@ -143,7 +143,7 @@ void Colouring::ColourSpilled() {
   while (!spill_stack_.empty()) {
     const size_t node = spill_stack_.back();
     spill_stack_.pop_back();
-    WriteNode("popped from spill stack node N\n", node, "\n");
+    log_.Write("popped from spill stack node N\n");
     if (ColourNode(node)) continue;
     log_.Write("No Color for Node N\n", "put_spill_to_not_colorable_stack_and_remove_N_from_G\n");
     not_colorable_stack_.push_back(node);

@@ -109,7 +109,7 @@ void BlockEmitter::LoadInVars() {
         Line("load8 ", reg, " ,[rr61]  // load value of generated local var  tmpreg_", described.temp,
              " from stack");
       } else if (slot == procedure_.frame.end()) {
-        Line("loadaddr rr61, ", AsmNameOf(procedure_.context, described.symbol));
+        Line("loadaddr rr61, ", described.symbol->name->Text);
         Line(LoadMnemonicOf(variable), ' ', reg, " ,[rr61]");
       } else {
         const bool parameter = slot->second.is_parameter;
@@ -151,7 +151,7 @@ void BlockEmitter::StoreOutVars() {
       Line(mnemonics_.addr_sub, " rr61, FRAMEPTR, ", procedure_.HomeOf(described.temp));
       Line("store8 ", reg, " ,[rr61]  // store value of tmpreg_", described.temp, " on to stack");
     } else if (slot == procedure_.frame.end()) {
-      const std::string_view name = AsmNameOf(procedure_.context, described.symbol);
+      const std::string_view name = described.symbol->name->Text;
       Line("loadaddr rr61, ", name);
       Line(StoreMnemonicOf(variable), ' ', reg, " ,[rr61]  // store  value of global variable '", name, "' ");
     } else {
@@ -189,7 +189,7 @@ void BlockEmitter::WriteAddress(int32_t number, int reg) {
   const auto slot = procedure_.frame.find(symbol);
   if (slot == procedure_.frame.end()) {
     log_.Write("//loadvariable_address: Global Var '", symbol->name->Text, "' is of type '", type, "'\n");
-    return Line("loadaddr ", name, ", ", AsmNameOf(procedure_.context, symbol));
+    return Line("loadaddr ", name, ", ", symbol->name->Text);
   }
   const bool parameter = slot->second.is_parameter;
   log_.Write("//loadvariable_address: ", parameter ? "Parameter" : "Local", " Var '", symbol->name->Text,

@@ -52,10 +52,14 @@ class BlockEmitter {
   // --- emission_instructions.cpp
   void Emit(const Instruction& instruction);
   int Read(const Instruction& instruction, const TacOperand& operand, int scratch);
+  int ColourOf(const Instruction& instruction, const TacOperand& operand);
   int Target(const Instruction& instruction, const TacOperand& operand);
-  void Finish(const Instruction& instruction, const TacOperand& operand, int reg, bool store = false);
+  void Finish(const Instruction& instruction, const TacOperand& operand, int reg, bool store = false,
+              std::string_view before_address = " , ");
+  void StoreScratch(const TacOperand& operand);
   void EmitPlain(const Instruction& instruction);
   void EmitAssign(const Instruction& instruction);
+  bool NeedsUnsignedForm(const Instruction& instruction) const;
   void EmitBinary(const Instruction& instruction);
   void EmitUnary(const Instruction& instruction);
   void EmitStep(const Instruction& instruction);

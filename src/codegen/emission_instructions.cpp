@@ -69,19 +69,33 @@ int BlockEmitter::Read(const Instruction& instruction, const TacOperand& operand
   return range->register_position;
 }
 
+// The colour of an operand, -1 for none.
+int BlockEmitter::ColourOf(const Instruction& instruction, const TacOperand& operand) {
+  if (!operand.IsVariable()) return -1;
+  const LiveRange* range = ColouredAt(operand.variable, instruction.index);
+  return range == nullptr ? -1 : range->register_position;
+}
+
 // The register that a definition writes.
 int BlockEmitter::Target(const Instruction& instruction, const TacOperand& operand) {
-  const LiveRange* range = ColouredAt(operand.variable, instruction.index);
-  return range == nullptr ? static_cast<int>(kRr61) : range->register_position;
+  const int colour = ColourOf(instruction, operand);
+  return colour < 0 ? static_cast<int>(kRr61) : colour;
 }
 
 // Ends a definition: the value goes to memory where it must.
-void BlockEmitter::Finish(const Instruction& instruction, const TacOperand& operand, int reg, bool store) {
+void BlockEmitter::Finish(const Instruction& instruction, const TacOperand& operand, int reg, bool store,
+                          std::string_view before_address) {
   LiveRange* range = ColouredAt(operand.variable, instruction.index);
   if (range != nullptr) range->value_loaded = true;
   if (range != nullptr && !store && !MustStore(operand.variable)) return;
   WriteAddress(operand.variable, kRr62);
-  Line(StoreMnemonicOf(operand.variable), ' ', RegisterName(reg), " , [rr62]");
+  Line(StoreMnemonicOf(operand.variable), ' ', RegisterName(reg), before_address, "[rr62]");
+}
+
+// The same for a value without a colour that was worked on in rr62.
+void BlockEmitter::StoreScratch(const TacOperand& operand) {
+  WriteAddress(operand.variable, kRr61);
+  Line(StoreMnemonicOf(operand.variable), " rr62 , [rr61]");
 }
 
 void BlockEmitter::Emit(const Instruction& instruction) {
@@ -98,6 +112,8 @@ void BlockEmitter::Emit(const Instruction& instruction) {
 }
 
 void BlockEmitter::EmitPlain(const Instruction& instruction) {
+  if (instruction.address_code_type == ADDRESS_CODE_TYPE_TWO_ADDRESS_CODE)
+    log_.Write("//ADDRESS_CODE_TYPE_TWO_ADDRESS_CODE \n");
   switch (instruction.op) {
     case Tok::ASSIGN: return EmitAssign(instruction);
     case Tok::UNARYMINUS:
@@ -113,9 +129,15 @@ void BlockEmitter::EmitPlain(const Instruction& instruction) {
 
 void BlockEmitter::EmitAssign(const Instruction& instruction) {
   const TacOperand& value = instruction.operand2;
+  const int colour = ColourOf(instruction, instruction.operand1);
   const int target = Target(instruction, instruction.operand1);
-  log_.Write("//ADDRESS_CODE_TYPE_TWO_ADDRESS_CODE \n//optype=ASSIGN dest_reg=", target, '\n');
-  if (value.IsConstant()) {
+  log_.Write("//optype=ASSIGN dest_reg=", colour,
+             ",operand1_reg=-1,operand2_reg=", ColourOf(instruction, value), '\n');
+  if (value.kind == TacOperand::Kind::kString) {
+    Line("loadaddr rr62, ", value.text);
+    if (colour < 0) return StoreScratch(instruction.operand1);
+    Line(mnemonics_.word_move, ' ', RegisterName(colour), " ,rr62");
+  } else if (value.IsConstant()) {
     Line(mnemonics_.loadimm, "  ", RegisterName(target), ',',
          vorc_imm_for_target(procedure_.slot.Target, value.text));
   } else {
@@ -125,16 +147,23 @@ void BlockEmitter::EmitAssign(const Instruction& instruction) {
   Finish(instruction, instruction.operand1, target);
 }
 
+// An unsigned int lies zero-extended in a wider register, where both shifts to the right do the same.
+bool BlockEmitter::NeedsUnsignedForm(const Instruction& instruction) const {
+  const bool narrow = !instruction.is_wide && mnemonics_.cpu_bytes == 8;
+  return instruction.is_unsigned && !(narrow && instruction.op == Tok::RIGHTSHIFT);
+}
+
 void BlockEmitter::EmitBinary(const Instruction& instruction) {
   const OperatorName* name = get_operator_name_for_codegen(instruction.op);
+  log_.Write("//ADDRESS_CODE_TYPE_THREE_ADDRESS_CODE dest_reg=", ColourOf(instruction, instruction.result),
+             ",operand1_reg=", ColourOf(instruction, instruction.operand1),
+             ",operand2_reg=", ColourOf(instruction, instruction.operand2), '\n');
   if (name == nullptr) return Line("NOP");
   const int first = Read(instruction, instruction.operand1, kRr62);
   const bool immediate = instruction.operand2.kind == TacOperand::Kind::kNumber;
   const int second = immediate ? 0 : Read(instruction, instruction.operand2, kRr61);
   const int target = Target(instruction, instruction.result);
-  log_.Write("//ADDRESS_CODE_TYPE_THREE_ADDRESS_CODE dest_reg=", target, ",operand1_reg=", first,
-             ",operand2_reg=", second, '\n');
-  const std::string_view stem = instruction.is_unsigned ? name->unsigned_name : name->name;
+  const std::string_view stem = NeedsUnsignedForm(instruction) ? name->unsigned_name : name->name;
   const std::string_view size(&mnemonics_.word_digit, name->sized ? 1 : 0);
   Line(stem, size, "  ", RegisterName(target), ',', RegisterName(first), ',',
        immediate ? vorc_imm_for_target(procedure_.slot.Target, instruction.operand2.text)
@@ -160,14 +189,13 @@ void BlockEmitter::EmitUnary(const Instruction& instruction) {
 void BlockEmitter::EmitStep(const Instruction& instruction) {
   const TacOperand& variable = instruction.operand1;
   const bool up = instruction.op == Tok::PLUS_PLUS || instruction.op == Tok::POST_PLUS_PLUS;
-  // An uncoloured value stays in rr61, so that its address can go to rr62.
-  const int reg =
-      Read(instruction, variable, ColouredAt(variable.variable, instruction.index) ? kRr62 : kRr61);
+  const int reg = Read(instruction, variable, kRr62);
   const std::string_view name = RegisterName(reg);
   if (variable.indirection == kByObject)
     Line(up ? mnemonics_.addr_add : mnemonics_.addr_sub, ' ', name, " , ", name, " , ", instruction.number);
   else
     Line(up ? "inc " : "dec ", name);
+  if (reg == kRr62) return StoreScratch(variable);
   Finish(instruction, variable, reg);
 }
 
@@ -185,9 +213,9 @@ void BlockEmitter::EmitAssembly(const Instruction& instruction) {
     case ASMOP_PUSH_TMPVAR: return EmitPush(instruction);
     case ASMOP_MOVE_REG_TO_VAR: {
       const int target = Target(instruction, instruction.result);
-      Line(mnemonics_.word_move, ' ', RegisterName(target), " ,", instruction.reg);
+      Line(mnemonics_.word_move, ' ', RegisterName(target), target == kRr61 ? ", " : " ,", instruction.reg);
       // What is popped next may go to the very register.
-      return Finish(instruction, instruction.result, target, true);
+      return Finish(instruction, instruction.result, target, true, ", ");
     }
     case ASMOP_MOVE_VAR_TO_REG: {
       const int source = Read(instruction, instruction.operand1, kRr61);
@@ -207,7 +235,7 @@ void BlockEmitter::EmitAssembly(const Instruction& instruction) {
       const int target = Target(instruction, instruction.result);
       Line(mnemonics_.loadimm, ' ', RegisterName(target), " ,",
            vorc_imm_for_target(procedure_.slot.Target, instruction.operand2.text));
-      return Finish(instruction, instruction.result, target);
+      return Finish(instruction, instruction.result, target, false, target == kRr61 ? ", " : " ,");
     }
     case ASMOP_OPCODE_CLR_TMPVAR: {
       const int target = Target(instruction, instruction.result);
@@ -290,7 +318,12 @@ void BlockEmitter::EmitArithmetic(const Instruction& instruction) {
 }
 
 void BlockEmitter::EmitText(const Instruction& instruction) {
-  Line(three_address_instruction_str(procedure_, instruction));
+  if (instruction.sets_return_reg) {  // brings the line's mark itself
+    assembly_.Write(instruction.text, '\n');
+    log_.Write(instruction.text, '\n');
+    return;
+  }
+  Line(three_address_instruction_str(procedure_, instruction, std::string_view::npos));
   const int32_t size = procedure_.locals_size + 8 * procedure_.tmpvar_count;
   if (instruction.text.ends_with("FRAMEPTR,STACKPTR") && instruction.no_translation && size > 0)
     Line(mnemonics_.addr_sub, " STACKPTR,STACKPTR,", size);

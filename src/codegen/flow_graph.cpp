@@ -30,7 +30,7 @@ void EmitProcEnd(Walk& walk) {
   CaptureFrameLine(walk, ASMOP_PLAIN_TEXT,
                    Compose(procedure, walk.mnemonics.frame_move, " STACKPTR,FRAMEPTR"));
   CaptureFrameLine(walk, ASMOP_PLAIN_TEXT, Compose(procedure, walk.mnemonics.frame_move, " PC,LR"));
-  CaptureAssembly(walk, ASMOP_FUNCTION_FOOTER, Compose(procedure, "END //", procedure.name, "\n\n"));
+  CaptureAssembly(walk, ASMOP_FUNCTION_FOOTER, Compose(procedure, "END //", procedure.name, "\n\n\n"));
 }
 
 // A struct parameter is the address of the caller's struct; the callee works on a copy.
@@ -82,8 +82,9 @@ void WalkBody(Walk& walk) {
   if (IsEntry(procedure)) CallConstructors(walk, walk.slot.Globals, false, "global object constructor");
   CallConstructors(walk, body->LocalsHeader, false, "local object constructor");
   if (body->Statements.First != nullptr) {
-    const std::string_view text = Compose(procedure, ">>>>>>>>>>> New Basic Block Start here , Block Number_",
-                                          procedure.current_bb->bb_no, ": First Basic Block of the Function");
+    const std::string_view text =
+        Compose(procedure, ">>>>>>>>>>> New Basic Block Start here , Block Number_",
+                procedure.current_bb->bb_no, ": First Basic Block of the Function\n");
     CaptureAssembly(walk, ASMOP_BASIC_BLOCK_BEGIN_LABEL, text);
     procedure.log().Write("00000000: ", text, '\n');
     WalkStatements(walk);

@@ -3,6 +3,7 @@
 #include "base/format.h"
 #include "codegen/block_hook.h"
 #include "codegen/passes.h"
+#include "codegen/rendering.h"
 
 namespace vorc {
 
@@ -49,7 +50,8 @@ bool RangeBuilder::MakesNoRange(const Instruction& instruction) {
     case ASMOP_GOTO_LABEL:
     case ASMOP_BASIC_BLOCK_BEGIN_LABEL:
     case ASMOP_OPCODE_STORE_TMPVAR_TMPVAR_NUMBER:
-      procedure_.log().Write("\ninstruction_index:", Padded{instruction.index, 8}, ' ', instruction.text,
+      procedure_.log().Write("\ninstruction_index:", Padded{instruction.index, 8}, ' ',
+                             three_address_instruction_str(procedure_, instruction),
                              " -> live range not calculated\n");
       return true;
     case ASMOP_FUNCTION_HEADER:

@@ -27,6 +27,12 @@ class Marks {
   int32_t stamp_ = 1;
 };
 
+// The log calls the temporary that an assignment copies a first operand.
+int NamedKind(const Instruction& instruction, int kind) {
+  const bool assigns = !instruction.is_asm && instruction.op == Tok::ASSIGN;
+  return assigns && kind == THREE_ADDRESS_USE_VAR2_TEMPREGISTER ? THREE_ADDRESS_USE_VAR1_TEMPREGISTER : kind;
+}
+
 int UseKind(const TacOperand& operand, int place) {
   if (place == 0) return THREE_ADDRESS_USE_VAR0_TEMPREGISTER;
   const bool temp = operand.kind == TacOperand::Kind::kTemp;
@@ -75,7 +81,8 @@ void three_address_code_identify_def_and_use_vars(Procedure& procedure, BasicBlo
         log.Write("defined/modified in the previous instruction:", previous, " and not an IN var \n");
         continue;
       }
-      log.Write("identified as possible IN var -> ", three_address_var_type_name(UseKind(*use, place)), '\n');
+      log.Write("identified as possible IN var -> ",
+                three_address_var_type_name(NamedKind(*at, UseKind(*use, place))), '\n');
       if (previous == kNowhere) {
         defined_at[static_cast<size_t>(use->variable)] = kReadBefore;
         touched.push_back(use->variable);

@@ -38,11 +38,6 @@ void WriteVariable(TextWriter& out, const Procedure& procedure, int32_t number) 
     out.Write("tmpreg_", variable.temp);
 }
 
-std::string_view AsmNameOf(const CodegenContext& context, const SYM_REC* symbol) {
-  const auto renamed = context.asm_names.find(symbol);
-  return renamed == context.asm_names.end() ? symbol->name->Text : std::string_view(renamed->second);
-}
-
 // Overloads and members of different classes may have one name; the assembler's names are all different.
 std::string_view AsmNameOf(CodegenContext& context, const FUNCPROTO_REC* function) {
   const auto known = context.asm_names.find(function);

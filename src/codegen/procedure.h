@@ -100,7 +100,7 @@ struct CodegenContext {
   int32_t tac_samples = 0;
   int32_t procedures = 0;
   std::string label_stem{};  ///< name of the source as it stands in labels
-  std::unordered_map<const void*, std::string> asm_names{};
+  std::unordered_map<const FUNCPROTO_REC*, std::string> asm_names{};
   std::unordered_set<std::string> taken_names{};
 };
 
@@ -180,8 +180,7 @@ struct Procedure {
 std::string_view QuotedLine(const C_SLOT& slot, SourceLine line);
 /// Writes a variable's name: "tmpreg_N" or the symbol's own.
 void WriteVariable(TextWriter& out, const Procedure& procedure, int32_t variable);
-/// The name that the assembler sees for a symbol or function.
-std::string_view AsmNameOf(const CodegenContext& context, const SYM_REC* symbol);
+/// The name that the assembler sees for a function.
 std::string_view AsmNameOf(CodegenContext& context, const FUNCPROTO_REC* function);
 /// Adds both sides of a jump edge.
 void AddJumpEdge(BasicBlock* from, BasicBlock* to);

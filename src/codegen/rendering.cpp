@@ -6,8 +6,6 @@ namespace vorc {
 
 namespace {
 
-constexpr size_t kLongestText = 255;
-
 std::string Step(const Instruction& instruction, const char* sign) {
   const std::string name = OperandName(instruction.operand1);
   if (instruction.operand1.indirection == kByObject)
@@ -36,6 +34,7 @@ std::string OperandName(const TacOperand& operand) {
   switch (operand.kind) {
     case TacOperand::Kind::kTemp: return "tmpreg_" + std::to_string(operand.temp);
     case TacOperand::Kind::kSymbol: return std::string(operand.symbol->name->Text);
+    case TacOperand::Kind::kString: return {};
     default: return std::string(operand.text);
   }
 }
@@ -79,13 +78,13 @@ std::string_view address_code_type_string(AddressCodeType type) {
   }
 }
 
-std::string three_address_instruction_str(const Procedure&, const Instruction& instruction) {
+std::string three_address_instruction_str(const Procedure&, const Instruction& instruction, size_t longest) {
   if (!instruction.is_asm) return Plain(instruction);
   const char* jump = instruction.asmop == ASMOP_JNE   ? "JNE "
                      : instruction.asmop == ASMOP_JE  ? "JE "
                      : instruction.asmop == ASMOP_JMP ? "JMP "
                                                       : "";
-  return jump + std::string(instruction.text.substr(0, kLongestText));
+  return jump + std::string(instruction.text.substr(0, longest));
 }
 
 }  // namespace vorc

@@ -7,8 +7,11 @@
 
 namespace vorc {
 
-/// An instruction as the logs and the assembler's comments show it.
-std::string three_address_instruction_str(const Procedure& procedure, const Instruction& instruction);
+inline constexpr size_t kLongestText = 255;
+
+/// An instruction as the logs show it; they cut long texts.
+std::string three_address_instruction_str(const Procedure& procedure, const Instruction& instruction,
+                                          size_t longest = kLongestText);
 
 /// Names for the logs: only those that outside checkers know are told apart.
 std::string_view asmop_string(int asmop);

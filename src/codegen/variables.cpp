@@ -1,3 +1,4 @@
+#include "base/format.h"
 #include "codegen/frame.h"
 #include "codegen/passes.h"
 #include "codegen/rendering.h"
@@ -120,7 +121,6 @@ void CreateVariableNameList(Procedure& procedure) {
     insert_generated_variable(procedure, &at->operand1);
     insert_generated_variable(procedure, &at->operand2);
     if (at->operand2.kind == TacOperand::Kind::kString) {
-      at->operand2.kind = TacOperand::Kind::kLabel;
       at->operand2.text =
           procedure.context.strings.AddUnnamedStringToDataSection(at->operand2.text, at->line);
     }
@@ -135,7 +135,7 @@ void PrintVariableNameList(Procedure& procedure) {
   log.Write("********************PrintVariableNameList BEGIN***********************\n");
   for (size_t i = 0; i < procedure.variables.size(); ++i) {
     WriteVariable(log, procedure, static_cast<int32_t>(i));
-    log.Write("(addr=", Hex{i + 1, 8}, ")\n");
+    log.Write("(addr=", Format("%8zX", i + 1), ")\n");
   }
   log.Write("********************PrintVariableNameList END***********************\n");
 }

@@ -44,6 +44,17 @@ void PushCallersRegisters(Walk& walk) {
   CapturePushRegister(walk, "LR");
 }
 
+// What a push takes: a variable, or the constant or address in a temporary.
+TacOperand PushedValue(Walk& walk, const Operand& value) {
+  if (value.type.IsArray() && value.kind == Operand::Kind::kSymbol)
+    return TempOperand(AddressOf(walk, value, AddressUse::kArrayArgument));
+  const TacOperand operand = ValueOf(walk, value);
+  if (operand.IsVariable()) return operand;
+  const int32_t temp = walk.procedure.NewTemp();
+  CaptureLoadImmediate(walk, temp, operand.text, "loadimm8");
+  return TempOperand(temp);
+}
+
 int32_t PushArgument(Walk& walk, const Argument& argument, std::string_view function_name) {
   Procedure& procedure = walk.procedure;
   const std::string comment = " //for argument of function '" + std::string(function_name) + "' ";
@@ -69,13 +80,7 @@ int32_t PushArgument(Walk& walk, const Argument& argument, std::string_view func
     CapturePush(walk, TempOperand(temp), width, comment, type);
     return width;
   }
-  TacOperand operand = ValueOf(walk, value);
-  if (!operand.IsVariable()) {
-    const int32_t temp = procedure.NewTemp();
-    CaptureLoadImmediate(walk, temp, operand.text);
-    operand = TempOperand(temp);
-  }
-  CapturePush(walk, operand, width, comment, type);
+  CapturePush(walk, PushedValue(walk, value), width, comment, type);
   return width;
 }
 
@@ -135,7 +140,7 @@ void JumpThroughPointer(Walk& walk, int32_t pointer, ArgumentCounts counts) {
   Procedure& procedure = walk.procedure;
   const std::string label = Format("indirect_call_return_%06d", ++procedure.context.indirect_calls);
   CaptureAssembly(walk, ASMOP_PLAIN_TEXT, Compose(procedure, "loadaddr LR, ", label));
-  CaptureMoveVarToReg(walk, "PC", TempOperand(pointer));
+  CaptureMoveVarToReg(walk, "PC", TempOperand(pointer), "move8");
   MarkCall(procedure.current_bb->last, counts);
   StartNewBasicBlockAfterCall(walk);
   CaptureAssembly(walk, ASMOP_PLAIN_TEXT, Compose(procedure, label, ":"));
@@ -182,7 +187,8 @@ Operand ExecFuncPointer(Walk& walk, const EXPR_NODE* node, const EXPR_NODE* argu
     function = FunctionOfCall(walk, node, arguments);
   else if (by_name)
     function = CurrentFunction(walk.slot, target->function);
-  if (by_name && function == nullptr)
+  // What scripts have built in is no unknown function, though its code must come from elsewhere.
+  if (by_name && function == nullptr && !walk.slot.Services->IsBuiltin(node->name))
     walk.slot.WarningAt(walk.line, Format("Undefined function '%s'.", node->name->c_str()));
   const std::string name(
       by_name ? (function == nullptr ? node->name->Text : AsmNameOf(walk.procedure.context, function))
@@ -234,11 +240,11 @@ Operand ExecMemberFunc(Walk& walk, const Operand& object, const EXPR_NODE* node)
     WalkError(walk, 0, Format("Cannot resolve the object of member '%s'.", name));
     return NumberValue(0);
   }
-  const MemberResult member = FindStructMember(walk.slot, object.type.record, node->name);
-  if (!member) {
-    WalkError(
-        walk, 0,
-        Format("'%s' is not a member of struct/class/union '%s'", name, object.type.record->name->c_str()));
+  const MemberResult member = FindMember(walk, *object.type.record, node->name);
+  if (!member) return NumberValue(0);
+  const bool pointer_to_it = object.type.depth > 0;
+  if (pointer_to_it != (node->Next->Token == Tok::POINTER)) {
+    WalkError(walk, 0, pointer_to_it ? "Use of '->' instead of '.'" : "Use of '.' instead of '->'");
     return NumberValue(0);
   }
   if (member.Function == nullptr) {
@@ -249,7 +255,8 @@ Operand ExecMemberFunc(Walk& walk, const Operand& object, const EXPR_NODE* node)
     const Operand pointer = VerifyMember(walk, object, node);
     return ExecFuncPointer(walk, node, node->Arguments, &pointer);
   }
-  int32_t address = object.type.depth > 0 ? ValueInTemp(walk, object) : AddressOf(walk, object);
+  int32_t address =
+      object.type.depth > 0 ? ValueInTemp(walk, object) : AddressOf(walk, object, AddressUse::kObject);
   if (member.BaseOffset != 0) {
     const int32_t base = walk.procedure.NewTemp();
     CaptureAddNumber(walk, base, address, member.BaseOffset);
@@ -260,7 +267,7 @@ Operand ExecMemberFunc(Walk& walk, const Operand& object, const EXPR_NODE* node)
   ArgumentCounts counts{1, 0};
   for (const EXPR_NODE* at = node->Arguments; at != nullptr; at = at->NextArgument) {
     const Operand value = EvalExpression(walk, at);
-    CapturePush(walk, TempOperand(ValueInTemp(walk, value)), kMemberArgumentWidth, name, value.type);
+    CapturePush(walk, PushedValue(walk, value), kMemberArgumentWidth, name, value.type);
     walk.procedure.last->argument = counts.all++;
   }
   FUNCPROTO_REC* function = CurrentFunction(walk.slot, member.Function);
@@ -284,8 +291,8 @@ void CallConstructors(Walk& walk, const SYMBOLS_HEADER& header, bool destructors
     place.kind = Operand::Kind::kSymbol;
     place.symbol = symbol;
     place.type = ValueType::OfSymbol(*symbol);
-    CapturePush(walk, TempOperand(AddressOf(walk, place)), walk.mnemonics.cpu_bytes, comment,
-                place.type.Pointer());
+    CapturePush(walk, TempOperand(AddressOf(walk, place, AddressUse::kObject)), walk.mnemonics.cpu_bytes,
+                comment, place.type.Pointer());
     GenCallInstruction(walk, AsmNameOf(walk.procedure.context, function), {1, 0}, comment);
     StartNewBasicBlockAfterCall(walk);
     CleanUp(walk, walk.mnemonics.cpu_bytes);

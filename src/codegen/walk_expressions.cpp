@@ -97,6 +97,12 @@ RightSides FindRightSides(const EXPR_NODE* head) {
   return found;
 }
 
+constexpr size_t kMostOperands = 33;  // that wait for their operators
+constexpr size_t kLongestHex = 18;    // "0x" and 64 bits
+constexpr std::string_view kForCondition =
+    "  //dereference struct/union pointer-member address for bare condition";
+constexpr std::string_view kForPointerCondition = "  //dereference plain pointer for bare condition";
+
 /// An `&&` or `||` whose left side is known: the result so far, and where its end lies.
 struct OpenLogic {
   const EXPR_NODE* operation;
@@ -114,7 +120,8 @@ class ChainWalk {
 
  private:
   const EXPR_NODE* Step(const EXPR_NODE* node);
-  void Push(Operand operand) { stack_.push_back(std::move(operand)); }
+  void Push(Operand operand);
+  void StackError(const char* text);
   Operand Pop();
   const EXPR_NODE* Name(const EXPR_NODE* node);
   const EXPR_NODE* Member(const EXPR_NODE* node);
@@ -129,9 +136,20 @@ class ChainWalk {
   std::vector<OpenLogic> open_logic_;
 };
 
+// Such an error concerns no line.
+void ChainWalk::StackError(const char* text) {
+  walk_.failed = true;
+  walk_.slot.ErrorAt({walk_.line.File, 0}, 0, text);
+}
+
+void ChainWalk::Push(Operand operand) {
+  if (stack_.size() == kMostOperands) return StackError("Stack Overflow Error.");
+  stack_.push_back(std::move(operand));
+}
+
 Operand ChainWalk::Pop() {
   if (stack_.empty()) {
-    WalkError(walk_, 0, "Stack Underflow Error.");
+    StackError("Stack Underflow Error.");
     return NumberValue(0);
   }
   Operand operand = std::move(stack_.back());
@@ -143,11 +161,13 @@ Operand ChainWalk::Run(const EXPR_NODE* head) {
   const BlockHook* hook = walk_.procedure.context.hook;
   RightSides right_sides;
   if (hook != nullptr && hook->WantsShortCircuit()) right_sides = FindRightSides(head);
-  for (const EXPR_NODE* node = head; node != nullptr;) {
+  if (walk_.chains++ == 0) walk_.failed = false;
+  for (const EXPR_NODE* node = head; node != nullptr && !(walk_.failed && open_logic_.empty());) {
     const auto begins = right_sides.find(node);
     if (begins != right_sides.end()) BeginRightSide(begins->second);
     node = Step(node);
   }
+  --walk_.chains;
   return stack_.empty() ? Operand() : Pop();
 }
 
@@ -192,6 +212,10 @@ const EXPR_NODE* ChainWalk::Step(const EXPR_NODE* node) {
                                                       node->NumberValue <= UINT32_MAX && node->NumberValue > 0
                                                   ? Tok::UINT32
                                                   : Tok::INT64);
+      // A hexadecimal constant stands in the code as the source spells it.
+      if (node->Token == Tok::HEXNUMBER && node->NumberValue >= 0 && node->LiteralLength <= kLongestHex &&
+          walk_.procedure.context.hook == nullptr)
+        stack_.back().text = node->Text();
       return node->Next;
     case Tok::REAL_NUMBER: Push(RealValue(node)); return node->Next;
     case Tok::STRING: Push(TextValue(node)); return node->Next;
@@ -280,10 +304,8 @@ Operand ChainWalk::QuestionMark(const EXPR_NODE* node) {
   Procedure& procedure = walk_.procedure;
   const int32_t false_label = procedure.context.label_counter++;
   const int32_t end_label = procedure.context.label_counter++;
-  const Operand condition = Boolean(walk_, Pop());
+  CompareConditionWithZero(walk_, Pop(), {});
   const int32_t result = procedure.NewTemp();
-  const int32_t tested = ValueInTemp(walk_, condition);
-  CaptureCompareWithNumber(walk_, TempOperand(tested), 0);
   CaptureJump(walk_, ASMOP_JE, LabelString(procedure, false_label),
               "ternary: condition false, goto false branch");
   BasicBlock* head = procedure.current_bb;
@@ -319,10 +341,14 @@ Operand EvalExpression(Walk& walk, const EXPR_NODE* head, bool value_wanted) {
 }
 
 void CompareConditionWithZero(Walk& walk, const EXPR_NODE* head, std::string_view comment) {
-  Operand condition = EvalExpression(walk, head);
+  CompareConditionWithZero(walk, EvalExpression(walk, head), comment);
+}
+
+void CompareConditionWithZero(Walk& walk, Operand condition, std::string_view comment) {
   if (condition.kind == Operand::Kind::kVoid) condition = NumberValue(0);
   if (condition.may_be_wide) condition = Boolean(walk, condition);
-  TacOperand value = ValueOf(walk, condition);
+  const bool member = condition.symbol != nullptr && condition.symbol->OwnerStruct != nullptr;
+  TacOperand value = ValueOf(walk, condition, member ? kForCondition : kForPointerCondition);
   const bool is_real = IsFloatingScalar(condition.type);
   if (!value.IsVariable()) {
     const int32_t temp = walk.procedure.NewTemp();

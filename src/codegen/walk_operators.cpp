@@ -17,6 +17,13 @@ bool IsDouble(const ValueType& type) {
   return type.basic == Tok::double_ && IsFloatingScalar(type);
 }
 
+void RefuseDoubles(Walk& walk, const Operand& left, const Operand& right) {
+  if (walk.slot.Target.cpu_size != 32 || (!IsDouble(left.type) && !IsDouble(right.type))) return;
+  WalkError(walk, kDoubleError,
+            "'double' (8 bytes) is not supported under -cpu32 - the 32-bit datapath cannot perform an 8-byte "
+            "load/store.");
+}
+
 bool IsArithmetic(Tok op) {
   const OperatorKind kind = OperatorOf(op).kind;
   return kind == OperatorKind::kSum || kind == OperatorKind::kProduct || op == Tok::UNARYMINUS;
@@ -33,12 +40,41 @@ void RefuseReals(Walk& walk, Tok op, const Operand& left, const Operand& right) 
                "pattern. Use fixed-point (Q15/Q16) integer arithmetic instead.",
                sign.c_str()));
   }
-  if (walk.slot.Target.cpu_size == 32 && (IsDouble(left.type) || IsDouble(right.type))) {
-    WalkError(
-        walk, kDoubleError,
-        "'double' (8 bytes) is not supported under -cpu32 - the 32-bit datapath cannot perform an 8-byte "
-        "load/store.");
+  RefuseDoubles(walk, left, right);
+}
+
+bool IsTrue(const Operand& constant) {
+  return constant.kind == Operand::Kind::kReal ? constant.real != 0.0 : constant.number != 0;
+}
+
+Operand RealConstant(double real) {
+  Operand operand;
+  operand.kind = Operand::Kind::kReal;
+  operand.real = real;
+  operand.type = ValueType::Basic(Tok::double_);
+  return operand;
+}
+
+// Two constants, one of them a real number at least.
+Operand FoldReals(Walk& walk, Tok op, const Operand& left, const Operand& right) {
+  const double a = left.IsNumber() ? static_cast<double>(left.number) : left.real;
+  const double b = right.IsNumber() ? static_cast<double>(right.number) : right.real;
+  switch (op) {
+    case Tok::PLUS: return RealConstant(a + b);
+    case Tok::MINUS: return RealConstant(a - b);
+    case Tok::STAR: return RealConstant(a * b);
+    case Tok::LT: return NumberValue(a < b);
+    case Tok::GT: return NumberValue(a > b);
+    case Tok::LE: return NumberValue(a <= b);
+    case Tok::GE: return NumberValue(a >= b);
+    case Tok::EQ: return NumberValue(a == b);
+    case Tok::NE: return NumberValue(a != b);
+    default: break;
   }
+  const bool divide = op == Tok::SLASH || op == Tok::DIV;
+  if (divide && b != 0.0) return RealConstant(a / b);
+  WalkError(walk, 0, divide ? "Division by zero" : "Invalid operation on a double operand");
+  return RealConstant(0.0);
 }
 
 bool IsWide(const Walk& walk, const ValueType& type) {
@@ -94,7 +130,7 @@ Operand PointerSum(Walk& walk, Tok op, const Operand& pointer, const Operand& of
   } else if (size > 1) {
     const int32_t product = walk.procedure.NewTemp();
     const Operand exact = Converted(walk, offset, ValueType::Basic(Tok::INT64));
-    CaptureMultiplyNumber(walk, product, ValueOf(walk, exact), size, false);
+    CaptureMultiplyNumber(walk, product, ValueOf(walk, exact), size, AccessOf(walk, offset.type).is_unsigned);
     scaled = TempValue(product, ValueType::Basic(Tok::INT64));
   }
   const int32_t result = walk.procedure.NewTemp();
@@ -115,10 +151,10 @@ Operand PointerDifference(Walk& walk, const Operand& left, const Operand& right)
 }
 
 Operand Logical(Walk& walk, Tok op, const Operand& left, const Operand& right) {
-  const Operand a = Boolean(walk, left);
-  const Operand b = Boolean(walk, right);
-  if (a.IsNumber() && b.IsNumber())
-    return NumberValue(op == Tok::AND ? a.number & b.number : a.number | b.number);
+  if (left.IsConstant() && right.IsConstant())
+    return NumberValue(op == Tok::AND ? IsTrue(left) && IsTrue(right) : IsTrue(left) || IsTrue(right));
+  const Operand a = Boolean(walk, left, kForLogicOperand);
+  const Operand b = Boolean(walk, right, kForLogicOperand);
   const int32_t result = walk.procedure.NewTemp();
   CapturePlain(walk, op, ValueOf(walk, a), ValueOf(walk, b), result);
   Operand boolean = TempValue(result, ValueType::Basic(Tok::int_));
@@ -153,7 +189,8 @@ std::string_view NameOfOperand(const Operand& operand) {
 std::string TypeNameOf(const ValueType& type) {
   std::string name =
       type.record != nullptr ? std::string(type.record->name->Text) : std::string(TokenName(type.basic));
-  if (type.is_unsigned && type.record == nullptr) name = "unsigned " + name;
+  // The names of the sized types tell it themselves.
+  if (type.is_unsigned && type.record == nullptr && name[0] != 'U') name = "unsigned " + name;
   return name + std::string(static_cast<size_t>(type.depth), '*');
 }
 
@@ -221,6 +258,8 @@ Operand BinaryOperation(Walk& walk, Tok op, const Operand& left, const Operand& 
   if (is_sum && IsPointerLike(left) && IsPointerLike(right)) return PointerDifference(walk, left, right);
   if (is_sum && IsPointerLike(left)) return PointerSum(walk, op, left, right);
   if (is_sum && IsPointerLike(right)) return PointerSum(walk, op, right, left);
+  if (left.IsConstant() && right.IsConstant() && !(left.IsNumber() && right.IsNumber()))
+    return FoldReals(walk, op, left, right);
   RefuseReals(walk, op, left, right);
   const bool shift = OperatorOf(op).kind == OperatorKind::kShift;
   const ValueType work = WorkType(walk, left.type, shift ? ValueType::Basic(Tok::int_) : right.type);
@@ -242,8 +281,8 @@ Operand BinaryOperation(Walk& walk, Tok op, const Operand& left, const Operand& 
     return compare ? NumberValue(number) : Converted(walk, NumberValue(number, Tok::INT64), work);
   }
   const int32_t result = walk.procedure.NewTemp();
-  const TacOperand first = ValueOf(walk, a);
-  const TacOperand second = ValueOf(walk, b);
+  const TacOperand first = ValueOf(walk, a, kForOperand);
+  const TacOperand second = ValueOf(walk, b, kForOperand);
   walk.is_inexact |= IsFloatingScalar(left.type) || IsFloatingScalar(right.type);
   Instruction& instruction = CapturePlain(walk, op, first, second, result);
   instruction.is_wide = wide && plain;
@@ -264,9 +303,9 @@ Operand UnaryOperation(Walk& walk, Tok op, const Operand& operand) {
     negative.real = -operand.real;
     return negative;
   }
-  if (op == Tok::UNARYMINUS) RefuseReals(walk, op, operand, operand);
+  if (op == Tok::NOT && operand.IsConstant()) return NumberValue(!IsTrue(operand));
+  RefuseReals(walk, op, operand, operand);
   if (operand.IsNumber()) {
-    if (op == Tok::NOT) return NumberValue(operand.number == 0);
     const auto bits = static_cast<uint64_t>(operand.number);
     return Converted(walk,
                      NumberValue(static_cast<int64_t>(op == Tok::UNARYMINUS ? 0 - bits : ~bits), Tok::INT64),
@@ -274,7 +313,7 @@ Operand UnaryOperation(Walk& walk, Tok op, const Operand& operand) {
   }
   const ValueType work = WorkType(walk, operand.type, ValueType::Basic(Tok::int_));
   const Operand exact = op == Tok::NOT && operand.may_be_wide ? Boolean(walk, operand) : operand;
-  const TacOperand value = ValueOf(walk, exact);
+  const TacOperand value = ValueOf(walk, exact, kForOperand);
   const int32_t result = walk.procedure.NewTemp();
   walk.is_inexact |= IsFloatingScalar(operand.type);
   Instruction& instruction = CapturePlain(walk, op, value, {}, result);
@@ -291,8 +330,10 @@ Operand Assignment(Walk& walk, Tok op, const Operand& left, const Operand& right
     WalkError(walk, 0, "Address Constant cannot be changed.");
     return left;
   }
+  CheckAssignmentTypeCompatibility(walk, left, right);
   if (op == Tok::ASSIGN) {
-    CheckAssignmentTypeCompatibility(walk, left, right);
+    if (left.kind == Operand::Kind::kSymbol && right.kind != Operand::Kind::kPlace)
+      RefuseDoubles(walk, left, right);
     return StoreInto(walk, left, right);
   }
   return StoreInto(walk, left, BinaryOperation(walk, OperatorOf(op).plain, left, right));

@@ -58,6 +58,15 @@ int32_t Displaced(Walk& walk, int32_t address, const Distance& distance) {
   return moved;
 }
 
+// What a pointer to a struct holds.
+int32_t PointerOf(Walk& walk, const Operand& pointer) {
+  if (pointer.kind != Operand::Kind::kPlace || pointer.bit_field != nullptr)
+    return ValueInTemp(walk, pointer);
+  const int32_t temp = walk.procedure.NewTemp();
+  CapturePointerLoad(walk, temp, pointer.temp, NameOrBlank(pointer));
+  return temp;
+}
+
 }  // namespace
 
 Operand ResolveIdentifier(Walk& walk, const EXPR_NODE* node) {
@@ -119,7 +128,9 @@ Operand ResolveIndirection(Walk& walk, Operand base, const EXPR_NODE* indices) {
       AddIndex(walk, base, value, base.type.Size(walk.slot), &distance);
       index = index->NextDimension;
     } while (array && index != nullptr && base.type.IsArray());
+    const SYM_REC* whole = array ? base.whole : nullptr;
     base = PlaceAt(Displaced(walk, address, distance), base.type, symbol);
+    base.whole = whole;
   }
   return base;
 }
@@ -129,7 +140,8 @@ Operand ResolveStarRef(Walk& walk, const Operand& operand, int stars) {
   for (int i = 0; i < stars; ++i) {
     if (place.kind == Operand::Kind::kFunction) continue;
     if (!place.type.IsArray() && !place.type.IsPointer()) {
-      WalkError(walk, 0, "Illegal indirection '*'.");
+      WalkError(walk, 0,
+                place.IsConstant() ? "Improper use of '*' in the expression." : "Illegal indirection '*'.");
       return place;
     }
     if (place.type.function != nullptr && place.type.depth == 0) continue;
@@ -149,6 +161,21 @@ Operand ResolveBitAnd_Address(Walk& walk, const Operand& operand) {
   return TempValue(AddressOf(walk, operand), operand.type.Pointer());
 }
 
+MemberResult FindMember(Walk& walk, const STRUCT_REC& record, const Name* name) {
+  MemberResult member = FindStructMember(walk.slot, &record, name);
+  if (!member) {
+    WalkError(walk, 0,
+              Format("'%s' is not a member of struct/class/union '%s'", name->c_str(), record.name->c_str()));
+    return {};
+  }
+  const Reach reach = MemberReach(member, &record, walk.procedure.proto);
+  if (reach == Reach::kAllowed) return member;
+  WalkError(walk, 0,
+            Format("'%s' cannot access %s member of struct/class/union '%s'", name->c_str(),
+                   reach == Reach::kPrivate ? "private" : "protected", record.name->c_str()));
+  return {};
+}
+
 Operand VerifyMember(Walk& walk, const Operand& object, const EXPR_NODE* node) {
   const bool arrow = node->Next->Token == Tok::POINTER;
   const char* name = node->name->c_str();
@@ -157,39 +184,26 @@ Operand VerifyMember(Walk& walk, const Operand& object, const EXPR_NODE* node) {
     WalkError(walk, 0, Format("'%s' is not a struct/class/union.", object_name));
     return NumberValue(0);
   }
+  const MemberResult member = FindMember(walk, *object.type.record, node->name);
+  if (!member || member.Symbol == nullptr) return NumberValue(0);
   const bool pointer = object.type.depth == 1;
-  if (pointer && !arrow) {
-    WalkError(
-        walk, 0,
-        Format(
-            "'%s' is a pointer to struct/union/class variable. Use '->' instead of '.' at the left of '%s'",
-            object_name, name));
-  } else if (!pointer && arrow) {
-    WalkError(walk, 0,
-              Format("'%s' is a struct/union/class variable. Use '.' instead of '->' at the left of '%s'",
-                     object_name, name));
-  }
-  const MemberResult member = FindStructMember(walk.slot, object.type.record, node->name);
-  if (!member || member.Symbol == nullptr) {
-    WalkError(
-        walk, 0,
-        Format("'%s' is not a member of struct/class/union '%s'", name, object.type.record->name->c_str()));
+  if (pointer != arrow) {
+    const char* text =
+        object_name[0] == '\0' ? (pointer ? "Use of '->' instead of '.'" : "Use of '.' instead of '->'")
+        : pointer
+            ? "'%s' is a pointer to struct/union/class variable. Use '->' instead of '.' at the left of '%s'"
+            : "'%s' is a struct/union/class variable. Use '.' instead of '->' at the left of '%s'";
+    WalkError(walk, 0, Format(text, object_name, name));
     return NumberValue(0);
   }
-  const Reach reach = MemberReach(member, object.type.record, walk.procedure.proto);
-  if (reach != Reach::kAllowed) {
-    WalkError(walk, 0,
-              Format("'%s' cannot access %s member of struct/class/union '%s'", name,
-                     reach == Reach::kPrivate ? "private" : "protected", object.type.record->name->c_str()));
-    return NumberValue(0);
-  }
-  const int32_t base = pointer ? ValueInTemp(walk, object) : AddressOf(walk, object);
+  const int32_t base = pointer ? PointerOf(walk, object) : AddressOf(walk, object);
   const int32_t address = walk.procedure.NewTemp();
   CaptureAddNumber(walk, address, base, MemberDataOffset(member),
                    Format("offset of '%s' from struct/union/class %s '%s'", name, pointer ? "pointer" : "var",
                           object_name));
   Operand place = PlaceAt(address, ValueType::OfSymbol(*member.Symbol), member.Symbol);
   if (member.Symbol->BitFieldWidth > 0) place.bit_field = member.Symbol;
+  if (!pointer) place.whole = object.kind == Operand::Kind::kSymbol ? object.symbol : object.whole;
   return place;
 }
 

@@ -6,6 +6,7 @@
 #include "codegen/walk.h"
 #include "program/initializer_walk.h"
 #include "program/statement_tree.h"
+#include "program/symtab.h"
 
 namespace vorc {
 
@@ -145,7 +146,7 @@ void ExecIf(Walk& walk, const STATEMENT_BLOCK* statement) {
   CompareConditionWithZero(walk, statement->Expression,
                            "//evaluate the result of 'if' expression to be false");
   if (else_valid)
-    CaptureJump(walk, ASMOP_JE, to_else);
+    CaptureJump(walk, ASMOP_JE, to_else, then_valid ? "   //if false then go the 'else' code" : "");
   else
     CaptureJump(walk, ASMOP_JE, to_end,
                 "   //if false then go the 'else' code, but else has no valid code so jump to end of if");
@@ -272,10 +273,13 @@ void ExecForStatement(Walk& walk, const STATEMENT_BLOCK* statement) {
   ThreeAddress_AddBasicBlockPredecesor(condition_end == nullptr ? head : condition_end, body);
   ExecStatement(walk, parts.body);
   BasicBlock* body_end = procedure.current_bb;
-  BasicBlock* steps = StartBlock(walk, "third clause of the FOR loop, CONTINUE jumps here");
-  ThreeAddress_AddBasicBlockPredecesor(body_end, steps);
-  for (BasicBlock* from : JumpsOf(walk, statement).continue_chain) AddJumpEdge(from, steps);
-  CaptureLabel(walk, second_label);
+  const std::vector<BasicBlock*> continued = JumpsOf(walk, statement).continue_chain;
+  if (!continued.empty()) {
+    BasicBlock* steps = StartBlock(walk, "third clause of the FOR loop, CONTINUE jumps here");
+    ThreeAddress_AddBasicBlockPredecesor(body_end, steps);
+    for (BasicBlock* from : continued) AddJumpEdge(from, steps);
+    CaptureLabel(walk, second_label);
+  }
   ExecForClause(walk, parts.steps);
   CaptureJump(walk, ASMOP_JMP, LabelString(procedure, first_label));
   BasicBlock* steps_end = procedure.current_bb;
@@ -330,16 +334,20 @@ void ExecReturnStatement(Walk& walk, const STATEMENT_BLOCK* statement) {
                        "pointer.",
                        std::string(procedure.name).c_str()));
     }
-    const TacOperand result = ValueOf(walk, converted);
+    const TacOperand result = ValueOf(walk, converted, kForReturn);
     if (!result.IsVariable()) {
-      Instruction& load =
-          CaptureAssembly(walk, ASMOP_PLAIN_TEXT,
-                          Compose(procedure, "LOADIMM", walk.mnemonics.cpu_bytes, " return_reg , ",
-                                  vorc_imm_for_target(walk.slot.Target, result.text), " "));
+      std::string_view number = result.text;
+      if (converted.IsNumber()) number = NumberOperand(procedure, converted.number).text;
+      const bool real = converted.kind == Operand::Kind::kReal;
+      const std::string mnemonic = real ? "LOADIMMED" : "LOADIMM" + std::to_string(walk.mnemonics.cpu_bytes);
+      Instruction& load = CaptureAssembly(
+          walk, ASMOP_PLAIN_TEXT,
+          procedure.Keep(Format("/*%06d:*/%s return_reg , %s ", walk.line.Line, mnemonic.c_str(),
+                                vorc_imm_for_target(walk.slot.Target, number).c_str())));
       load.sets_return_reg = true;
-      std::from_chars(result.text.data(), result.text.data() + result.text.size(), load.number);
+      std::from_chars(number.data(), number.data() + number.size(), load.number);
     } else {
-      CaptureMoveVarToReg(walk, "return_reg", result);
+      CaptureMoveVarToReg(walk, "return_reg", result, walk.mnemonics.alu_move);
     }
     procedure.last->is_wide = IsWideNumber(walk, type);
   }
@@ -350,7 +358,16 @@ void ExecReturnStatement(Walk& walk, const STATEMENT_BLOCK* statement) {
 // --- labels
 
 bool IsLabelWanted(const Procedure& procedure, const Name* label) {
-  return procedure.goto_labels.contains(label);
+  if (procedure.goto_labels.contains(label)) return true;
+  // A text of assembly may jump to a label as well.
+  return std::any_of(procedure.asm_texts.begin(), procedure.asm_texts.end(),
+                     [&](std::string_view text) { return text.find(label->Text) != std::string_view::npos; });
+}
+
+// The assembler would take a label for the function or variable of the same name.
+std::string_view AsmLabel(Walk& walk, const Name* label) {
+  if (!FindInScope(walk.slot, &walk.slot.Globals, label)) return label->Text;
+  return Compose(walk.procedure, label->Text, "_label");
 }
 
 LabelGroup* GroupOf(Procedure& procedure, const STATEMENT_BLOCK* label) {
@@ -379,7 +396,7 @@ void ExecGoto(Walk& walk, const STATEMENT_BLOCK* statement) {
     AddJumpEdge(procedure.current_bb, target);
   else
     procedure.forward_goto_chain.push_back({statement->GotoLabel, procedure.current_bb});
-  JumpAway(walk, statement->GotoLabel->Text);
+  JumpAway(walk, AsmLabel(walk, statement->GotoLabel));
 }
 
 void ExecLabel(Walk& walk, const STATEMENT_BLOCK* statement) {
@@ -404,7 +421,8 @@ void ExecLabel(Walk& walk, const STATEMENT_BLOCK* statement) {
     ThreeAddress_AddBasicBlockPredecesor(before, block);
     group->block = block;
   }
-  CaptureAssembly(walk, ASMOP_GOTO_LABEL, Compose(procedure, name->Text, ":")).label = name->Text;
+  const std::string_view label = AsmLabel(walk, name);
+  CaptureAssembly(walk, ASMOP_GOTO_LABEL, Compose(procedure, label, ":")).label = label;
 }
 
 StatementWalk WalkOf(StatementKind kind) {
@@ -452,11 +470,6 @@ void create_consecutive_label_group(Procedure& procedure) {
   const STATEMENT_BLOCK* before = nullptr;
   for (const STATEMENT_BLOCK* at = body->Statements.First; at != nullptr; at = at->Next) {
     if (at->StatementType == STATEMENT_TYPE_LABEL) {
-      // A text of assembly may jump to a label as well.
-      for (const std::string_view text : procedure.asm_texts) {
-        if (text.find(at->Symbol->name->Text) != std::string_view::npos)
-          procedure.goto_labels.insert(at->Symbol->name);
-      }
       if (before == nullptr || before->StatementType != STATEMENT_TYPE_LABEL)
         procedure.label_groups.push_back({});
       procedure.label_groups.back().labels.push_back(at);

@@ -67,7 +67,7 @@ void EmitLadder(Walk& walk, const TacOperand& value, const ValueType& type, std:
     if (group.has_default) fallback = &group;
     for (const STATEMENT_BLOCK* label : group.labels) {
       if (label->StatementType == STATEMENT_TYPE_DEFAULT) continue;
-      CaptureCompareWithNumber(walk, value, CaseValueFor(walk, type, label->CaseValue));
+      CaptureCompareWithCase(walk, value, CaseValueFor(walk, type, label->CaseValue));
       CaptureJump(walk, ASMOP_JE, LabelString(procedure, group.label));
       group.jumps_from.push_back(procedure.current_bb);
       BasicBlock* before = procedure.current_bb;
@@ -120,8 +120,12 @@ void ExecSwitchStatement(Walk& walk, const STATEMENT_BLOCK* statement) {
   procedure.jumps[statement] = {second_label, first_label, {}, {}};
   Operand condition = EvalExpression(walk, statement->Expression);
   if (condition.may_be_wide) condition = Converted(walk, condition, ValueType::Basic(Tok::INT64));
-  // The value is compared again and again, in blocks of their own.
-  const TacOperand value = TempOperand(CopyOf(walk, condition));
+  TacOperand value = ValueOf(walk, condition, kForSwitch);
+  if (!value.IsVariable()) {
+    const int32_t temp = procedure.NewTemp();
+    CaptureLoadImmediate(walk, temp, value.text);
+    value = TempOperand(temp);
+  }
   std::vector<CaseGroup> groups = CreateCaseStatementGroups(walk, statement);
   BasicBlock* last_of_ladder = nullptr;
   EmitLadder(walk, value, condition.type, &groups, LabelString(procedure, second_label), &last_of_ladder);

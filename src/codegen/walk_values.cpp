@@ -12,18 +12,23 @@ namespace {
 
 constexpr int64_t kMostUnrolled = 32;  // copies of a struct; longer ones loop
 
-std::string Quoted(const char* before, const SYM_REC* symbol) {
-  return std::string(before) + "'" + symbol->name->c_str() + "'";
+std::string Quoted(const std::string& before, const SYM_REC* symbol) {
+  return before + "'" + symbol->name->c_str() + "'";
 }
 
-int32_t AddressOfSymbol(Walk& walk, const SYM_REC* symbol) {
+int32_t AddressOfSymbol(Walk& walk, const SYM_REC* symbol, AddressUse use) {
   Procedure& procedure = walk.procedure;
   const int32_t temp = procedure.NewTemp();
   const auto slot = procedure.frame.find(symbol);
   if (slot != procedure.frame.end()) {
     const bool parameter = slot->second.is_parameter;
-    CaptureAddressInFrame(walk, temp, parameter ? -slot->second.offset : slot->second.offset,
-                          Quoted(parameter ? "address of parameter " : "address of local ", symbol), symbol);
+    const int32_t distance = parameter ? -slot->second.offset : slot->second.offset;
+    const std::string said = use == AddressUse::kArrayArgument ? "address of array " : "address of ";
+    if (use == AddressUse::kObject && procedure.context.hook == nullptr)
+      CaptureAddressOfObject(walk, temp, distance, symbol);
+    else
+      CaptureAddressInFrame(walk, temp, distance,
+                            Quoted(said + (parameter ? "parameter " : "local "), symbol), symbol);
     return temp;
   }
   if (symbol->OwnerStruct != nullptr && procedure.proto->OwnerClass != nullptr) {
@@ -33,7 +38,7 @@ int32_t AddressOfSymbol(Walk& walk, const SYM_REC* symbol) {
         std::string("offset of '") + symbol->name->c_str() + "' from struct/union/class pointer 'this'");
     return temp;
   }
-  CaptureAddressOfGlobal(walk, temp, symbol);
+  CaptureAddressOfGlobal(walk, temp, symbol, use == AddressUse::kArrayArgument);
   return temp;
 }
 
@@ -51,11 +56,11 @@ int32_t EmitBitFieldBinaryOp(Walk& walk, Tok op, const TacOperand& left, const T
   return result;
 }
 
-int32_t LoadBitField(Walk& walk, const Operand& place) {
+int32_t LoadBitField(Walk& walk, const Operand& place, std::string_view purpose) {
   const int32_t unit = walk.procedure.NewTemp();
   AccessWidth width = AccessOf(walk, place.type);
   width.is_unsigned = true;
-  CaptureLoad(walk, unit, place.temp, width);
+  CaptureLoad(walk, unit, place.temp, width, purpose);
   const TacOperand shift = Number(walk, static_cast<uint64_t>(place.bit_field->BitFieldOffset));
   const int32_t shifted = EmitBitFieldBinaryOp(walk, Tok::RIGHTSHIFT, TempOperand(unit), shift);
   return EmitBitFieldBinaryOp(walk, Tok::BITAND, TempOperand(shifted), Number(walk, MaskOf(place.bit_field)));
@@ -187,17 +192,21 @@ AccessWidth AccessOf(const Walk& walk, const ValueType& type) {
   return AccessOfType(walk.slot, type.basic, type.IsPointer() || type.IsArray() ? 1 : 0, type.is_unsigned);
 }
 
-int32_t AddressOf(Walk& walk, const Operand& operand) {
+int32_t AddressOf(Walk& walk, const Operand& operand, AddressUse use) {
   if (operand.kind == Operand::Kind::kPlace) return operand.temp;
-  if (operand.kind == Operand::Kind::kSymbol) return AddressOfSymbol(walk, operand.symbol);
+  if (operand.kind == Operand::Kind::kSymbol) return AddressOfSymbol(walk, operand.symbol, use);
   return ValueInTemp(walk, operand);
 }
 
-TacOperand ValueOf(Walk& walk, const Operand& operand) {
+TacOperand ValueOf(Walk& walk, const Operand& operand, std::string_view purpose) {
   Procedure& procedure = walk.procedure;
   const bool is_whole = operand.type.IsArray() || operand.type.IsStruct();
   switch (operand.kind) {
-    case Operand::Kind::kNumber: return NumberOperand(procedure, operand.number);
+    case Operand::Kind::kNumber: {
+      TacOperand number = NumberOperand(procedure, operand.number);
+      if (!operand.text.empty()) number.text = operand.text;
+      return number;
+    }
     case Operand::Kind::kReal: {
       const int64_t bits = BitsOf(operand.real, operand.type);
       return NumberOperand(procedure, bits);
@@ -206,9 +215,9 @@ TacOperand ValueOf(Walk& walk, const Operand& operand) {
       return is_whole ? TempOperand(AddressOf(walk, operand)) : SymbolOperand(operand.symbol);
     case Operand::Kind::kPlace: {
       if (is_whole) return TempOperand(operand.temp);
-      if (operand.bit_field != nullptr) return TempOperand(LoadBitField(walk, operand));
+      if (operand.bit_field != nullptr) return TempOperand(LoadBitField(walk, operand, purpose));
       const int32_t temp = procedure.NewTemp();
-      CaptureLoad(walk, temp, operand.temp, AccessOf(walk, operand.type));
+      CaptureLoad(walk, temp, operand.temp, AccessOf(walk, operand.type), purpose);
       return TempOperand(temp);
     }
     case Operand::Kind::kText: {
@@ -264,6 +273,7 @@ Operand Converted(Walk& walk, const Operand& operand, const ValueType& type) {
   if (operand.IsNumber()) {
     Operand number = NumberValue(Wrapped(operand.number, target), type.basic);
     number.type = type;
+    if (number.number == operand.number) number.text = operand.text;
     return number;
   }
   const AccessWidth source = AccessOf(walk, operand.type);
@@ -282,14 +292,14 @@ Operand Converted(Walk& walk, const Operand& operand, const ValueType& type) {
   return Narrowed(walk, operand, target, type);
 }
 
-Operand Boolean(Walk& walk, const Operand& operand) {
+Operand Boolean(Walk& walk, const Operand& operand, std::string_view purpose) {
   if (operand.is_boolean) return operand;
   if (operand.IsNumber()) return NumberValue(operand.number != 0 ? 1 : 0);
   const Operand value =
       operand.may_be_wide ? Narrowed(walk, operand, AccessOf(walk, operand.type), operand.type) : operand;
   const int32_t result = walk.procedure.NewTemp();
   walk.is_inexact |= IsFloatingScalar(operand.type);
-  CapturePlain(walk, Tok::NE, ValueOf(walk, value), NumberOperand(walk.procedure, 0), result);
+  CapturePlain(walk, Tok::NE, ValueOf(walk, value, purpose), NumberOperand(walk.procedure, 0), result);
   Operand boolean = TempValue(result, ValueType::Basic(Tok::int_));
   boolean.is_boolean = true;
   return boolean;
@@ -298,6 +308,7 @@ Operand Boolean(Walk& walk, const Operand& operand) {
 Operand StoreInto(Walk& walk, const Operand& place, const Operand& value) {
   if (place.type.IsStruct()) {
     CopyBytes(walk, AddressOf(walk, place), AddressOf(walk, value), place.type.Size(walk.slot));
+    if (place.whole != nullptr) CaptureModifiedStruct(walk, place.whole);
     return place;
   }
   const bool real_target = IsFloatingScalar(place.type);
@@ -308,7 +319,9 @@ Operand StoreInto(Walk& walk, const Operand& place, const Operand& value) {
                    place.type.basic == Tok::bool_;
   const Operand converted = cut ? Converted(walk, value, place.type) : value;
   if (place.kind == Operand::Kind::kSymbol && place.bit_field == nullptr) {
-    CapturePlain(walk, Tok::ASSIGN, SymbolOperand(place.symbol), ValueOf(walk, converted), kNoTemp);
+    const bool text = value.kind == Operand::Kind::kText && walk.procedure.context.hook == nullptr;
+    CapturePlain(walk, Tok::ASSIGN, SymbolOperand(place.symbol),
+                 text ? TextOperand(value.text) : ValueOf(walk, converted), kNoTemp);
     return place;
   }
   if (place.bit_field != nullptr) {
@@ -316,6 +329,7 @@ Operand StoreInto(Walk& walk, const Operand& place, const Operand& value) {
   } else {
     CaptureStore(walk, ValueInTemp(walk, converted), place.temp, AccessOf(walk, place.type));
   }
+  if (place.whole != nullptr) CaptureModifiedStruct(walk, place.whole);
   return place;
 }
 
@@ -337,6 +351,7 @@ void CopyBytes(Walk& walk, int32_t to, int32_t from, int64_t bytes) {
 }
 
 void WalkError(Walk& walk, long code, const std::string& text) {
+  walk.failed |= code == 0;
   walk.slot.ErrorAt(walk.line, code, text);
 }
 

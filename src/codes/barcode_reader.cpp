@@ -151,26 +151,35 @@ class LineReader {
   }
 
   // Runs alternate between dark and light; a dark run of length zero stands before a light margin.
+  // They change where the line between the levels of two samples, each in its pixel's middle, crosses
+  // the threshold.
   void MakeRuns(const Samples& samples, int offset) {
-    runs_.assign(1, 0);
+    runs_.assign(1, 0.0);
     bool dark = true;
+    double start = 0;
+    double before = 0;  // how far the sample before lies above its threshold
     for (size_t i = 0; i < samples.size(); ++i) {
       const int range = greatest_[i] - least_[i];
-      const int threshold = (16 * (least_[i] + greatest_[i]) + 2 * offset * range) / 32;
-      if ((samples[i] < threshold) != dark) {
-        runs_.push_back(0);
+      const double threshold = (16 * (least_[i] + greatest_[i]) + 2 * offset * range) / 32.0;
+      const double above = samples[i] - threshold;
+      if ((above < 0) != dark) {
+        const double change = i == 0 ? 0.0 : static_cast<double>(i) + 0.5 - above / (above - before);
+        runs_.back() = change - start;
+        runs_.push_back(0.0);
+        start = change;
         dark = !dark;
       }
-      ++runs_.back();
+      before = above;
     }
+    runs_.back() = static_cast<double>(samples.size()) - start;
   }
 
   void Reverse() {
-    if (runs_.size() % 2 == 0) runs_.push_back(0);
+    if (runs_.size() % 2 == 0) runs_.push_back(0.0);
     std::reverse(runs_.begin(), runs_.end());
   }
 
-  static std::optional<Barcode> ReadRuns(std::span<const int> runs) {
+  static std::optional<Barcode> ReadRuns(std::span<const double> runs) {
     if (runs.size() > kEanRuns)
       for (size_t start = 0; start < runs.size(); start += 2)
         if (auto text = ean_at(runs, start)) return Barcode{std::move(*text), "ean13"};
@@ -180,7 +189,7 @@ class LineReader {
   }
 
   Samples least_, greatest_;
-  std::vector<int> runs_;
+  std::vector<double> runs_;
 };
 
 }  // namespace

@@ -14,7 +14,7 @@ namespace vorc::codes {
 
 namespace {
 
-using Runs = std::span<const int>;
+using Runs = std::span<const double>;
 
 // Share of the new measure when the module estimate follows the symbol.
 constexpr double kModuleShare = 0.3;
@@ -35,7 +35,7 @@ constexpr int kCharacters = 96;  // values of sets A and B below the control val
 constexpr int kPairs = 100;      // values of set C below them
 
 double Sum(Runs runs) {
-  return std::accumulate(runs.begin(), runs.end(), 0);
+  return std::accumulate(runs.begin(), runs.end(), 0.0);
 }
 
 bool QuietBefore(Runs runs, size_t start, double modules) {
@@ -48,7 +48,7 @@ void Follow(double& module, double measured) {
 
 bool IsGuard(Runs guard, double module) {
   return std::all_of(guard.begin(), guard.end(),
-                     [&](int run) { return std::abs(run - module) <= 0.5 * module + 0.5; });
+                     [&](double run) { return std::abs(run - module) <= 0.5 * module + 0.5; });
 }
 
 // Whole modules of each run, at least one, which make `modules` in all: while they don't, the run with

@@ -343,7 +343,7 @@ bool Parser::ParseVariable(const Scope& scope, Declarator* declarator, FUNCPROTO
     symbol = InsertVarName(slot_, header, declarator->name, declarator->type, false);
     DeclareAt(header, symbol, declarator->line);
     const bool is_static = (symbol->StorageType & STATIC_VAR) != 0;
-    if (is_static && scope.InFunction() && !dropped) KeepStatic(symbol);
+    if (is_static && scope.InFunction() && !dropped) slot_.ProcStatics.push_back(symbol);
   }
   if (function_pointer != nullptr) {
     symbol->IsFunctionPointer = true;
@@ -366,13 +366,6 @@ bool Parser::ParseVariable(const Scope& scope, Declarator* declarator, FUNCPROTO
   if (!CheckRoom(*declarator, symbol)) return false;
   FinishVariable(scope, symbol);
   return true;
-}
-
-// A static of a function stands among the file's data, under a name of its own.
-void Parser::KeepStatic(SYM_REC* symbol) {
-  symbol->AsmName = slot_.Texts.Copy(
-      Format("%s_%lld_static", symbol->name->c_str(), static_cast<long long>(symbol->Index)));
-  slot_.ProcStatics.push_back(symbol);
 }
 
 void Parser::FinishVariable(const Scope& scope, SYM_REC* symbol) {

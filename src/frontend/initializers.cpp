@@ -123,6 +123,9 @@ bool Parser::VerifyInitializers(SYM_REC* symbol, const ExprContext& context) {
   }
   if (open > 1) return Fail(0, "Too many sizeless dimensions '[]'");
   if (misplaced) return Fail(0, "Wrongly placed sizeless dimensions '[]'");
+  const bool listed = symbol->Initializer.First->InitializerType == INITIALIZER_TYPE_ANOTHER_INTIALIZER_LIST;
+  if (shape.DimensionCount > 0 && symbol->TotalDepth > 0 && !listed)
+    return Fail(0, "put initializing values inside {");
   bool constant = true;
   const bool keeps = (symbol->StorageType & CONSTANT_VAR) != 0 && symbol->TotalDepth == 0 &&
                      shape.DimensionCount == 0 && context.constant;
@@ -133,11 +136,16 @@ bool Parser::VerifyInitializers(SYM_REC* symbol, const ExprContext& context) {
     if (keeps && constant && leaf.symbol == symbol && value.IsNumber())
       symbol->Constant = slot_.Texts.New<ConstantValue>(value);
   };
-  InitializerWalk walk(slot_, check);
+  const auto complain = [&](const INITIALIZER* misfit, const char* format) {
+    const char* name = symbol->name->c_str();
+    slot_.ErrorAt(misfit->Line, 0, Format(format, name));  // NOLINT(clang-diagnostic-format-nonliteral)
+  };
+  InitializerWalk walk(slot_, check, complain);
   const int64_t rows = walk.Run(symbol);
   if (open == 1) {
     shape.Dimensions[0] = rows;
     shape.UnsizedFirstDimension = rows == 0;
+    shape.CountedFirstDimension = rows > 0;
   }
   return walk.good() && constant;
 }

@@ -155,7 +155,6 @@ class Parser {
   bool CheckVariableConflict(const Scope& scope, const Declarator& declarator, SYM_REC** existing);
   void ShowConflict(const FoundName& conflict, const Name* name, bool warning);
   bool DeclareTypedef(const Scope& scope, const Declarator& declarator, FUNCPROTO_REC* function);
-  void KeepStatic(SYM_REC* symbol);
   void FinishVariable(const Scope& scope, SYM_REC* symbol);
   bool CheckRoom(const Declarator& declarator, const SYM_REC* symbol);
   bool ParseInitialValue(const Scope& scope, const Declarator& declarator, SYM_REC* symbol);

@@ -29,7 +29,6 @@ BuiltinValue Interpreter::ToBuiltinValue(const Entry& entry) {
   } else if (entry.token == Tok::NUMBER) {
     value.kind = entry.IsDouble() ? BuiltinValue::Kind::kDouble : BuiltinValue::Kind::kInteger;
     value.integer = entry.value;
-    if (entry.IsDouble()) value.real = entry.real;
     value.wide = entry.width >= 8 && entry.number_type != Tok::int_;
   }
   return value;
@@ -194,18 +193,6 @@ bool Interpreter::RunBuiltin(const Op& op, const BuiltinValue* arguments, size_t
   BuiltinCall call(runtime_, {arguments, count});
   if (!RunHandler(op, call)) return false;
   FromBuiltinValue(call.result(), result);
-  return true;
-}
-
-bool Interpreter::RunHandler(const Op& op, BuiltinCall& call) {
-  bool enough_memory = true;
-  try {
-    op.builtin->handler(call);
-  } catch (const std::bad_alloc&) {
-    enough_memory = false;
-  }
-  if (!enough_memory || call.out_of_memory())
-    return Fail(op.node, "ExecSystemFunction: Not enough system memory");
   return true;
 }
 

@@ -17,14 +17,6 @@ constexpr size_t kSaveMemory = size_t{64} << 20;
 constexpr size_t kOperandMemory = size_t{256} << 20;
 constexpr size_t kFewOperands = size_t{16} << 20;
 
-int32_t WrappedDivide(int32_t a, int32_t b) {
-  return b == -1 ? static_cast<int32_t>(0U - static_cast<uint32_t>(a)) : a / b;
-}
-
-int32_t WrappedRemainder(int32_t a, int32_t b) {
-  return b == -1 ? 0 : a % b;
-}
-
 double AsDouble(const Entry& entry) {
   return entry.IsDouble() ? entry.real : static_cast<double>(entry.Low());
 }
@@ -291,23 +283,6 @@ bool Interpreter::PlusMinus(const Op& op, Mode mode, Entry* left, Entry* right) 
 
 namespace {
 
-// Shift counts and products wrap at 32 bits, as the machine's do.
-int32_t IntegerResult(Tok token, int32_t a, int32_t b) {
-  const auto ua = static_cast<uint32_t>(a);
-  const auto ub = static_cast<uint32_t>(b);
-  switch (token) {
-    case Tok::STAR: return static_cast<int32_t>(ua * ub);
-    case Tok::SLASH:
-    case Tok::DIV: return WrappedDivide(a, b);
-    case Tok::MOD: return WrappedRemainder(a, b);
-    case Tok::XOR: return a ^ b;
-    case Tok::BITAND: return a & b;
-    case Tok::BITOR: return a | b;
-    case Tok::LEFTSHIFT: return static_cast<int32_t>(ua << (ub & 31));
-    default: return a >> (ub & 31);
-  }
-}
-
 bool IsDivision(Tok token) {
   return token == Tok::SLASH || token == Tok::DIV;
 }
@@ -343,7 +318,7 @@ bool Interpreter::Arithmetic(const Op& op, Entry* left, Entry* right) {
   }
   const int32_t b = right->Low();
   if (b == 0 && (IsDivision(op.token) || op.token == Tok::MOD)) return Fail(op.node, "Division by zero");
-  left->SetInt(IntegerResult(op.token, left->Low(), b));
+  left->SetInt(static_cast<int32_t>(IntegerResult(op.token, left->Low(), b)));
   return true;
 }
 

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <new>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -174,7 +175,17 @@ class Interpreter final : public ParseServices {
   bool MemberCall(const Op& op, Entry* object);
   bool CallBuiltin(const Op& op, Entry* result);
   bool RunBuiltin(const Op& op, const BuiltinValue* arguments, size_t count, Entry* result);
-  bool RunHandler(const Op& op, BuiltinCall& call);
+  bool RunHandler(const Op& op, BuiltinCall& call) {
+    bool enough_memory = true;
+    try {
+      op.builtin->handler(call);
+    } catch (const std::bad_alloc&) {
+      enough_memory = false;
+    }
+    if (enough_memory && !call.out_of_memory()) [[likely]]
+      return true;
+    return Fail(op.node, "ExecSystemFunction: Not enough system memory");
+  }
   bool AsmCall(const Op& op, Entry* result);
   bool EvaluateArguments(const Op& op, Mode mode, Entry* arguments);
   FUNCPROTO_REC* ChooseOverload(FUNCPROTO_REC* function, int count, const EXPR_NODE* node);
@@ -247,7 +258,8 @@ class Interpreter final : public ParseServices {
   bool RunGeneralReturn(const Site& site);
   bool RunBuiltinSite(const Site& site, char* fp, char* result);
   bool RunTakenName(const Site& site, char* result);
-  bool ArgumentOf(const BuiltinArgument& argument, const char* fp, BuiltinValue* value);
+  bool FetchArgument(const BuiltinArgument& argument, const char* place, BuiltinValue* value);
+  bool TextOfVariable(const SYM_REC* symbol, const char* place, BuiltinValue* value) const;
 
   // --- sweep.cpp
   void SweepTexts();

@@ -34,23 +34,13 @@ TextHeap::TextHeap()
       page_count_(size_ == 0 ? 0 : size_ / kPageSize - 1),
       threshold_(std::min(kFirstThreshold, size_ / 4)) {
   std::fill(std::begin(current_), std::end(current_), kNoPage);
-  std::fill(std::begin(cursor_), std::end(cursor_), 0);
+  std::fill(std::begin(cursor_), std::end(cursor_), size_t{0});
 }
 
-char* TextHeap::Allocate(size_t size) {
-  if (size > page_count_ * kPageSize) return nullptr;
-  const int size_class = size <= kSmallest ? 0 : static_cast<int>(std::bit_width((size - 1) / kSmallest));
-  char* text = size_class < kClasses ? AllocateSmall(size_class) : AllocateLarge(size);
-  since_sweep_ += size;
-  return text;
-}
-
-char* TextHeap::AllocateSmall(int size_class) {
+bool TextHeap::FindSlots(int size_class) {
   size_t& current = current_[size_class];
   while (true) {
-    if (current != kNoPage) {
-      if (char* text = TakeSlot(current)) return text;
-    }
+    if (current != kNoPage && TakeSlots(size_class)) return true;
     cursor_[size_class] = 0;
     std::vector<size_t>& partly = partly_[size_class];
     if (!partly.empty()) {
@@ -59,7 +49,7 @@ char* TextHeap::AllocateSmall(int size_class) {
       continue;
     }
     size_t page = 0;
-    if (!TakePages(1, &page)) return nullptr;
+    if (!TakePages(1, &page)) return false;
     // One call of the system for what would be sixteen faults; where it knows no such call, those follow.
     if (page >= kPagesOnDemand) madvise(PageStart(page), kPageSize, MADV_POPULATE_WRITE);
     At(page).use = Use::kSmall;
@@ -69,22 +59,23 @@ char* TextHeap::AllocateSmall(int size_class) {
   }
 }
 
-char* TextHeap::TakeSlot(size_t number) {
-  Page& page = At(number);
-  const size_t slots = kPageSize / SizeOf(page.size_class);
-  int& word = cursor_[page.size_class];
-  for (; static_cast<size_t>(word) * 64 < slots; ++word) {
-    const auto bit = static_cast<size_t>(std::countr_one(page.used[word]));
-    const size_t slot = static_cast<size_t>(word) * 64 + bit;
-    if (bit == 64) continue;
-    if (slot >= slots) break;
-    page.used[word] |= uint64_t{1} << bit;
-    return PageStart(number) + slot * SizeOf(page.size_class);
+// The next word of the current page that has free slots; all of them count as used from here on.
+bool TextHeap::TakeSlots(int size_class) {
+  Page& page = At(current_[size_class]);
+  const size_t count = kPageSize / SizeOf(size_class);
+  for (size_t& word = cursor_[size_class]; word * 64 < count; ++word) {
+    const uint64_t there = count < 64 ? (uint64_t{1} << count) - 1 : ~uint64_t{0};
+    const uint64_t free = there & ~page.used[word];
+    if (free == 0) continue;
+    page.used[word] |= free;
+    slots_[size_class] = {free, PageStart(current_[size_class]) + word * 64 * SizeOf(size_class)};
+    return true;
   }
-  return nullptr;
+  return false;
 }
 
 char* TextHeap::AllocateLarge(size_t size) {
+  if (size > page_count_ * kPageSize) return nullptr;
   const size_t count = (size + kPageSize - 1) / kPageSize;
   size_t first = 0;
   if (!TakePages(count, &first)) return nullptr;
@@ -169,6 +160,7 @@ void TextHeap::EndSweep(size_t scanned) {
   free_runs_.clear();
   for (auto& partly : partly_) partly.clear();
   std::fill(std::begin(current_), std::end(current_), kNoPage);
+  std::fill(std::begin(slots_), std::end(slots_), Slots{});
   for (size_t number = 0; number < next_page_;) {
     const Page& page = At(number);
     const size_t count = page.use == Use::kLarge ? page.pages : 1;

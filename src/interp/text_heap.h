@@ -1,5 +1,6 @@
 #pragma once
 
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -19,7 +20,11 @@ class TextHeap {
   size_t size() const { return size_; }
 
   /// Memory for a text of `size` bytes, NUL included. Null when all is used up.
-  char* Allocate(size_t size);
+  char* Allocate(size_t size) {
+    const int size_class = ClassOf(size);
+    since_sweep_ += size;
+    return size_class < kClasses ? AllocateSmall(size_class) : AllocateLarge(size);
+  }
 
   /// True once so much has gathered that a sweep pays.
   bool WantsSweep() const { return since_sweep_ >= threshold_; }
@@ -51,11 +56,27 @@ class TextHeap {
     size_t count;
   };
 
+  /// Slots of one word of a page that are handed out one by one.
+  struct Slots {
+    uint64_t free = 0;
+    char* first = nullptr;
+  };
+
   static constexpr size_t SizeOf(int size_class) { return kSmallest << size_class; }
+  static int ClassOf(size_t size) {
+    return size <= kSmallest ? 0 : static_cast<int>(std::bit_width((size - 1) / kSmallest));
+  }
   char* PageStart(size_t page) const { return memory_.data() + page * kPageSize; }
   Page& At(size_t page) { return pages_[page]; }
-  char* AllocateSmall(int size_class);
-  char* TakeSlot(size_t page);
+  char* AllocateSmall(int size_class) {
+    Slots& slots = slots_[size_class];
+    if (slots.free == 0 && !FindSlots(size_class)) return nullptr;
+    char* text = slots.first + static_cast<size_t>(std::countr_zero(slots.free)) * SizeOf(size_class);
+    slots.free &= slots.free - 1;
+    return text;
+  }
+  bool FindSlots(int size_class);
+  bool TakeSlots(int size_class);
   char* AllocateLarge(size_t size);
   bool TakePages(size_t count, size_t* first);
   void Release(size_t first, size_t count);
@@ -70,7 +91,8 @@ class TextHeap {
   std::vector<Run> free_runs_;            ///< pages that were used and are free again, ascending
   std::vector<size_t> partly_[kClasses];  ///< pages of a class with free slots, as the last sweep found them
   size_t current_[kClasses];
-  int cursor_[kClasses];      ///< word of the current page from which to look for a free slot
+  size_t cursor_[kClasses];   ///< word of the current page from which to look for free slots
+  Slots slots_[kClasses];
   std::vector<Run> to_scan_;  ///< kept texts that may hold addresses themselves: offset and size
   size_t since_sweep_ = 0;
   size_t threshold_;

@@ -6,6 +6,7 @@
 #include "interp/interpreter.h"
 #include "interp/numbers.h"
 #include "program/layout.h"
+#include "program/operators.h"
 
 namespace vorc {
 
@@ -411,31 +412,13 @@ CompoundForm FormOf(const Entry& entry) {
   return {entry.value, static_cast<double>(entry.value), false};
 }
 
-bool RealCompound(Tok token, double a, double b, double* result) {
-  switch (token) {
-    case Tok::STAR_EQ: *result = a * b; return true;
-    case Tok::MINUS_EQ: *result = a - b; return true;
-    case Tok::PLUS_EQ: *result = a + b; return true;
-    case Tok::SLASH_EQ: *result = a / b; return true;
+bool RealResult(Tok plain, double a, double b, double* result) {
+  switch (plain) {
+    case Tok::STAR: *result = a * b; return true;
+    case Tok::MINUS: *result = a - b; return true;
+    case Tok::PLUS: *result = a + b; return true;
+    case Tok::SLASH: *result = a / b; return true;
     default: return false;
-  }
-}
-
-int64_t IntegerCompound(Tok token, int64_t a, int64_t b) {
-  const auto ua = static_cast<uint64_t>(a);
-  const auto ub = static_cast<uint64_t>(b);
-  const auto shift = static_cast<uint32_t>(ub) & 31;
-  switch (token) {
-    case Tok::BITOR_EQ: return a | b;
-    case Tok::BITAND_EQ: return a & b;
-    case Tok::STAR_EQ: return static_cast<int64_t>(ua * ub);
-    case Tok::MINUS_EQ: return static_cast<int64_t>(ua - ub);
-    case Tok::PLUS_EQ: return static_cast<int64_t>(ua + ub);
-    case Tok::HAT_EQ: return a ^ b;
-    case Tok::SLASH_EQ: return b == -1 ? static_cast<int64_t>(0 - ua) : a / b;
-    case Tok::DIV_EQ: return b == -1 ? 0 : a % b;
-    case Tok::LEFTSHIFT_EQ: return static_cast<int32_t>(static_cast<uint32_t>(ua) << shift);
-    default: return static_cast<int32_t>(a) >> shift;
   }
 }
 
@@ -458,14 +441,15 @@ bool Interpreter::CompoundAssign(const Op& op, Entry* left, Entry* right) {
   if (!left->IsDouble() && left->width == 4) left->value = left->Low();
   const CompoundForm a = FormOf(*left);
   const CompoundForm b = FormOf(*right);
+  const Tok plain = OperatorOf(op.token).plain;
   double real = 0.0;
-  if ((a.is_real || b.is_real) && RealCompound(op.token, a.real, b.real, &real)) {
+  if ((a.is_real || b.is_real) && RealResult(plain, a.real, b.real, &real)) {
     left->SetDouble(real);
     StoreNumber(place, *left);
   } else {
-    const bool divides = op.token == Tok::SLASH_EQ || op.token == Tok::DIV_EQ;
+    const bool divides = plain == Tok::SLASH || plain == Tok::MOD;
     if (divides && b.integer == 0) return Fail(op.node, "Division by zero");
-    const int64_t value = IntegerCompound(op.token, a.integer, b.integer);
+    const int64_t value = IntegerResult(plain, a.integer, b.integer);
     left->SetInt(0);
     left->value = place.IsDollar() ? static_cast<int32_t>(value) : value;
     // The stored number is as wide as its target; as a value it is an int.

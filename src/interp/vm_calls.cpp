@@ -219,15 +219,19 @@ bool VmCompiler::BuiltinCall(const Op& op) {
   if (op.argument_count > kMostBuiltinArguments || op.builtin->handler == nullptr) return false;
   if (!op.builtin->any_count && op.argument_count != op.builtin->argument_count) return false;
   const size_t first_item = items_.size();
-  std::vector<BuiltinArgument> arguments(static_cast<size_t>(op.argument_count));
+  auto values = std::make_unique<BuiltinValue[]>(static_cast<size_t>(op.argument_count));
+  std::vector<BuiltinArgument> arguments;
   bool may_fail_later = false;
   for (int i = 0; i < op.argument_count; ++i) {
-    BuiltinArgument& argument = arguments[static_cast<size_t>(i)];
     const size_t sites = code_.sites.size();
-    if (!BuiltinArgumentOf(op, i, &argument)) return false;
+    BuiltinArgument argument;
+    argument.position = static_cast<uint8_t>(i);
+    bool constant = false;
+    if (!BuiltinArgumentOf(op, &argument, &values[static_cast<size_t>(i)], &constant)) return false;
     // What is checked here would be told ahead of what the general road finds wrong further left.
     if (may_fail_later && code_.sites.size() > sites) return false;
     may_fail_later |= argument.code != nullptr && !IsPlainVariable(*argument.code);
+    if (!constant) arguments.push_back(argument);
   }
   items_.resize(first_item);
   ReleaseTemps();
@@ -235,6 +239,7 @@ bool VmCompiler::BuiltinCall(const Op& op) {
   int number = 0;
   Site& site = NewSite(&number);
   site.op = &op;
+  site.values = std::move(values);
   site.arguments = std::move(arguments);
   site.length = static_cast<int64_t>(slot_.FuncPrototypes.count());
   Emit(VmOp::kBuiltin, result, 0, 0, number);
@@ -249,6 +254,7 @@ bool VmCompiler::BuiltinCall(const Op& op) {
       Item text;
       text.where = Item::Where::kTextValue;
       text.place = result;
+      text.site = number;
       items_.push_back(text);
       return true;
     }
@@ -256,7 +262,9 @@ bool VmCompiler::BuiltinCall(const Op& op) {
   }
 }
 
-bool VmCompiler::BuiltinArgumentOf(const Op& op, int position, BuiltinArgument* argument) {
+bool VmCompiler::BuiltinArgumentOf(const Op& op, BuiltinArgument* argument, BuiltinValue* value,
+                                   bool* constant) {
+  const int position = argument->position;
   Code* code = op.list[position];
   if (code == nullptr) return false;
   const Mark mark = Here();
@@ -264,12 +272,18 @@ bool VmCompiler::BuiltinArgumentOf(const Op& op, int position, BuiltinArgument* 
   const int depth = depth_;
   if (Level(*code, false)) {
     Item item = items_.back();
-    if (item.where == Item::Where::kText) {
-      argument->from = BuiltinArgument::From::kText;
-      argument->text = item.text;
+    if (item.where == Item::Where::kText || (item.where == Item::Where::kNumber && !item.is_unsigned)) {
+      *constant = true;
+      if (item.where == Item::Where::kText) {
+        value->SetText(item.text);
+      } else {
+        value->kind = BuiltinValue::Kind::kInteger;
+        value->integer = static_cast<int32_t>(item.number);
+      }
       return true;
     }
     if (item.where == Item::Where::kTextValue) {
+      if (!RunsFunctions(op, position + 1)) Lend(item);
       argument->from = BuiltinArgument::From::kTextAt;
       argument->place = item.place;
       return true;
@@ -288,12 +302,13 @@ bool VmCompiler::BuiltinArgumentOf(const Op& op, int position, BuiltinArgument* 
       held.where = Item::Where::kValue;
       held.place = place;
       // A variable is read when its turn comes.
-      if (item.IsVariable()) {
+      if (item.IsVariable() && MayChange(op, position + 1)) {
         held.place = NewTemp();
         Emit(item.is_real ? VmOp::kMoveReal : VmOp::kMoveInt, held.place, place);
       }
       items_.push_back(held);
-      argument->from = item.is_real ? BuiltinArgument::From::kReal : BuiltinArgument::From::kInt;
+      argument->from = BuiltinArgument::From::kNumber;
+      value->kind = item.is_real ? BuiltinValue::Kind::kDouble : BuiltinValue::Kind::kInteger;
       argument->place = held.place;
       return true;
     }
@@ -302,13 +317,30 @@ bool VmCompiler::BuiltinArgumentOf(const Op& op, int position, BuiltinArgument* 
   level_base_ = base;
   depth_ = depth;
   // It is evaluated when all others have been, so they must not be able to change it.
-  bool calls = false;
-  if (CountEffects(code, false, &calls) > 0 || calls) return false;
-  for (int i = position + 1; i < op.argument_count; ++i) {
-    if (CountEffects(op.list[i], false, &calls) > 0 || calls) return false;
-  }
+  if (MayChange(op, position)) return false;
   argument->code = code;
   return true;
+}
+
+// What takes this text of a built-in copies it, before the same call can be made again.
+void VmCompiler::Lend(const Item& text) {
+  code_.sites[static_cast<size_t>(text.site)].loan = std::make_unique<TextLoan>();
+}
+
+// True if an argument from this position on may call a function of the script.
+bool VmCompiler::RunsFunctions(const Op& op, int position) {
+  for (int i = position; i < op.argument_count; ++i) {
+    if (CallsFunction(op.list[i])) return true;
+  }
+  return false;
+}
+
+// True if an argument from this position on may change a variable.
+bool VmCompiler::MayChange(const Op& op, int position) {
+  bool calls = false;
+  int effects = 0;
+  for (int i = position; i < op.argument_count; ++i) effects += CountEffects(op.list[i], false, &calls);
+  return calls || effects > 0;
 }
 
 }  // namespace vorc

@@ -27,13 +27,14 @@ struct Insn {
 
 struct FunctionCode;
 
-/// An argument of a built-in: a value that lies in the frame, or an expression for the general road.
+/// An argument of a built-in that is no constant: a value that lies in the frame, or an expression for the
+/// general road.
 struct BuiltinArgument {
-  enum class From : uint8_t { kInt, kReal, kText, kTextAt, kGeneral };
+  enum class From : uint8_t { kNumber, kTextAt, kGeneral };
   From from = From::kGeneral;
+  uint8_t position = 0;
   int32_t place = 0;
-  const char* text = nullptr;
-  Code* code = nullptr;
+  Code* code = nullptr;             ///< for the general road
   const SYM_REC* symbol = nullptr;  ///< of a variable at `place` that often holds a text
 };
 
@@ -55,7 +56,9 @@ struct Site {
   SYM_REC* symbol = nullptr;
   SymbolState* state = nullptr;  ///< of a typeless variable that is guarded or stored to
   FunctionCode* callee = nullptr;
-  std::vector<BuiltinArgument> arguments;
+  std::unique_ptr<BuiltinValue[]> values;  ///< all arguments of a built-in, constants ready
+  std::vector<BuiltinArgument> arguments;  ///< the others
+  std::unique_ptr<TextLoan> loan;  ///< of a built-in whose text is used up at once: where it lies
 };
 
 /// Where the cases of a `switch` are, by value: dense where that wastes little.

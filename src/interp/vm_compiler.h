@@ -131,7 +131,7 @@ class VmCompiler {
   void EndPlainRoot(VmOp road, int32_t a, Code* code, const STATEMENT_BLOCK* statement);
   bool JumpOn(const Item& item, Label target, bool jump_if);
   bool JumpOnComparison(Tok token, const Item& left, const Item& right, Label target, bool jump_if);
-  int CountEffects(const Code* code, bool root, bool* calls);
+  static int CountEffects(const Code* code, bool root, bool* calls);
 
   // --- vm_expressions.cpp
   bool Level(const Code& code, bool argument);
@@ -186,7 +186,11 @@ class VmCompiler {
   bool Argument(SYM_REC* parameter, const Item& item, int32_t place);
   int32_t PointerPlace(const Item& item);
   bool BuiltinCall(const Op& op);
-  bool BuiltinArgumentOf(const Op& op, int position, BuiltinArgument* argument);
+  bool BuiltinArgumentOf(const Op& op, BuiltinArgument* argument, BuiltinValue* value, bool* constant);
+  static bool MayChange(const Op& op, int position);
+  static bool RunsFunctions(const Op& op, int position);
+  static bool CallsFunction(const Code* code);
+  void Lend(const Item& text);
   bool QuietTree(const Code* code) const;
 
   static constexpr int kMostTemps = 900;

@@ -72,13 +72,28 @@ int VmCompiler::CountEffects(const Code* code, bool root, bool* calls) {
   for (int i = 0; i < code->count; ++i) {
     const Op& op = code->ops[i];
     if (IsEffect(op.code) && !(root && op.last)) ++count;
-    *calls |= IsCall(op.code);
+    *calls |= IsCall(op.code) || op.code == OpCode::kNew;
     count += CountEffects(op.sub, false, calls) + CountEffects(op.other, false, calls);
     const int listed = op.argument_count > op.index_count ? op.argument_count : op.index_count;
     if (IsCall(op.code)) continue;
     for (int k = 0; op.list != nullptr && k < listed; ++k) count += CountEffects(op.list[k], false, calls);
   }
   return count;
+}
+
+// True if a function of the script may run, and not just built-ins.
+bool VmCompiler::CallsFunction(const Code* code) {
+  for (int i = 0; code != nullptr && i < code->count; ++i) {
+    const Op& op = code->ops[i];
+    const bool builtin = op.code == OpCode::kNameCall && op.symbol == nullptr && op.builtin != nullptr;
+    if (op.code == OpCode::kNew || (IsCall(op.code) && !builtin) || op.indices != nullptr) return true;
+    if (CallsFunction(op.sub) || CallsFunction(op.other)) return true;
+    const int listed = op.argument_count > op.index_count ? op.argument_count : op.index_count;
+    for (int k = 0; op.list != nullptr && k < listed; ++k) {
+      if (CallsFunction(op.list[k])) return true;
+    }
+  }
+  return false;
 }
 
 bool VmCompiler::Root(Code* code, Use use) {

@@ -1,5 +1,5 @@
+#include <bit>
 #include <cstring>
-#include <new>
 
 #include "base/format.h"
 #include "base/host_stack.h"
@@ -101,18 +101,16 @@ bool Interpreter::RunGeneralReturn(const Site& site) {
 
 // The result of a built-in as the machine keeps it: a text's address, a real number or an integer.
 static void PlaceResult(BuiltinResult wanted, const BuiltinValue& value, char* place) {
-  if (wanted == BuiltinResult::kText) {
-    const char* text = value.kind == BuiltinValue::Kind::kText ? value.text : nullptr;
-    std::memcpy(place, &text, sizeof text);
-  } else if (value.kind == BuiltinValue::Kind::kDouble) {
-    std::memcpy(place, &value.real, sizeof value.real);
-  } else {
-    const bool number = value.kind != BuiltinValue::Kind::kText;
-    const int64_t whole = !number ? 0 : value.wide ? value.integer : static_cast<int32_t>(value.integer);
-    const auto real = static_cast<double>(static_cast<int32_t>(whole));
-    std::memcpy(place, wanted == BuiltinResult::kDouble ? static_cast<const void*>(&real) : &whole,
-                sizeof whole);
+  const bool text = value.kind == BuiltinValue::Kind::kText;
+  int64_t bits = value.integer;
+  if (wanted == BuiltinResult::kText || text) {
+    if (wanted != BuiltinResult::kText || !text) bits = 0;
+  } else if (value.kind != BuiltinValue::Kind::kDouble) {
+    const auto low = static_cast<int32_t>(bits);
+    if (!value.wide) bits = low;
+    if (wanted == BuiltinResult::kDouble) bits = std::bit_cast<int64_t>(static_cast<double>(low));
   }
+  std::memcpy(place, &bits, sizeof bits);
 }
 
 // Since the call was compiled, a function of the script has taken the name.
@@ -128,62 +126,47 @@ bool Interpreter::RunTakenName(const Site& site, char* result) {
 
 // A call of a built-in whose arguments lie in the frame, but for those that only the general road gives.
 bool Interpreter::RunBuiltinSite(const Site& site, char* fp, char* result) {
-  const Op& op = *site.op;
-  if (static_cast<int64_t>(slot_.FuncPrototypes.count()) != site.length &&
-      FindFunction(slot_, &slot_.Globals, op.node->name) != nullptr)
+  const bool functions_added = static_cast<int64_t>(slot_.FuncPrototypes.count()) != site.length;
+  if (functions_added && FindFunction(slot_, &slot_.Globals, site.op->node->name) != nullptr)
     return RunTakenName(site, result);
   SweepIfDue();
-  // Only those that there are get cleared.
-  alignas(BuiltinValue) char room[kMostBuiltinArguments * sizeof(BuiltinValue)];
-  auto* values = reinterpret_cast<BuiltinValue*>(room);
-  const size_t count = site.arguments.size();
-  for (size_t i = 0; i < count; ++i) {
-    new (&values[i]) BuiltinValue();
-    if (!ArgumentOf(site.arguments[i], fp, &values[i])) return false;
+  for (const BuiltinArgument& argument : site.arguments) {
+    const char* place = fp + argument.place;
+    BuiltinValue& value = site.values[argument.position];
+    if (argument.from == BuiltinArgument::From::kNumber) {
+      std::memcpy(&value.integer, place, sizeof value.integer);
+    } else if (argument.from == BuiltinArgument::From::kTextAt) {
+      std::memcpy(&value.text, place, sizeof value.text);
+      value.kind = value.text == nullptr ? BuiltinValue::Kind::kInteger : BuiltinValue::Kind::kText;
+    } else if (!FetchArgument(argument, place, &value)) {
+      return false;
+    }
   }
-  BuiltinCall call(runtime_, {values, count});
-  if (!RunHandler(op, call)) return false;
-  PlaceResult(op.builtin->result, call.result(), result);
+  // An added function could run this call again, ahead of the first text's use.
+  TextLoan* loan = functions_added ? nullptr : site.loan.get();
+  BuiltinCall call(runtime_, {site.values.get(), static_cast<size_t>(site.op->argument_count)}, loan);
+  if (!RunHandler(*site.op, call)) return false;
+  PlaceResult(site.op->builtin->result, call.result(), result);
   return !failed();
 }
 
-bool Interpreter::ArgumentOf(const BuiltinArgument& argument, const char* fp, BuiltinValue* value) {
-  switch (argument.from) {
-    case BuiltinArgument::From::kInt: {
-      int32_t number = 0;
-      std::memcpy(&number, fp + argument.place, sizeof number);
-      value->kind = BuiltinValue::Kind::kInteger;
-      value->integer = number;
-      return true;
-    }
-    case BuiltinArgument::From::kReal:
-      value->kind = BuiltinValue::Kind::kDouble;
-      std::memcpy(&value->real, fp + argument.place, sizeof value->real);
-      std::memcpy(&value->integer, fp + argument.place, sizeof value->integer);
-      return true;
-    case BuiltinArgument::From::kText:
-      value->kind = BuiltinValue::Kind::kText;
-      value->text = argument.text;
-      return true;
-    case BuiltinArgument::From::kTextAt:
-      std::memcpy(&value->text, fp + argument.place, sizeof value->text);
-      value->kind = value->text != nullptr ? BuiltinValue::Kind::kText : BuiltinValue::Kind::kInteger;
-      return true;
-    default: break;
-  }
-  if (argument.symbol != nullptr &&
-      (argument.symbol->ValueType != Tok::dollar || StateOf(argument.symbol).holds == Tok::STRING)) {
-    const char* text = nullptr;
-    std::memcpy(&text, fp + argument.place, sizeof text);
-    if (CheckedText(text) != nullptr) {
-      value->kind = BuiltinValue::Kind::kText;
-      value->text = text;
-      return true;
-    }
-  }
+bool Interpreter::FetchArgument(const BuiltinArgument& argument, const char* place, BuiltinValue* value) {
+  if (argument.symbol != nullptr && TextOfVariable(argument.symbol, place, value)) return true;
   Entry entry;
   if (!Evaluate(argument.code, Mode::kNormal, &entry)) return false;
   *value = ToBuiltinValue(entry);
+  return true;
+}
+
+// False if the variable holds none.
+bool Interpreter::TextOfVariable(const SYM_REC* symbol, const char* place, BuiltinValue* value) const {
+  const bool typeless = symbol->ValueType == Tok::dollar;
+  if (typeless && StateOf(symbol).holds != Tok::STRING) return false;
+  const char* text = nullptr;
+  std::memcpy(&text, place, sizeof text);
+  if (text == nullptr || !memory_.Contains(text, 1)) return false;
+  const KnownText& known = StateOf(symbol).known;
+  value->SetText(typeless && Holds(known, text) ? std::string_view(text, known.length) : text);
   return true;
 }
 

@@ -147,6 +147,7 @@ int32_t VmCompiler::WordPlace(const Item& item) {
 bool VmCompiler::StoreTypeless(const Item& target, const Item& value) {
   if (target.where == Item::Where::kFrame && value.where == Item::Where::kTextValue) {
     int site = 0;
+    Lend(value);
     NewSite(&site).symbol = target.symbol;
     Emit(VmOp::kStoreTypelessText, target.place, value.place, 0, site);
     return true;

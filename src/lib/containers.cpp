@@ -33,9 +33,9 @@ bool LooksNumeric(std::string_view text) {
 
 /// Moves the items into the order of their keys.
 template <typename Key>
-void Reorder(std::deque<std::string>& items, const std::vector<Key>& keys) {
-  std::deque<std::string> sorted;
-  for (const Key& key : keys) sorted.push_back(std::move(items[key.item]));
+void Reorder(std::deque<std::string_view>& items, const std::vector<Key>& keys) {
+  std::deque<std::string_view> sorted;
+  for (const Key& key : keys) sorted.push_back(items[key.item]);
   items = std::move(sorted);
 }
 
@@ -44,9 +44,9 @@ struct NumberKey {
   size_t item;
 };
 
-void SortByValue(std::deque<std::string>& items) {
+void SortByValue(std::deque<std::string_view>& items) {
   std::vector<NumberKey> keys(items.size());
-  for (size_t i = 0; i < items.size(); ++i) keys[i] = {std::strtod(items[i].c_str(), nullptr), i};
+  for (size_t i = 0; i < items.size(); ++i) keys[i] = {std::strtod(items[i].data(), nullptr), i};
   std::stable_sort(keys.begin(), keys.end(),
                    [](const NumberKey& a, const NumberKey& b) { return a.value < b.value; });
   Reorder(items, keys);
@@ -67,7 +67,7 @@ uint64_t Head(std::string_view text) {
   return head;
 }
 
-void SortByBytes(std::deque<std::string>& items) {
+void SortByBytes(std::deque<std::string_view>& items) {
   std::vector<BytesKey> keys(items.size());
   for (size_t i = 0; i < items.size(); ++i) keys[i] = {Head(items[i]), i};
   std::stable_sort(keys.begin(), keys.end(), [&items](const BytesKey& a, const BytesKey& b) {
@@ -107,13 +107,8 @@ T ReadAt(std::string_view bytes, int64_t offset) {
 }  // namespace
 
 size_t TextList::Add(std::string_view text) {
-  items_.emplace_back(text);
+  items_.emplace_back(texts_.Copy(text), text.size());
   return items_.size();
-}
-
-std::optional<std::string_view> TextList::Get(int64_t index) const {
-  if (index < 0 || static_cast<uint64_t>(index) >= items_.size()) return std::nullopt;
-  return items_[static_cast<size_t>(index)];
 }
 
 void TextList::Sort() {

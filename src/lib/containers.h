@@ -3,12 +3,12 @@
 #include <cstddef>
 #include <cstdint>
 #include <deque>
-#include <iterator>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "base/arena.h"
 #include "lib/ordered_table.h"
 
 namespace vorc {
@@ -19,13 +19,17 @@ class TextList {
   static constexpr const char* kKind = "list";
 
   TextList() = default;
-  explicit TextList(std::vector<std::string> items)
-      : items_(std::make_move_iterator(items.begin()), std::make_move_iterator(items.end())) {}
+  explicit TextList(const std::vector<std::string>& items) {
+    for (const std::string& item : items) Add(item);
+  }
 
   /// Appends, and answers the new count.
   size_t Add(std::string_view text);
   /// The element at `index` from 0, or nothing out of range.
-  std::optional<std::string_view> Get(int64_t index) const;
+  std::optional<std::string_view> Get(int64_t index) const {
+    if (static_cast<uint64_t>(index) >= items_.size()) return std::nullopt;
+    return items_[static_cast<size_t>(index)];
+  }
   size_t Count() const { return items_.size(); }
   /// By value if every element looks like a plain decimal number, else by bytes. Equal elements
   /// keep their order.
@@ -34,8 +38,11 @@ class TextList {
   std::string Join(std::string_view separator, size_t limit = std::string::npos) const;
 
  private:
-  /// Growing moves nothing.
-  std::deque<std::string> items_;
+  static constexpr size_t kFewTexts = 240;
+
+  Arena texts_{kFewTexts};
+  /// NUL-terminated texts. Growing moves nothing.
+  std::deque<std::string_view> items_;
 };
 
 /// All parts of `text` between separators, empty ones included. An empty separator gives the

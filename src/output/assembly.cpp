@@ -45,8 +45,15 @@ void EmitMemberFunctions(CodegenContext& context, const SYMBOLS_HEADER& header) 
   }
 }
 
+// What stands alone under the name of a script's own function is no program.
+bool IsScriptAlone(const List<FUNCPROTO_REC>& functions) {
+  return functions.First != nullptr && functions.First == functions.Last &&
+         strcasecmp(functions.First->name->c_str(), "MorvMain") == 0;
+}
+
 void EmitProcedures(CodegenContext& context) {
   EmitMemberFunctions(context, context.slot.Globals);
+  if (IsScriptAlone(context.slot.Globals.Functions)) return;
   for (FUNCPROTO_REC* function : context.slot.Globals.Functions) {
     if (function->ProcBody == nullptr || function->PrototypeOnly) continue;
     EmitMemberFunctions(context, function->ProcBody->LocalsHeader);

@@ -80,14 +80,18 @@ void QuoteStruct(CodegenContext& context, const SYM_REC* symbol) {
 
 void DescribeStruct(CodegenContext& context, const SYM_REC* symbol) {
   Line(context.assembly, symbol->Line, " //", QuotedLine(context.slot, symbol->Line),
-       " (name=", AsmNameOf(context, symbol), " size=", GetObjectStructSize(symbol->Struct),
+       " (name=", symbol->name->Text, " size=", GetObjectStructSize(symbol->Struct),
        " star_count=", symbol->TotalDepth, " array_dimension_count=", symbol->Shape.DimensionCount,
        " static=", (symbol->StorageType & STATIC_VAR) != 0 ? 1 : 0, ")\n");
 }
 
+std::string_view StructDirective(const CodegenContext& context, const ValueType& type) {
+  return type.IsPointer() ? TranslateCtype2Asmtype(context.slot, type) : "BYTE1";
+}
+
 void EmitUnset(CodegenContext& context, const SYM_REC* symbol) {
   TextWriter& out = context.assembly;
-  const std::string_view name = AsmNameOf(context, symbol);
+  const std::string_view name = symbol->name->Text;
   const bool is_struct = IsStructData(symbol);
   const bool array = symbol->Shape.DimensionCount > 0;
   if (is_struct) QuoteStruct(context, symbol);
@@ -102,28 +106,30 @@ void EmitUnset(CodegenContext& context, const SYM_REC* symbol) {
     return out.Write('[', SumOfDimensions(symbol), "];\n");
   }
   DescribeStruct(context, symbol);
-  const bool pointer = type.IsPointer();
-  const std::string_view directive = pointer ? TranslateCtype2Asmtype(context.slot, type) : "BYTE1";
-  const int64_t size = pointer ? 1 : GetObjectStructSize(symbol->Struct);
+  const std::string_view directive = StructDirective(context, type);
+  const int64_t size = GetObjectStructSize(symbol->Struct);
   if (array) {
     out.Write(directive, ' ', name, " \n");
     if (IsOpen(symbol)) return out.Write("[] \n");
-    return out.Write('[', SumOfDimensions(symbol) * size, "] \n");
+    // Of pointers as well; those to a type that is only announced take their own room.
+    return out.Write('[', SumOfDimensions(symbol) * (type.IsPointer() && size == 0 ? 1 : size), "] \n");
   }
-  if (pointer) return out.Write(directive, ' ', name, " ;\n");
+  if (type.IsPointer()) return out.Write(directive, ' ', name, " ;\n");
   out.Write(directive, ' ', name, '[', size, "] ;\n");
 }
 
 void EmitInitialized(CodegenContext& context, const SYM_REC* symbol) {
   TextWriter& out = context.assembly;
-  const std::string_view name = AsmNameOf(context, symbol);
+  const std::string_view name = symbol->name->Text;
   const ValueType type = ElementType(symbol);
   const bool array = symbol->Shape.DimensionCount > 0;
   const int64_t count = ElementCount(context, symbol);
-  if (IsStructData(symbol) && !type.IsPointer()) {
-    QuoteStruct(context, symbol);
+  if (IsStructData(symbol)) {
     DescribeStruct(context, symbol);
-    out.Write("BYTE1 ", name, '[', count * GetObjectStructSize(symbol->Struct), "] = ");
+    out.Write(StructDirective(context, type), ' ', name, ' ');
+    if (array) out.Write('[', type.IsPointer() ? count : count * GetObjectStructSize(symbol->Struct), "] ");
+    if (array && type.IsPointer()) out.Write('\n');
+    out.Write("= ");
   } else {
     QuoteLine(context, symbol->Line);
     Line(out, symbol->Line, ' ', StorageWord(symbol), ' ', TranslateCtype2Asmtype(context.slot, type), ' ',
@@ -179,9 +185,9 @@ void WriteStringsForAnalysers(CodegenContext& context) {
 }  // namespace
 
 void RenameProcStatics(CodegenContext& context) {
-  for (const SYM_REC* symbol : context.slot.ProcStatics) {
-    context.asm_names[symbol] =
-        Format("%s_%lld_static", symbol->name->c_str(), static_cast<long long>(symbol->Index));
+  for (SYM_REC* symbol : context.slot.ProcStatics) {
+    symbol->name = context.slot.Names.Intern(
+        Format("%s_%lld_static", symbol->name->c_str(), static_cast<long long>(symbol->Index)));
   }
 }
 

@@ -1,6 +1,8 @@
 #include "output/initial_values.h"
 
+#include <algorithm>
 #include <bit>
+#include <cmath>
 #include <utility>
 
 #include "program/constants.h"
@@ -12,8 +14,8 @@ namespace vorc {
 
 namespace {
 
-void PutBytes(TextWriter& out, uint64_t number, int64_t bytes) {
-  for (int64_t i = 0; i < bytes; ++i) out.Write("0x", Hex{number >> 8 * i & 0xff, 2}, ',');
+void PutBytes(TextWriter& out, const InitialCell& cell) {
+  for (int64_t i = 0; i < cell.bytes; ++i) out.Write("0x", Hex{ByteOf(cell, i), 2}, ',');
 }
 
 void PutName(TextWriter& out, const InitialCell& cell) {
@@ -25,8 +27,22 @@ void PutName(TextWriter& out, const InitialCell& cell) {
 void PutElement(TextWriter& out, const InitialCell& cell) {
   if (!cell.name.empty()) return PutName(out, cell);
   if (cell.bytes == 8) return out.Write(Hex{cell.number, 16});
-  const uint64_t mask = (uint64_t{1} << 8 * cell.bytes) - 1;
-  out.Write("0x", Hex{cell.number & mask, static_cast<int>(2 * cell.bytes)});
+  out.Write("0x");
+  for (int64_t i = cell.bytes; i-- > 0;) out.Write(Hex{ByteOf(cell, i), 2});
+}
+
+void SetInteger(InitialCell& cell, int64_t value) {
+  cell.number = static_cast<uint64_t>(value);
+  cell.high = value < 0 ? ~uint64_t{0} : 0;
+}
+
+// Ten bytes: 64 bits of fraction with their leading one, then sign and exponent.
+void SetLongDouble(InitialCell& cell, double real) {
+  constexpr int kBias = 16382;
+  if (real == 0) return;
+  int exponent = 0;
+  cell.number = static_cast<uint64_t>(std::ldexp(std::frexp(std::fabs(real), &exponent), 64));
+  cell.high = static_cast<uint64_t>(exponent + kBias) | (real < 0 ? 0x8000U : 0U);
 }
 
 class CellCollector {
@@ -50,13 +66,16 @@ InitialCell CellCollector::CellOf(const InitializerLeaf& leaf, const ValueType& 
   cell.bytes = type.Size(context_.slot);
   ConstantValue value;
   if (!EvalConstantExpression(context_.slot, leaf.element->Expression, &value)) return cell;
-  cell.number = static_cast<uint64_t>(value.integer);
+  SetInteger(cell, value.integer);
   const bool real_target = type.IsReal();
   if (value.IsNumber() && (real_target || value.kind == ConstantValue::Kind::kReal)) {
     const double real =
         value.kind == ConstantValue::Kind::kReal ? value.real : static_cast<double>(value.integer);
+    cell.number = cell.high = 0;
     if (!real_target)
-      cell.number = static_cast<uint64_t>(static_cast<int64_t>(real));
+      SetInteger(cell, static_cast<int64_t>(real));
+    else if (cell.bytes > static_cast<int64_t>(sizeof(double)))
+      SetLongDouble(cell, real);
     else if (cell.bytes == sizeof(float))
       cell.number = std::bit_cast<uint32_t>(static_cast<float>(real));
     else
@@ -68,7 +87,7 @@ InitialCell CellCollector::CellOf(const InitializerLeaf& leaf, const ValueType& 
   }
   if (value.kind == ConstantValue::Kind::kFunction) cell.name = AsmNameOf(context_, value.function);
   if (value.symbol != nullptr) {
-    cell.name = AsmNameOf(context_, value.symbol);
+    cell.name = value.symbol->name->Text;
     cell.distance = value.integer;
   }
   return cell;
@@ -114,7 +133,7 @@ class ValueWriter {
 
  private:
   void WriteStruct(int64_t size);
-  void WriteArray(int64_t element, int64_t count);
+  void WriteArray(int64_t element, int64_t count, bool is_text);
 
   CodegenContext& context_;
   const SYM_REC* symbol_;
@@ -128,7 +147,7 @@ void ValueWriter::WriteStruct(int64_t size) {
   for (const auto& [offset, cell] : cells_) {
     for (; at < offset; ++at) out.Write("0x00,");
     if (cell.name.empty()) {
-      PutBytes(out, cell.number, cell.bytes);
+      PutBytes(out, cell);
     } else {
       PutName(out, cell);
       out.Write(',');
@@ -139,13 +158,17 @@ void ValueWriter::WriteStruct(int64_t size) {
   out.Write("};\n");
 }
 
-void ValueWriter::WriteArray(int64_t element, int64_t count) {
+// Numbers and texts end with a comma each; eight bytes and addresses have one between them.
+void ValueWriter::WriteArray(int64_t element, int64_t count, bool is_text) {
   TextWriter& out = context_.assembly;
-  out.Write('{');
+  const ArrayShape& shape = symbol_->Shape;
+  out.Write(!is_text && shape.DimensionCount == 1 && shape.CountedFirstDimension ? "{\n" : "{");
   for (int64_t i = 0; i < count; ++i) {
-    const auto cell = cells_.find(i * element);
-    if (i > 0) out.Write(',');
-    PutElement(out, cell == cells_.end() ? InitialCell{element} : cell->second);
+    const auto found = cells_.find(i * element);
+    const InitialCell cell = found == cells_.end() ? InitialCell{element} : found->second;
+    PutElement(out, cell);
+    const bool last = i + 1 == count;
+    if (!last || cell.is_text || !(is_text || cell.bytes == 8)) out.Write(',');
   }
   out.Write("};\n");
 }
@@ -157,12 +180,24 @@ void ValueWriter::Run() {
   while (type.IsArray()) type = type.Element();
   const int64_t element = type.Size(context_.slot);
   if (type.IsStruct()) return WriteStruct(element * count);
-  if (array) return WriteArray(element, count);
-  PutElement(context_.assembly, cells_.empty() ? InitialCell{element} : cells_.begin()->second);
+  if (array) return WriteArray(element, count, symbol_->Initializer.First->Expression != nullptr);
+  if (!cells_.empty())
+    PutElement(context_.assembly, cells_.begin()->second);
+  else if (element <= 2)
+    PutElement(context_.assembly, InitialCell{element});
+  else
+    context_.assembly.Write('0');
   context_.assembly.Write(";\n");
 }
 
 }  // namespace
+
+uint8_t ByteOf(const InitialCell& cell, int64_t index) {
+  constexpr int64_t kWord = 8;
+  if (index < kWord) return static_cast<uint8_t>(cell.number >> 8 * index);
+  const auto high = static_cast<int64_t>(cell.high);
+  return static_cast<uint8_t>(high >> std::min<int64_t>(8 * (index - kWord), 63));
+}
 
 InitialCells CollectInitialCells(CodegenContext& context, UnnamedStrings& strings, const SYM_REC* symbol) {
   return CellCollector(context, strings).Run(symbol);

@@ -12,10 +12,14 @@ namespace vorc {
 struct InitialCell {
   int64_t bytes = 1;
   uint64_t number = 0;
+  uint64_t high = 0;     ///< of what is wider than eight bytes; its sign fills what is wider still
   std::string name{};    ///< as the assembler knows it; empty for a number
   int64_t distance = 0;  ///< bytes behind the name
   bool is_text = false;  ///< the name is that of a text without a variable
 };
+
+/// A byte of a cell's number, from the lowest on.
+uint8_t ByteOf(const InitialCell& cell, int64_t index);
 
 using InitialCells = std::map<int64_t, InitialCell>;  ///< by their distance from the variable's start
 

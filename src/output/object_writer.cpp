@@ -89,8 +89,13 @@ void TableFileWriter::Finish(const TableDirectory& directory, uint64_t stored, b
   if (status_ != kVsymOk) return;
   const Bytes placeholder = header_;
   vsym_describe(header_, directory.bytes, stored, deflated);
+  constexpr auto kLines = static_cast<size_t>(DiskTable::kLineNumber);
+  constexpr auto kRelocations = static_cast<size_t>(DiskTable::kRelocation);
   for (size_t i = 0; i < kDiskTables; ++i) {
-    const TableEntry& entry = directory.entries[i];
+    // In symbol files line numbers stand ahead of relocations. Neither are made here, so that only tells on
+    // where they would be.
+    const bool ahead = i == kLines && format_.version == kSymbolFormat.version;
+    const TableEntry& entry = directory.entries[ahead ? kRelocations : i];
     PutNumber(header_, format_.directory + 16 * i, 8, entry.count);
     PutNumber(header_, format_.directory + 16 * i + 8, 8, format_.header_bytes + entry.start);
   }

@@ -4,7 +4,6 @@
 #include <limits>
 #include <string_view>
 
-#include "base/format.h"
 #include "program/layout.h"
 
 namespace vorc {
@@ -33,12 +32,6 @@ constexpr int64_t kNoEnd = std::numeric_limits<int64_t>::max();
 
 }  // namespace
 
-void InitializerWalk::Fail(const INITIALIZER* element, const char* format) {
-  good_ = false;
-  slot_.ErrorAt(element == nullptr ? slot_.Place : element->Line, 0,
-                Format(format, variable_->name->c_str()));  // NOLINT(clang-diagnostic-format-nonliteral)
-}
-
 int64_t InitializerWalk::RowSize(const SYM_REC* symbol, int dimension) const {
   int64_t size = GetObjectSize(slot_, symbol);
   for (int i = dimension + 1; i < symbol->Shape.DimensionCount; ++i)
@@ -47,7 +40,6 @@ int64_t InitializerWalk::RowSize(const SYM_REC* symbol, int dimension) const {
 }
 
 int64_t InitializerWalk::Run(const SYM_REC* symbol) {
-  variable_ = symbol;
   const INITIALIZER* element = symbol->Initializer.First;
   if (element == nullptr) return 0;
   if (symbol->Shape.DimensionCount > 0 && symbol->Shape.UnsizedFirstDimension) {

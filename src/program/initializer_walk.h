@@ -16,12 +16,16 @@ struct InitializerLeaf {
 };
 
 /// Matches the values of an initializer with the scalars of a variable, in order: nested lists
-/// open a row, a member or a struct, bare values run on. Reports lists that don't fit.
+/// open a row, a member or a struct, bare values run on. Behind the parser every list fits.
 class InitializerWalk {
  public:
   using Visitor = FunctionRef<void(const InitializerLeaf& leaf)>;
+  /// Told of a value that doesn't fit. The format takes the variable's name.
+  using Complaint = FunctionRef<void(const INITIALIZER* misfit, const char* format)>;
 
-  InitializerWalk(C_SLOT& slot, Visitor visit) : slot_(slot), visit_(visit) {}
+  InitializerWalk(C_SLOT& slot, Visitor visit) : InitializerWalk(slot, visit, kSilent) {}
+  InitializerWalk(C_SLOT& slot, Visitor visit, Complaint complain)
+      : slot_(slot), visit_(visit), complain_(complain) {}
 
   /// Visits every value. Answers how many rows an open first dimension takes.
   int64_t Run(const SYM_REC* symbol);
@@ -34,11 +38,16 @@ class InitializerWalk {
   void FillElement(const SYM_REC* symbol, int64_t offset, const INITIALIZER** at);
   int64_t FillRows(const SYM_REC* symbol, int dimension, int64_t offset, const INITIALIZER** at);
   int64_t RowSize(const SYM_REC* symbol, int dimension) const;
-  void Fail(const INITIALIZER* element, const char* format);
+  void Fail(const INITIALIZER* element, const char* format) {
+    good_ = false;
+    complain_(element, format);
+  }
+
+  static constexpr auto kSilent = [](const INITIALIZER*, const char*) {};
 
   C_SLOT& slot_;
   Visitor visit_;
-  const SYM_REC* variable_ = nullptr;
+  Complaint complain_;
   bool good_ = true;
 };
 

@@ -76,6 +76,7 @@ struct ArrayShape {
   int64_t* Dimensions = nullptr;
   int16_t DimensionCount = 0;
   bool UnsizedFirstDimension = false;
+  bool CountedFirstDimension = false;  ///< written as [], and settled by the initial values
 };
 
 /// Values of a `{ }` list, or the one value of a scalar.
@@ -95,7 +96,6 @@ struct INITIALIZER {
 struct SYM_REC : TypeSpec {
   int64_t Index = -1;
   Name* name = nullptr;
-  const char* AsmName = nullptr;  ///< what assembly calls a static of a function, null for `name`
   MemberKind MemberType = MEMBER_TYPE_NONE;
   bool IsFunctionPointer = false;
   bool ImplicitExtern = false;  ///< inserted because it was undeclared at its first use

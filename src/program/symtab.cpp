@@ -268,7 +268,12 @@ FoundName FindLocalIdentifier(const C_SLOT& slot, const FUNCPROTO_REC* proto,
 
 FoundName FindVisible(const C_SLOT& slot, const FUNCPROTO_REC* proto, const STATEMENT_BLOCK* statement,
                       const CODE_BLOCK* block, const Name* name) {
-  if (auto hit = FindLocalIdentifier(slot, proto, statement, block, name)) return hit;
+  if (auto hit = FindLocalIdentifier(slot, proto, statement, block, name)) {
+    // A label has its name to itself: it hides no variable and no function.
+    const bool label = hit.Symbol() != nullptr && hit.Symbol()->IsLabel;
+    const FoundName global = label ? FindInScope(slot, &slot.Globals, name) : FoundName();
+    return global ? global : hit;
+  }
   if (proto != nullptr && proto->OwnerClass != nullptr) {
     const MemberResult member = FindStructMember(slot, proto->OwnerClass, name);
     FoundName hit;

@@ -94,7 +94,7 @@ void A64BackEnd::GenerateBasicBlock(Procedure& procedure, BasicBlock& block) {
   if (function_ == nullptr) return;
   ++blocks_;
   for (const Instruction* at = block.first; at != nullptr; at = at->next_in_block) {
-    if (!at->is_marker) Count(procedure, *at, function_->a64_select(*at));
+    Count(procedure, *at, function_->a64_select(*at));
   }
   if (&block == &procedure.blocks.back()) CloseFunction();
 }

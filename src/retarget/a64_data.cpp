@@ -1,5 +1,7 @@
 #include "retarget/a64_data.h"
 
+#include <algorithm>
+
 #include "program/layout.h"
 #include "program/value_type.h"
 
@@ -23,10 +25,12 @@ int64_t SizeOf(CodegenContext& context, const SYM_REC* symbol) {
   return SizeProduct(type.Size(context.slot), ElementCount(context, symbol));
 }
 
-void AppendNumber(Va64Encoder& enc, uint64_t number, int64_t bytes) {
-  uint8_t text[8] = {};
-  for (int64_t i = 0; i < bytes && i < 8; ++i) text[i] = static_cast<uint8_t>(number >> 8 * i);
-  va64_bytes(enc, {text, static_cast<size_t>(bytes < 8 ? bytes : 8)});
+void AppendNumber(Va64Encoder& enc, const InitialCell& cell) {
+  constexpr int64_t kWidest = 32;
+  const int64_t count = std::min(cell.bytes, kWidest);
+  uint8_t bytes[kWidest] = {};
+  for (int64_t i = 0; i < count; ++i) bytes[i] = ByteOf(cell, i);
+  va64_bytes(enc, {bytes, static_cast<size_t>(count)});
 }
 
 }  // namespace
@@ -37,7 +41,7 @@ void A64Data::Collect(CodegenContext& context) {
     const int64_t size = SizeOf(context, symbol);
     if (size <= 0 || size > kMostData - int64_t{size_}) return;
     Variable variable;
-    variable.name = AsmNameOf(context, symbol);
+    variable.name = symbol->name->Text;
     variable.offset = size_;
     variable.size = static_cast<uint32_t>(size);
     if (symbol->Initializer.First != nullptr)
@@ -73,7 +77,7 @@ void A64Data::AppendVariable(Va64Encoder& enc, const Variable& variable) {
     // A value may reach into what one before it left, as a union's members do.
     if (va64_here(enc) > at) continue;
     enc.code.AppendZeros(at - va64_here(enc));
-    AppendNumber(enc, cell.number, cell.bytes);
+    AppendNumber(enc, cell);
   }
   const uint32_t end = start + variable.size;
   if (va64_here(enc) < end) enc.code.AppendZeros(end - va64_here(enc));
@@ -113,7 +117,7 @@ uint32_t A64Data::TargetOf(const InitialCell& cell, FunctionPlace function) cons
 
 bool A64Data::AppendAddressList(Va64Encoder& enc, FunctionPlace function) {
   va64_align(enc, kAlignment);
-  AppendNumber(enc, 0, 8);
+  AppendNumber(enc, InitialCell{8});
   address_list_ = va64_here(enc);
   bool complete = true;
   for (const Variable& variable : variables_) {

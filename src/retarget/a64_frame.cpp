@@ -1,5 +1,7 @@
 #include "retarget/a64_frame.h"
 
+#include <algorithm>
+
 namespace vorc {
 
 A64Frame::A64Frame(const Procedure& procedure)
@@ -12,6 +14,21 @@ A64Frame::A64Frame(const Procedure& procedure)
   for (const auto& [symbol, slot] : procedure.frame) {
     if (!slot.is_parameter && slot.width > 0) local_at_.emplace(slot.offset, symbol);
   }
+  is_tight_ = BytesFor(MostSlots()) > kMostBytes;
+}
+
+// What the frame takes at most if nothing is given back.
+int64_t A64Frame::MostSlots() const {
+  constexpr int64_t kParameterSlots = 3;  // the address of a struct, and two words of it
+  const auto words = [](int64_t bytes) { return std::max<int64_t>(1, (bytes + 7) / 8); };
+  int64_t count = 0;
+  for (const Temporary& temporary : temporaries_) count += temporary.block == nullptr ? 0 : 1;
+  for (const auto& [symbol, slot] : procedure_.frame)
+    count += slot.is_parameter ? kParameterSlots : words(slot.width);
+  for (const Instruction* at = procedure_.first; at != nullptr; at = at->next) {
+    if (at->Is(ASMOP_PUSH_SYMBOL_PTR) || at->Is(ASMOP_PUSH_TMPVAR)) count += words(at->passed.bytes);
+  }
+  return count;
 }
 
 void A64Frame::Mention(const TacOperand& operand, const Instruction& instruction) {
@@ -70,6 +87,7 @@ int32_t A64Frame::AddParameter(const SYM_REC* symbol, int32_t distance) {
 }
 
 void A64Frame::Done(const Instruction& instruction) {
+  if (!is_tight_) return;
   for (const TacOperand* operand : {&instruction.result, &instruction.operand1, &instruction.operand2}) {
     if (operand->kind != TacOperand::Kind::kTemp) continue;
     Temporary& temporary = temporaries_[static_cast<size_t>(operand->temp)];

@@ -8,8 +8,9 @@
 
 namespace vorc {
 
-/// The frame of one function: x29 and x30, then slots of 8 bytes in the order of their first use. A temporary
-/// that lives in one block gives its slot back behind its last mention. Places are distances from sp.
+/// The frame of one function: x29 and x30, then slots of 8 bytes in the order of their first use. Where it
+/// would be too large, a temporary that lives in one block gives its slot back behind its last mention.
+/// Places are distances from sp.
 class A64Frame {
  public:
   explicit A64Frame(const Procedure& procedure);
@@ -29,12 +30,13 @@ class A64Frame {
   void Done(const Instruction& instruction);
 
   int64_t slots() const { return slots_; }
-  uint32_t bytes() const { return static_cast<uint32_t>((slots_ * 8 + 31) & ~int64_t{15}); }
+  uint32_t bytes() const { return static_cast<uint32_t>(BytesFor(slots_)); }
   /// The frame can be reserved by one instruction.
-  bool fits() const { return ((slots_ * 8 + 31) & ~int64_t{15}) <= kMostBytes; }
+  bool fits() const { return BytesFor(slots_) <= kMostBytes; }
 
  private:
   static constexpr int64_t kMostBytes = 4095;
+  static constexpr int64_t BytesFor(int64_t slots) { return (slots * 8 + 31) & ~int64_t{15}; }
   static constexpr int32_t kSaved = 16;
   static constexpr int32_t kUnknown = -1;
 
@@ -45,6 +47,7 @@ class A64Frame {
   };
 
   void Mention(const TacOperand& operand, const Instruction& instruction);
+  int64_t MostSlots() const;
 
   const Procedure& procedure_;
   std::vector<Temporary> temporaries_;
@@ -52,6 +55,7 @@ class A64Frame {
   std::unordered_map<int32_t, const SYM_REC*> local_at_;
   std::unordered_map<int32_t, int32_t> parameter_at_;
   std::vector<int32_t> free_;
+  bool is_tight_ = false;
   int64_t slots_ = 0;
 };
 

@@ -122,7 +122,7 @@ bool A64Function::NamesAddresses(const TacOperand& operand) const {
   if (!unit_.data.holds_any_address()) return false;
   if (operand.kind == TacOperand::Kind::kLabel) return unit_.data.HoldsAddresses(operand.text);
   if (operand.kind != TacOperand::Kind::kSymbol || procedure_.frame.contains(operand.symbol)) return false;
-  return unit_.data.HoldsAddresses(AsmNameOf(procedure_.context, operand.symbol));
+  return unit_.data.HoldsAddresses(operand.symbol->name->Text);
 }
 
 bool A64Function::PlaceOf(const TacOperand& operand, Place* place) {
@@ -147,7 +147,7 @@ bool A64Function::PlaceOf(const TacOperand& operand, Place* place) {
     AddNumber(kX12, kX12, MemberDataOffset(FindStructMember(procedure_.slot, home, symbol->name)));
     return true;
   }
-  const std::string_view name = AsmNameOf(procedure_.context, symbol);
+  const std::string_view name = symbol->name->Text;
   return unit_.data.Has(name) && unit_.AddressOf(kX12, name) == 0;
 }
 

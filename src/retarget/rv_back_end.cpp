@@ -32,6 +32,8 @@ RvBackEnd::RvBackEnd(C_SLOT& slot, const std::string& source)
   if (listing_.Open(path_)) listing_.Write(RvListingHead());
   image_.Open(path_ + ".bin");
   map_.Open(path_ + ".map");
+  // An object of an earlier run is not this one's.
+  unlink((path_ + ".o").c_str());
 }
 
 std::string RvBackEnd::InstalledLine() const {
@@ -92,7 +94,7 @@ void RvBackEnd::GenerateBasicBlock(Procedure& procedure, BasicBlock& block) {
   if (!function_.is_open()) OpenFunction(procedure);
   coverage_.CountBlock(function_.BeginBlock(procedure, block));
   for (const Instruction* at = block.first; at != nullptr; at = at->next_in_block) {
-    if (!at->is_marker) Select(*at);
+    Select(*at);
   }
   if (!function_.rv32_flush_residents()) CountFault();
 }

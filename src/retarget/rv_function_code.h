@@ -86,6 +86,8 @@ class RvFunctionCode {
   bool rv32_write_done(const RvVariable& variable, uint32_t reg);
   /// Brings all changed variables to memory.
   bool rv32_flush_residents();
+  /// Makes the next read load anew, whatever the register holds.
+  void ForgetResident(const RvVariable& variable);
   /// Makes later reads load anew.
   void ForgetResidents();
   bool IsResident(const RvVariable& variable) const { return Find(variable) != nullptr; }

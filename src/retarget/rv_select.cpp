@@ -29,6 +29,7 @@ struct RvSelector::OpcodeRow {
 };
 
 const RvSelector::OpcodeRow RvSelector::kOpcodes[] = {
+    {INVALID_ASMOP, &RvSelector::Nothing},
     {ASMOP_JMP, &RvSelector::Jump},
     {ASMOP_JNE, &RvSelector::Branch},
     {ASMOP_JE, &RvSelector::Branch},
@@ -221,15 +222,16 @@ bool RvSelector::MoveVarToReg(const Instruction& record) {
 
 // --- numbers and addresses
 
+// The number goes to memory; a register of the variable's own reads it from there.
 bool RvSelector::LoadImmediate(const Instruction& record) {
   RvVariable result;
   Operand value;
   const bool clear = record.asmop == ASMOP_OPCODE_CLR_TMPVAR;
   if (!rv32_dest_name(record, result)) return false;
   if (!clear && !rv32_resolve_operand(record.operand2, value)) return false;
-  const uint32_t target = function_.TargetOf(result, kT0);
-  if (clear && target == kT0) return function_.rv32_store_var(kX0, result);
-  return function_.LoadNumber(target, value.number) && function_.rv32_write_done(result, target);
+  if (!clear && !function_.LoadNumber(kT0, value.number)) return false;
+  function_.ForgetResident(result);
+  return function_.rv32_store_var(clear ? uint32_t{kX0} : uint32_t{kT0}, result);
 }
 
 bool RvSelector::LoadAddress(const Instruction& record) {

@@ -1,5 +1,6 @@
 #include "retarget/rv_trace.h"
 
+#include <algorithm>
 #include <charconv>
 
 namespace vorc {
@@ -47,8 +48,10 @@ void WriteOperand(TextWriter& out, std::string_view name, const TacOperand& oper
 }  // namespace
 
 void RvTraceRecord(TextWriter& out, const Instruction& record) {
-  out.Write("; stmt#", record.index, " actype=", static_cast<int>(record.address_code_type),
-            " asmop=", static_cast<int>(record.asmop), " optype=", static_cast<int>(record.op), " opname='",
+  // All source-line markers are one record without a number or a text.
+  out.Write("; stmt#", record.is_marker ? 0 : record.index,
+            " actype=", static_cast<int>(record.address_code_type), " asmop=", static_cast<int>(record.asmop),
+            " optype=", static_cast<int>(record.op), " opname='",
             record.op == Tok::NOTOKEN ? std::string_view() : TokenName(record.op), "' res='");
   WriteName(out, record.result);
   out.Write("' op1='");
@@ -56,8 +59,10 @@ void RvTraceRecord(TextWriter& out, const Instruction& record) {
   out.Write("' op2='");
   WriteName(out, record.operand2);
   out.Write("' num=", static_cast<int32_t>(record.number), " asmbuf='");
-  const std::string_view text = record.text.substr(0, kLongestText);
-  out.Write(text.substr(0, text.find_last_not_of('\n') + 1), "'\n");
+  std::string text(record.is_marker ? "" : record.text.substr(0, kLongestText));
+  text.erase(text.find_last_not_of('\n') + 1);
+  std::replace(text.begin(), text.end(), '\n', ' ');  // a comment in the listing is one line
+  out.Write(text, "'\n");
   if (record.Is(ASMOP_MOVE_VAR_TO_REG)) out.Write(";    movevar='", record.reg, "'\n");
   WriteOperand(out, "res", record.result);
   WriteOperand(out, "op1", record.operand1);

@@ -10,8 +10,14 @@ namespace {
 constexpr size_t kMostFunctions = 256;
 constexpr size_t kMostGlobals = 128;
 constexpr size_t kMostSites = 512;
+constexpr size_t kLongestName = 127;
 // The image holds every byte of the data.
 constexpr int64_t kMostData = int64_t{1} << 27;
+
+// Only the lower half of a longer pointer counts, so it takes a register's width.
+bool IsPointer(const SYM_REC* symbol) {
+  return symbol->Shape.DimensionCount == 0 && (symbol->TotalDepth > 0 || symbol->IsFunctionPointer);
+}
 
 // Elements of a variable, 0 where a dimension isn't known.
 int64_t ElementCount(const SYM_REC* symbol) {
@@ -31,7 +37,7 @@ int32_t RvUnitCode::FunctionNumber(std::string_view name) {
   if (!is_new || unit.functions.size() == kMostFunctions) return entry->second;
   entry->second = static_cast<int32_t>(unit.functions.size());
   RvFunction& function = unit.functions.emplace_back();
-  function.name = name;
+  function.name = name.substr(0, kLongestName);
   function.label = vrv_new_label(enc);
   return entry->second;
 }
@@ -45,12 +51,12 @@ int32_t RvUnitCode::rv32_global_for(const C_SLOT& slot, const SYM_REC* symbol, s
   const auto [entry, is_new] = global_numbers_.try_emplace(symbol, kNone);
   if (!is_new || unit.globals.size() == kMostGlobals) return entry->second;
   const int64_t count = ElementCount(symbol);
-  const int64_t needed = count == 0 ? 0 : GetDeclaredDataSize(slot, symbol);
+  const int64_t needed = count == 0 || IsPointer(symbol) ? 0 : GetDeclaredDataSize(slot, symbol);
   const int64_t words = std::max(count, (needed + word_bytes_ - 1) / word_bytes_);
   if (count == 0 || unit.data_size + words * word_bytes_ > kMostData) return kNone;
   entry->second = static_cast<int32_t>(unit.globals.size());
   const auto size = static_cast<uint32_t>(words * word_bytes_);
-  unit.globals.push_back({std::string(name), unit.data_size, size});
+  unit.globals.push_back({std::string(name.substr(0, kLongestName)), unit.data_size, size});
   unit.data_size += size;
   return entry->second;
 }

@@ -13,8 +13,8 @@ namespace vorc {
 
 enum RvScratch : uint32_t { kT0 = 5, kT1 = 6, kT2 = 7, kA0 = 10, kT6 = 31 };
 
-/// A unit on its way: its code, and the tables that all its functions share. They have a fixed room, so that
-/// what a unit leaves stays within what its readers expect.
+/// A unit on its way: its code, and the tables that all its functions share. They have a fixed room, and the
+/// names in them at most 127 characters, so that what a unit leaves stays within what its readers expect.
 class RvUnitCode {
  public:
   static constexpr int32_t kNone = -1;

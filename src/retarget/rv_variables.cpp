@@ -52,16 +52,18 @@ AccessWidth RvFunctionCode::WidthOf(const RvVariable& variable) const {
 int64_t RvFunctionCode::BytesOf(const RvVariable& variable) const {
   if (variable.kind != RvVariable::kSymbol) return unit_.word_bytes();
   const SYM_REC* symbol = variable.symbol;
+  const bool array = symbol->Shape.DimensionCount > 0 && !symbol->IsParameter;
   const bool pointer = symbol->TotalDepth > 0 || symbol->IsFunctionPointer;
-  const bool whole = (symbol->Shape.DimensionCount > 0 && !symbol->IsParameter) ||
-                     (symbol->Struct != nullptr && !pointer) || procedure_->address_taken.contains(symbol);
+  // Only the lower half of a longer pointer counts.
+  const bool whole =
+      array || (!pointer && (symbol->Struct != nullptr || procedure_->address_taken.contains(symbol)));
   return whole ? GetDeclaredDataSize(procedure_->slot, symbol) : unit_.word_bytes();
 }
 
 int32_t RvFunctionCode::GlobalOf(const SYM_REC* symbol) {
   // Variables of functions that outlive their call have storage from their first use on.
   if ((symbol->StorageType & STATIC_VAR) != 0)
-    return unit_.rv32_global_for(procedure_->slot, symbol, AsmNameOf(procedure_->context, symbol));
+    return unit_.rv32_global_for(procedure_->slot, symbol, symbol->name->Text);
   return unit_.GlobalOf(symbol);
 }
 
@@ -157,6 +159,10 @@ bool RvFunctionCode::rv32_flush_residents() {
     stored = rv32_store_var(resident.reg, resident.variable) && stored;
   }
   return stored;
+}
+
+void RvFunctionCode::ForgetResident(const RvVariable& variable) {
+  if (Resident* resident = Find(variable)) resident->loaded = resident->dirty = false;
 }
 
 void RvFunctionCode::ForgetResidents() {

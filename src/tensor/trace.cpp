@@ -52,10 +52,9 @@ std::string TraceRows(ConstMatrix matrix, const char* cell) {
 }
 
 std::string OnOneLine(std::string_view text) {
-  constexpr char kDelete = 127;
   std::string shown(text);
   for (char& c : shown) {
-    if ((c >= 0 && c < ' ') || c == kDelete) c = ' ';
+    if (c >= '\n' && c <= '\r') c = ' ';
   }
   return shown;
 }

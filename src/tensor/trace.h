@@ -41,7 +41,7 @@ std::string TraceLine(std::string_view text);
 /// format of one value.
 std::string TraceRows(ConstMatrix matrix, const char* cell);
 
-/// A text with its control characters as blanks, so that it stays on its line.
+/// A text with its line ends and form feeds as blanks, so that it stays on its line.
 std::string OnOneLine(std::string_view text);
 
 }  // namespace vorc

@@ -12,15 +12,16 @@ sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent))
 import program
 
 GOLDEN = pathlib.Path(__file__).resolve().parent / "golden"
-KEPT = {"small.asm": "small.asm.txt", "tiny.code_gen_analysis.txt": "tiny.analysis.txt",
-        "tiny.ai_tac_analysis_input.txt": "tiny.tac_input.txt"}
+KEPT = {"small.asm": "small.asm.txt", "data.asm": "data.asm.txt", "tiny.code_gen_analysis.txt": "tiny.analysis.txt",
+        "tiny.ai_tac_analysis_input.txt": "tiny.tac_input.txt",
+        "lowering.ai_tac_analysis_input.txt": "lowering.tac_input.txt"}
 REFERENCE = "//VORC_REFERENCE:"
 
 
 def outputs(vorc):
     """The files of one compilation by name, without their references."""
     with program.Folder() as folder:
-        for source in ("small.c", "tiny.c"):
+        for source in ("small.c", "data.c", "tiny.c", "lowering.c"):
             folder.write(source, (GOLDEN / source).read_text())
             result = program.run([vorc, "-morvquiet", source], folder.path)
             if result.fault() or result.status != 0:

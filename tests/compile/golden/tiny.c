@@ -1,4 +1,6 @@
 int twice(int a)
 {
+  a++;
+  a = -a;
   return a + a;
 }
