@@ -40,6 +40,8 @@ CASES = [
      "class Derived : public Base { public: int read(void) { return kept + 1; } }; class Derived d;",
      'd.set(); printf("%d", d.read());\nprintf("%d", d.kept);',
      "5\n<s.c(4)>: Error 0: 'kept' cannot access protected member of struct/class/union 'Derived'"),
+    ("class A { public: int x; }; struct Open : A { }; class Shut : A { }; struct Open o; class Shut s;",
+     'o.x = 1; printf("%d", o.x);\ns.x = 2;', "1\n<s.c(4)>: Error 0: 'x' cannot access private member of struct/class/union 'Shut'"),
     ("int plain;", 'printf("start");\nplain.x = 1;', "start\n<s.c(4)>: Error 0: 'plain' is not a struct/class/union."),
     ("struct S { int x; }; struct S s;", 's.x = 1; printf("%d", s.x);\ns.y = 2;',
      "1\n<s.c(4)>: Error 0: 'y' is not a member of struct/class/union 'S'"),
