@@ -156,17 +156,26 @@ def directory_of(folder):
 
 
 def test_linking():
+    """Two objects with stamps (width, width of addresses, position independent, format), and what is told of them."""
+    pairs = [((64, 64, 0, 0), (64, 64, 0, 0), ""), ((64, 0, 0, 1), (64, 64, 0, 1), ""), ((32, 0, 0, 0), (32, 32, 0, 0), ""),
+             ((32, 32, 0, 0), (64, 64, 1, 1), "cannot mix CPUSIZE 32 and 64 objects in one link"),
+             ((64, 32, 0, 0), (64, 0, 1, 0), "cannot mix ADDRSIZE 32 and 64 objects in one link"),
+             ((64, 64, 1, 0), (64, 64, 0, 1), "cannot mix position-independent and absolute objects in one link"),
+             ((64, 64, 0, 3), (64, 64, 0, 2), "cannot mix EXEFORMAT eldopic and pe objects in one link"),
+             ((64, 64, 0, 0), (64, 64, 0, 9), "cannot mix EXEFORMAT native and unknown objects in one link")]
     with program.Folder() as folder:
-        for name, options in (("a", ()), ("b", ("-cpu32",)), ("c", ("-pic",)), ("d", ())):
-            compile_in(folder, *options, name=f"{name}.c")
-            read(folder, f"{name}.obj")
-            read(folder, f"{name}.symtab")
-        run = subprocess.run([OBJDUMP, "--link", "a.obj", "b.obj", "c.obj", "d.obj", "a.symtab"], cwd=folder.path,
-                             capture_output=True, check=False)
-        check("link", (run.returncode, [line.split(" - ")[0] for line in run.stderr.decode().splitlines()]), (1, [
-            "vlink: error: cannot mix CPUSIZE 64 and 32 objects in one link",
-            "vlink: error: cannot mix position-independent and absolute objects in one link",
-            "Link error: invalid input file format'a.symtab'"]))
+        compile_in(folder)
+        data = bytearray(read(folder, "x.obj"))
+        read(folder, "x.symtab")
+        for *stamps, told in [*pairs, ((64, 64, 0, 0), None, "invalid input file format'x.symtab'")]:
+            for name, stamp in zip("ab", stamps):
+                if stamp:
+                    struct.pack_into("<4Q", data, 864, stamp[2], stamp[3], stamp[1], stamp[0])
+                    folder.write(f"{name}.obj", bytes(data))
+            run = subprocess.run([OBJDUMP, "--link", "a.obj", "b.obj" if stamps[1] else "x.symtab"], cwd=folder.path,
+                                 capture_output=True, check=False)
+            line = run.stderr.decode().split(" - ")[0].removeprefix("vlink: error: ").removeprefix("Link error: ").strip()
+            check(f"link {stamps}", (line, run.returncode), (told, int(told != "")))
 
 
 def test_damage():

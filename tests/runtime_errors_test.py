@@ -40,9 +40,15 @@ CASES = [
      "class Derived : public Base { public: int read(void) { return kept + 1; } }; class Derived d;",
      'd.set(); printf("%d", d.read());\nprintf("%d", d.kept);',
      "5\n<s.c(4)>: Error 0: 'kept' cannot access protected member of struct/class/union 'Derived'"),
+    ("class A { public: int x; }; struct Open : A { }; class Shut : A { }; struct Open o; class Shut s;",
+     'o.x = 1; printf("%d", o.x);\ns.x = 2;', "1\n<s.c(4)>: Error 0: 'x' cannot access private member of struct/class/union 'Shut'"),
     ("int plain;", 'printf("start");\nplain.x = 1;', "start\n<s.c(4)>: Error 0: 'plain' is not a struct/class/union."),
     ("struct S { int x; }; struct S s;", 's.x = 1; printf("%d", s.x);\ns.y = 2;',
      "1\n<s.c(4)>: Error 0: 'y' is not a member of struct/class/union 'S'"),
+
+    ("struct S { int x; }; int f(void) { return 1; }",
+     'struct S *p[2]; struct S s; p[1] = &s; p[1].x = 3; printf("%d", s.x);\nf().x = 1;',
+     "3\n<s.c(4)>: Error 0: Invalid expression"),
 
     # Pointers that lead nowhere.
     ("class C { public: int v; int get(void) { return v; } }; class C c; class C *p;",
@@ -60,6 +66,10 @@ CASES = [
     ("", 'int x; int *p; x = 3; p = &x; printf("%d", *p);\nprintf("%d", **p);',
      "3\n<s.c(4)>: Error 0: Illegal indirection '*'."),
     ("", 'int a[2]; int x; x = 1; x++; ++x; printf("%d", x);\na++;',
+     "3\n<s.c(4)>: Error 0: Address Constant cannot be changed."),
+    ("", 'int x; int *p; p = &x; (x) = 3; (*p) += 2; printf("%d", x);\n(*p)++;',
+     "5\n<s.c(4)>: Error 0: Invalid operation on a constant number"),
+    ("", 'int a[2]; a[1] = 3; printf("%d", -a[1]);\nprintf("%d", -a);',
      "3\n<s.c(4)>: Error 0: Address Constant cannot be changed."),
 
     # The stack.

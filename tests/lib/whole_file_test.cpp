@@ -22,6 +22,8 @@ TEST_F(WholeFile, OldTextStaysUntilTheNewOneIsComplete) {
     EXPECT_FALSE(MorvWriteWholeFile(At("new"), Writing(large)));
   }
   EXPECT_EQ(Get(path), "old");
+  EXPECT_TRUE(MorvWriteWholeFile(path, Writing("new")));
+  EXPECT_EQ(Get(path), "new");
   EXPECT_FALSE(MorvWriteWholeFile(At("no/such/folder"), Writing("x")));
   EXPECT_FALSE(MorvWriteWholeFile(folder_, Writing("x")));
   EXPECT_FALSE(MorvWriteWholeFile("/dev/full", Writing("x")));

@@ -135,37 +135,6 @@ TEST(ObjectFile, SectionsAreCollected) {
   EXPECT_TRUE(other.symbols.empty());
 }
 
-TEST(ObjectFile, WhatCannotBeLinkedTogether) {
-  struct Stamps {
-    uint64_t cpu, address, pic, format;
-  };
-  const struct {
-    Stamps first, second;
-    const char* message;  // its start; nothing for objects that go together
-  } cases[] = {{{64, 64, 0, 0}, {64, 64, 0, 0}, ""},
-               {{64, 0, 0, 1}, {64, 64, 0, 1}, ""},
-               {{32, 0, 0, 0}, {32, 32, 0, 0}, ""},
-               {{32, 32, 0, 0}, {64, 64, 1, 1}, "cannot mix CPUSIZE 32 and 64 objects"},
-               {{64, 32, 0, 0}, {64, 0, 1, 0}, "cannot mix ADDRSIZE 32 and 64 objects"},
-               {{64, 64, 1, 0}, {64, 64, 0, 1}, "cannot mix position-independent and absolute objects"},
-               {{64, 64, 0, 3}, {64, 64, 0, 2}, "cannot mix EXEFORMAT eldopic and pe objects"},
-               {{64, 64, 0, 0}, {64, 64, 0, 9}, "cannot mix EXEFORMAT native and unknown objects"}};
-  const auto input = [](const Stamps& stamps) {
-    LinkerInput made{"x", std::vector<uint8_t>(1568), 3, false, {}};
-    PutNumber(made.header, 864, 8, stamps.pic);
-    PutNumber(made.header, 872, 8, stamps.format);
-    PutNumber(made.header, 880, 8, stamps.address);
-    PutNumber(made.header, 888, 8, stamps.cpu);
-    return made;
-  };
-  for (const auto& test : cases) {
-    const std::string message = CannotMix(input(test.first), input(test.second));
-    const std::string expected = *test.message == 0 ? "" : std::string("vlink: error: ") + test.message;
-    EXPECT_EQ(message.substr(0, expected.size()), expected);
-    EXPECT_EQ(message.empty(), expected.empty());
-  }
-}
-
 TEST(ObjectFile, HeadersAreRefused) {
   Sections sections(10001);
   const struct {

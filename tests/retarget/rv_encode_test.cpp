@@ -10,7 +10,7 @@ namespace {
 
 using namespace vorc;
 
-constexpr uint32_t kA0 = 10, kA1 = 11, kA2 = 12;
+constexpr uint32_t kA0 = 10, kA1 = 11;
 
 std::string Listing(const VrvEncoder& enc) {
   std::string text;
@@ -54,33 +54,6 @@ TEST(RvEncode, LoadsOfAddresses) {
   EXPECT_EQ(vrv_la_pcrel(enc, kA0, int64_t{1} << 33), 1);
   EXPECT_EQ(enc.code.size(), length);
   EXPECT_FALSE(enc.error);
-}
-
-TEST(RvEncode, Comparisons) {
-  EXPECT_EQ(Emitted([](VrvEncoder& enc) {
-              vrv_cmp_lt(enc, kA0, kA1, kA2);
-              vrv_cmp_gt(enc, kA0, kA1, kA2);
-              vrv_cmp_le(enc, kA0, kA1, kA2);
-              vrv_cmp_ge(enc, kA0, kA1, kA2);
-              vrv_cmp_eq(enc, kA0, kA1, kA2);
-              vrv_cmp_ne(enc, kA0, kA1, kA2);
-            }),
-            "slt    a0,a1,a2; slt    a0,a2,a1; slt    a0,a2,a1; xori   a0,a0,1; slt    a0,a1,a2; "
-            "xori   a0,a0,1; sub    a0,a1,a2; sltiu  a0,a0,1; sub    a0,a1,a2; sltu   a0,zero,a0");
-}
-
-TEST(RvEncode, LabelsForwardAndBack) {
-  EXPECT_EQ(Emitted([](VrvEncoder& enc) {
-              const int32_t loop = vrv_new_label(enc), end = vrv_new_label(enc);
-              vrv_place_label(enc, loop);
-              vrv_branch(enc, kBgeu, kA0, kA1, end);
-              vrv_call(enc, loop);
-              vrv_j(enc, loop);
-              vrv_place_label(enc, end);
-              vrv_ret(enc);
-              EXPECT_EQ(vrv_resolve(enc), 0);
-            }),
-            "bgeu   a0,a1,0xc; jal    ra,0x0; j      0x0; ret");
 }
 
 // The distance from a branch or jump at 0 to a label behind so many bytes.

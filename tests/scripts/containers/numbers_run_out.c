@@ -7,6 +7,6 @@ int main()
     morv_set_free(last);
     i = i + 1;
   }
-  printf("%d %d %d\n", last, morv_set_new(), morv_list_new());
+  printf("%d %d %d %d\n", last, morv_set_new(), morv_set_new(), morv_list_new());
   return 0;
 }

@@ -14,4 +14,5 @@ class B4 { public: virtual void f() = 0; }; B4 b4; B4 *pointer;
 class B5 : public B4 { int x; };
 class B6 { int f() { return 1; } }; int B6::f() { return 2; }
 class B7 { virtual void f() = 0 int g; };
+class Last { ~Other; };
 // args: -morvquiet

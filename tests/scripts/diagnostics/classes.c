@@ -1,5 +1,3 @@
-class A7 { public: int x; }; class B7 : A7 { }; struct C7 : A7 { };
-int f7() { B7 b; C7 c; c.x = 1; return b.x; }
 struct S { int a; }; struct S { int b; };
 int taken; struct taken { int a; }; struct taken;
 struct U1 v;

@@ -1,5 +1,5 @@
 // args: -morvquiet -cpu32
-struct A { int x; int f(int n) { return n; } private: int own() { return this.x; } };
+struct A { int x; int f(int n) { return n; } private: int own() { return this.x; } int hidden; protected: int kept; };
 struct B { int x; };
 struct A a; struct A *pa; struct B b;
 extern int i; extern int arr[3]; extern unsigned u; extern char c; extern INT64 w; extern int *p; extern char *q; extern void *v;
@@ -34,6 +34,7 @@ int names(int n)
   i.x = 1;
   a.x(1);
   a.own();
+  a.hidden = a.kept;
   a->f(1);
   pa.f(1);
   5++;
