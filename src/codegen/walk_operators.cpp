@@ -1,4 +1,5 @@
 #include "base/format.h"
+#include "base/wrapping.h"
 #include "codegen/walk.h"
 #include "program/operators.h"
 
@@ -126,7 +127,7 @@ Operand PointerSum(Walk& walk, Tok op, const Operand& pointer, const Operand& of
   if (pointer.kind == Operand::Kind::kText) type = ValueType::Basic(Tok::char_).Pointer();
   Operand scaled = offset;
   if (offset.IsNumber()) {
-    scaled = NumberValue(offset.number * (size == 0 ? 1 : size), Tok::INT64);
+    scaled = NumberValue(WrappingProduct(offset.number, size == 0 ? 1 : size), Tok::INT64);
   } else if (size > 1) {
     const int32_t product = walk.procedure.NewTemp();
     const Operand exact = Converted(walk, offset, ValueType::Basic(Tok::INT64));

@@ -1,4 +1,5 @@
 #include "base/format.h"
+#include "base/wrapping.h"
 #include "codegen/frame.h"
 #include "codegen/walk.h"
 #include "program/layout.h"
@@ -29,7 +30,7 @@ struct Distance {
 
 void AddIndex(Walk& walk, const Operand& base, const Operand& index, int64_t stride, Distance* distance) {
   if (index.IsNumber()) {
-    distance->constant += index.number * stride;
+    distance->constant = WrappingSum(distance->constant, WrappingProduct(index.number, stride));
     return;
   }
   Procedure& procedure = walk.procedure;
