@@ -311,6 +311,15 @@ def test_files_and_log():
     text = "<s.c(1)>: Error 0: Can't open: '" + "h" * 1500 + "'"
     check("log: a long message is clipped on the terminal", run.out, text[:900] + " ...[message truncated]\n")
     check_true("log: and whole in the log", text in run.log())
+    run = Run(["-morvquiet", "s.c"], {"s.c": '#include "open.h"\n#ifdef A\n', "open.h": "#if 1\n#ifdef A\n#else\n"})
+    entries = ["IfTop=2,Token='PREPROCESS_else', eval_state=0", "IfTop=1,Token='PREPROCESS_ifdef', eval_state=0",
+               "IfTop=0,Token='PREPROCESS_if', eval_state=1"]
+    check("log: what an included file leaves open", [line for line in run.log().split("\n") if "IfTop" in line], entries)
+    check_true("log: and not the terminal", "IfTop" not in run.out and "<open.h(3)>: Error 0: Missing '#endif'" in run.out)
+    deep = "#if 1\n" * 1000 + "#if 0\nint read;\n#endif\n" + "#endif\n" * 1000
+    check("log: conditionals beyond 1000 count as true and have no end of their own",
+          Run(["-morvquiet", "s.c"], {"s.c": deep + "int read;\n"}).out,
+          "<s.c(2003)>: Error 0: Misuse of '#endif'.\n<s.c(2004)>: Error 0: Duplicate declaration 'read'\n")
     run = script(["s.c"], "int main() { int z; z = 0; z = 1 / z; return 0; }\n")
     check_true("log: run-time errors are in it", "<s.c(1)>: Error 0: Division by zero" in run.log(), run.log())
 

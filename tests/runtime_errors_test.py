@@ -46,6 +46,10 @@ CASES = [
     ("struct S { int x; }; struct S s;", 's.x = 1; printf("%d", s.x);\ns.y = 2;',
      "1\n<s.c(4)>: Error 0: 'y' is not a member of struct/class/union 'S'"),
 
+    ("struct S { int x; }; int f(void) { return 1; }",
+     'struct S *p[2]; struct S s; p[1] = &s; p[1].x = 3; printf("%d", s.x);\nf().x = 1;',
+     "3\n<s.c(4)>: Error 0: Invalid expression"),
+
     # Pointers that lead nowhere.
     ("class C { public: int v; int get(void) { return v; } }; class C c; class C *p;",
      'p = &c; c.v = 5; printf("%d", p->get()); p = 0;\nprintf("%d", p->get());',
@@ -62,6 +66,10 @@ CASES = [
     ("", 'int x; int *p; x = 3; p = &x; printf("%d", *p);\nprintf("%d", **p);',
      "3\n<s.c(4)>: Error 0: Illegal indirection '*'."),
     ("", 'int a[2]; int x; x = 1; x++; ++x; printf("%d", x);\na++;',
+     "3\n<s.c(4)>: Error 0: Address Constant cannot be changed."),
+    ("", 'int x; int *p; p = &x; (x) = 3; (*p) += 2; printf("%d", x);\n(*p)++;',
+     "5\n<s.c(4)>: Error 0: Invalid operation on a constant number"),
+    ("", 'int a[2]; a[1] = 3; printf("%d", -a[1]);\nprintf("%d", -a);',
      "3\n<s.c(4)>: Error 0: Address Constant cannot be changed."),
 
     # The stack.

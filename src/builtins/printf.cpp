@@ -51,6 +51,7 @@ class Formatter {
   void ConvertReal(char letter);
   void ConvertInteger(char letter);
   void ConvertText();
+  void PutText(const char* text);
   std::string FormatOf(const char* suffix, long largest) const;
   template <typename Value>
   void Put(const char* suffix, Value value);
@@ -211,25 +212,28 @@ void Formatter::ConvertInteger(char letter) {
 void Formatter::ConvertText() {
   const BuiltinValue& value = NextArgument();
   switch (value.kind) {
-    case BuiltinValue::Kind::kNone: return Put("s", "");
+    case BuiltinValue::Kind::kNone: return PutText("");
     case BuiltinValue::Kind::kInteger: return Put("s", std::to_string(MorvPrintfArgInt(value)).c_str());
     case BuiltinValue::Kind::kDouble: {
       char number[64];
       std::snprintf(number, sizeof number, "%g", value.real);
       return Put("s", static_cast<const char*>(number));
     }
-    case BuiltinValue::Kind::kText: break;
+    case BuiltinValue::Kind::kText: return PutText(value.text);
   }
+}
+
+void Formatter::PutText(const char* text) {
   if (directive_.flags.empty() && directive_.width.empty() && directive_.precision.empty()) {
-    line_ += value.text;
+    line_ += text;
     return;
   }
   const std::string format = FormatOf("s", kLargestTextField);
-  const int length = std::snprintf(nullptr, 0, format.c_str(), value.text);
+  const int length = std::snprintf(nullptr, 0, format.c_str(), text);
   if (length <= 0) return;
   const size_t before = line_.size();
   line_.resize(before + static_cast<size_t>(length));
-  std::snprintf(line_.data() + before, static_cast<size_t>(length) + 1, format.c_str(), value.text);
+  std::snprintf(line_.data() + before, static_cast<size_t>(length) + 1, format.c_str(), text);
 }
 
 }  // namespace

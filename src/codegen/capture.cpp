@@ -150,16 +150,6 @@ void CaptureCompareWithCase(Walk& walk, const TacOperand& a, int64_t value) {
   CaptureNumberCompare(walk, a, value, Compose(procedure, "CMP8 ", NameIn(procedure, a), ",", value));
 }
 
-void CaptureCompare(Walk& walk, const TacOperand& a, const TacOperand& b, std::string_view comment) {
-  Procedure& procedure = walk.procedure;
-  const AsmOp op = IsTemp(a) ? (IsTemp(b) ? ASMOP_CMP_TMPVAR_WITH_TMPVAR : ASMOP_CMP_TMPVAR_WITH_SYMVAR)
-                             : (IsTemp(b) ? ASMOP_CMP_SYMVAR_WITH_TMPVAR : ASMOP_CMP_SYMVAR_WITH_SYMVAR);
-  const std::string_view text = Compose(procedure, "CMP8 ", NameIn(procedure, a), ",", NameIn(procedure, b));
-  Instruction& instruction = CaptureAssembly(walk, op, text, comment);
-  instruction.operand1 = a;
-  instruction.operand2 = b;
-}
-
 void CaptureLoadImmediate(Walk& walk, int32_t temp, std::string_view number, std::string_view mnemonic) {
   Instruction& instruction =
       CaptureAssembly(walk, ASMOP_LOADIMMED_TMPVAR_NUMBER,

@@ -70,7 +70,6 @@ void CaptureLabel(Walk& walk, int32_t number, std::string_view comment = {});
 void CaptureCompareWithNumber(Walk& walk, const TacOperand& a, int64_t number, std::string_view comment = {});
 /// Compares the value of a `switch` with one of its cases.
 void CaptureCompareWithCase(Walk& walk, const TacOperand& a, int64_t value);
-void CaptureCompare(Walk& walk, const TacOperand& a, const TacOperand& b, std::string_view comment = {});
 /// A temporary gets a constant, zero, the address of a symbol, or that of a named place.
 /// The text's mnemonic is that of the data width, or the given one.
 void CaptureLoadImmediate(Walk& walk, int32_t temp, std::string_view number, std::string_view mnemonic = {});

@@ -2,6 +2,7 @@
 #include <cstring>
 
 #include "base/format.h"
+#include "base/truncate.h"
 #include "codegen/frame.h"
 #include "codegen/walk.h"
 #include "program/layout.h"
@@ -263,7 +264,7 @@ Operand Converted(Walk& walk, const Operand& operand, const ValueType& type) {
       same.real = static_cast<double>(operand.number);
       same.type = type;
     } else if (operand.kind == Operand::Kind::kReal && plain && !IsFloatingScalar(type)) {
-      return NumberValue(static_cast<int64_t>(operand.real), type.basic);
+      return NumberValue(TruncatedToInteger(operand.real), type.basic);
     } else if (operand.kind == Operand::Kind::kReal) {
       same.type = type;
     }

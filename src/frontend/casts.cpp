@@ -10,6 +10,13 @@ namespace {
 constexpr TokenList kNoOperand = {Tok::RPAREN, Tok::COMMA, Tok::RBRACKET, Tok::SEMICOLON,
                                   Tok::SLASH,  Tok::MOD,   Tok::PLUS,     Tok::ASSIGN};
 
+constexpr TokenList kPartsOfByte = {Tok::INT4, Tok::UINT4, Tok::BIT};
+
+// What takes less than a byte is stored in one of its own, and yet `sizeof` has none to tell.
+bool IsPartOfByte(const ValueType& type) {
+  return type.record == nullptr && !type.IsPointer() && kPartsOfByte.Has(type.basic);
+}
+
 }  // namespace
 
 bool Parser::AtCastType(const ExprContext& context) const {
@@ -73,13 +80,7 @@ bool Parser::ParseTypeCastNew(const ExprContext& context, ExprChain* chain) {
   if (!ParseCastType(context, cast)) return false;
   if (!At(Tok::RPAREN)) return Fail(7, Format("Cast error near '%s'", scan_.ClipTok().c_str()));
   Next();
-  switch (Token()) {
-    case Tok::SEMICOLON:
-    case Tok::COMMA:
-    case Tok::RPAREN:
-    case Tok::END_OF_FILE: return Fail(1, Format("Cast item error. '%s'", scan_.ClipTok().c_str()));
-    default: break;
-  }
+  if (!AtOperand()) return Fail(1, Format("Cast item error. '%s'", scan_.ClipTok().c_str()));
   if (!CTerm(context, chain)) return false;
   Append(context, chain, Tok::TYPE_CAST)->Cast = cast;
   return true;
@@ -103,7 +104,8 @@ bool Parser::ParseSizeof(const ExprContext& context, int64_t* size) {
   Scope scope = MainScope();
   scope.proc = context.proc;
   if (At(Tok::LBRACKET) && !ParseArrayDimension(scope, &dimensions)) return false;
-  *size = ValueType::OfCast(cast).Size(slot_);
+  const ValueType type = ValueType::OfCast(cast);
+  *size = IsPartOfByte(type) ? 0 : type.Size(slot_);
   for (const int64_t dimension : dimensions) *size = SizeProduct(*size, dimension);
   if (*size > kLargestType && !FailTypeSize(slot_.Names.Intern("sizeof"))) *size = 1;
   return Expect(Tok::RPAREN, 79, "Missing ')' . ");
@@ -114,7 +116,7 @@ bool Parser::SizeofExpression(const ExprContext& context, int64_t* size) {
   if (scan_.TokenIn(kNoOperand)) return Fail(56, "Improper sizeof operand.");
   if (!ParseFullExpression(context, &head)) return false;
   if (head == nullptr) return Fail(56, "Improper sizeof operand.");
-  *size = StaticSize(slot_, head);
+  *size = IsPartOfByte(StaticType(slot_, head)) ? 0 : StaticSize(slot_, head);
   return Expect(Tok::RPAREN, 79, "Missing ')' . ");
 }
 

@@ -16,8 +16,6 @@ void SetForScope(STATEMENT_BLOCK* part, STATEMENT_BLOCK* first) {
   part->ForScope = part->EnclosingFor = first;
 }
 
-constexpr TokenList kNoValue = {Tok::SEMICOLON, Tok::RSECONDBRACKET, Tok::END_OF_FILE};
-
 }  // namespace
 
 bool Parser::ParseCondition(STATEMENT_BLOCK* statement, const char* word) {
@@ -193,8 +191,7 @@ bool Parser::ParseContinueType(STATEMENT_BLOCK* statement) {
 
 bool Parser::ParseReturnType(STATEMENT_BLOCK* statement) {
   Next();
-  if (!scan_.TokenIn(kNoValue) && !ParseFullExpression(ContextOf(statement), &statement->Expression))
-    return false;
+  if (AtOperand() && !ParseFullExpression(ContextOf(statement), &statement->Expression)) return false;
   return Expect(Tok::SEMICOLON, 59, "Missing ';'");
 }
 

@@ -220,7 +220,9 @@ void Parser::ParseStars(int16_t* depth) {
 }
 
 bool Parser::FailMissingName(const Scope& scope, const TypeSpec& type, bool first) {
-  if (scope.by_name) return Fail(45, Format("Invalid variable name: '%s'", scan_.ClipTok().c_str()));
+  if (scope.by_name && slot_.IsScript())
+    return Fail(45, Format("Invalid variable name: '%s'", scan_.ClipTok().c_str()));
+  if (scope.by_name && type.BasicType != Tok::enum_) return Fail(0, "Declaration syntax error.");
   if (type.BasicType == Tok::enum_) return Fail(29, "Unexpected end in declaration of type 'enum'.");
   if (TagList.Has(type.BasicType)) {
     if (struct_defined_) return Fail(14, "Unexpected end of declaration of type 'struct/class'.");
@@ -231,10 +233,8 @@ bool Parser::FailMissingName(const Scope& scope, const TypeSpec& type, bool firs
 }
 
 bool Parser::FailMissingSemicolon(const Scope& scope, const TypeSpec& type) {
-  if (scope.by_name) {
-    slot_.Error(46, "Unexpected end of declaration.");
-    return Fail(0, "Missing ';'.");
-  }
+  if (scope.by_name && slot_.IsScript()) slot_.Error(46, "Unexpected end of declaration.");
+  if (scope.by_name && (slot_.IsScript() || type.BasicType != Tok::enum_)) return Fail(0, "Missing ';'.");
   if (type.BasicType == Tok::enum_) return Fail(30, "Missing ';' in declaration of type 'enum'.");
   if (TagList.Has(type.BasicType)) return Fail(19, "Missing ';' in declaration of type 'class/struct'.");
   if (scope.kind == Scope::Kind::kForClause) {
@@ -587,8 +587,7 @@ bool Parser::ParseEnumBody(const Scope& scope, ENUM_REC* record, SourceLine open
   int64_t value = 0;
   while (AtDeclaredName()) {
     Name* name = scan_.WordName();
-    const FoundName clash = FindInScope(slot_, scope.TagHeader(), name);
-    if (clash) slot_.Error(31, Format("Duplicate declaration of '%s' .", name->c_str()));
+    if (FindInScope(slot_, scope.TagHeader(), name)) slot_.Error(31, "Duplicate declaration of '%' .");
     Next();
     if (Accept(Tok::ASSIGN)) {
       ExprContext context;

@@ -8,7 +8,7 @@ namespace vorc {
 
 namespace {
 
-// Conditionals that are nested deeper than this in one file count as true.
+// Entries for the open conditionals and branches of one file.
 constexpr size_t kMostOpenIfs = 1000;
 
 bool IsWordCharacter(char c) {
@@ -51,12 +51,18 @@ void Scanner::ParsePreProcessIfs(Tok directive) {
   const bool has_operand = now_.Token != Tok::ENDOFSTRING && now_.Token != Tok::END_OF_FILE &&
                            (!wants_name || now_.WordName != nullptr);
   if (!has_operand) slot_.Error(0, "Syntax error followed by preprocessor statement.");
-  std::vector<IfEntry>& ifs = now_.Frame->Ifs;
-  const bool value = ifs.size() >= kMostOpenIfs || (has_operand && EvaluateCondition(directive));
-  ifs.push_back({directive, value, Place()});
+  const bool value = PushIf(directive, has_operand && EvaluateCondition(directive));
   SkipToEndOfLine();
   if (!value) SkipGroup(false);
   GetComboTokenSkipEol();
+}
+
+// Answers how the condition counts: one for which there is no room is true and has no entry.
+bool Scanner::PushIf(Tok directive, bool value) {
+  std::vector<IfEntry>& ifs = now_.Frame->Ifs;
+  if (ifs.size() >= kMostOpenIfs) return true;
+  ifs.push_back({directive, value, Place()});
+  return value;
 }
 
 // The condition is one token; what stands behind it on the line is not looked at.
@@ -94,8 +100,7 @@ void Scanner::ParsePreProcessElif() {
     SkipToEndOfLine();
     SkipGroup(true);
   } else {
-    const bool value = has_operand && EvaluateCondition(Tok::PREPROCESS_elif);
-    now_.Frame->Ifs.push_back({Tok::PREPROCESS_elif, value, Place()});
+    const bool value = PushIf(Tok::PREPROCESS_elif, has_operand && EvaluateCondition(Tok::PREPROCESS_elif));
     SkipToEndOfLine();
     if (!value) SkipGroup(false);
   }
@@ -109,7 +114,7 @@ void Scanner::ParsePreProcessElse() {
   } else if (now_.Frame->Ifs.back().Value) {
     SkipGroup(true);
   } else {
-    now_.Frame->Ifs.push_back({Tok::PREPROCESS_else, false, Place()});
+    PushIf(Tok::PREPROCESS_else, false);
   }
   GetComboTokenSkipEol();
 }

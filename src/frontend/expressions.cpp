@@ -22,6 +22,12 @@ constexpr TokenList kEndsArgument = {Tok::COMMA, Tok::RPAREN};
 constexpr TokenList kEndsStatement = {Tok::SEMICOLON, Tok::LSECONDBRACKET, Tok::RSECONDBRACKET,
                                       Tok::END_OF_FILE};
 
+constexpr TokenList kBeginsOperand = {Tok::IDENTIFIER, Tok::NUMBER,      Tok::HEXNUMBER,   Tok::REAL_NUMBER,
+                                      Tok::STRING,     Tok::SINGLEQUOTE, Tok::LPAREN,      Tok::STAR,
+                                      Tok::BITAND,     Tok::PLUS,        Tok::MINUS,       Tok::NOT,
+                                      Tok::TILDA,      Tok::PLUS_PLUS,   Tok::MINUS_MINUS, Tok::sizeof_,
+                                      Tok::this_,      Tok::new_,        Tok::dollar};
+
 struct ImmediateForm {
   uint8_t immediate_class;
   uint8_t size;
@@ -188,6 +194,10 @@ bool Parser::BitAnd_Star(const ExprContext& context, ExprChain* chain) {
   if (stars > 0) Append(context, chain, Tok::STAR_REF)->StarRefCount = stars;
   if (address) Append(context, chain, Tok::BITAND_ADDRESS);
   return true;
+}
+
+bool Parser::AtOperand() const {
+  return scan_.TokenIn(kBeginsOperand);
 }
 
 bool Parser::CFactor(const ExprContext& context, ExprChain* chain) {

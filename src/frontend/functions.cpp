@@ -208,7 +208,7 @@ bool Parser::InsertArgument(FUNCPROTO_REC* proto, const Scope& scope) {
   }
   if (At(Tok::LBRACKET) && !ParseArrayDimension(scope, &declarator.dimensions)) return false;
   // A list that just isn't closed is the caller's to report.
-  const bool open_end = At(Tok::LSECONDBRACKET) || At(Tok::SEMICOLON);
+  const bool open_end = At(Tok::LSECONDBRACKET) || At(Tok::SEMICOLON) || At(Tok::END_OF_FILE);
   if (!At(Tok::COMMA) && !At(Tok::RPAREN) && !open_end) return Fail(0, "Invalid argument parameter");
   const bool is_void = declarator.type.BasicType == Tok::void_ && declarator.type.PointerDepth == 0;
   if (is_void && function_pointer == nullptr && declarator.name->Text.empty()) {

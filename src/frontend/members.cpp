@@ -84,7 +84,7 @@ bool Parser::ParseMember(const Scope& members, STRUCT_REC* record) {
   if (At(Tok::TILDA)) {
     Next();
     if (scan_.WordName() != record->name) {
-      return Fail(0, Format("'%s' is not valid destructor.", scan_.ClipTok().c_str()));
+      return Fail(33, Format("'%s' is not valid destructor.", scan_.ClipTok().c_str()));
     }
     Next();
     return ParseConstructorOrDestructor(members, record, true, traits);

@@ -7,7 +7,6 @@ namespace vorc {
 
 namespace {
 
-constexpr long kMostErrors = 20;
 constexpr int kDeepestNesting = 10'000;
 constexpr size_t kLongestShownSymbol = 170;
 
@@ -67,9 +66,9 @@ Parser::Scope Parser::ProcScope(FUNCPROTO_REC* proc) {
 
 bool Parser::ParseCsyntax() {
   if (slot_.IsScript() && slot_.MorvFuncProto == nullptr) CreateMorvMain();
-  while (At(Tok::POUND)) scan_.ParsePound();
+  PassDirectives();
   while (!At(Tok::END_OF_FILE)) {
-    if (slot_.Display.ErrorCount > kMostErrors) {
+    if (TooManyErrors()) {
       slot_.Error(0, "Too many errors..");
       break;
     }
@@ -153,7 +152,7 @@ void Parser::ParseTopLevelIdentifier() {
   const bool type = FindInScope(slot_, &slot_.Globals, scan_.WordName()).IsType();
   if (type || !slot_.IsScript()) {
     Scope scope = MainScope();
-    scope.by_name = slot_.IsScript();
+    scope.by_name = true;
     ParseDeclaration(scope);
     return;
   }

@@ -35,13 +35,15 @@ class Parser {
   bool ParseCsyntax();
 
  private:
+  static constexpr long kMostErrors = 20;
+
   /// Where a declaration or statement stands: what it inserts into, and what is visible from it.
   struct Scope {
     enum class Kind : uint8_t { kMain, kProc, kBlock, kForClause, kStruct };
 
     Kind kind = Kind::kMain;
     bool is_typedef = false;
-    bool by_name = false;  ///< a script's declaration that a type's name opened
+    bool by_name = false;  ///< a declaration at file level that a type's name opened
     SYMBOLS_HEADER* header = nullptr;
     FUNCPROTO_REC* proc = nullptr;
     CODE_BLOCK* block = nullptr;
@@ -103,8 +105,13 @@ class Parser {
   /// The next token. Directives in front of it are worked off, wherever they stand.
   void Next() {
     Peek();
-    while (At(Tok::POUND)) scan_.ParsePound();
+    PassDirectives();
   }
+  /// At file level only as long as the errors aren't too many.
+  void PassDirectives() {
+    while (At(Tok::POUND) && !(depth_ == 0 && TooManyErrors())) scan_.ParsePound();
+  }
+  bool TooManyErrors() const { return slot_.Display.ErrorCount > kMostErrors; }
   /// Reads ahead without consuming anything: `look` may call `Peek` and answers a question.
   template <typename Question>
   bool LookAhead(Question look) {
@@ -129,6 +136,8 @@ class Parser {
   bool AtName() const { return scan_.WordName() != nullptr && Token() == Tok::IDENTIFIER; }
   /// A name behind a type: also a word that is a type only as long as nobody takes it.
   bool AtDeclaredName() const;
+  /// True at a token that can begin an expression.
+  bool AtOperand() const;
   Scope MainScope();
   Scope ProcScope(FUNCPROTO_REC* proc);
 

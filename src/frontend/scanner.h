@@ -169,6 +169,7 @@ class Scanner {
   void CheckAfterInclude();
   bool OpenIncludeFile(const std::string& name);
   void ReportOpenIfs(FileFrame* frame);
+  void LogIfStack(const FileFrame& frame);
 
   // macros.cpp
   bool GetDefineToken();
@@ -191,6 +192,7 @@ class Scanner {
   void ParsePreProcessElif();
   void ParsePreProcessElse();
   void ParsePreProcessEndif();
+  bool PushIf(Tok directive, bool value);
   bool EvaluateCondition(Tok directive) const;
   int64_t FindDefineNumber(const Name* name) const;
   bool BranchIsOpen() const;

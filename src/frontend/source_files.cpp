@@ -172,9 +172,19 @@ int Scanner::IncludeDepth() const {
   return now_.Frame == nullptr ? 0 : now_.Frame->Depth;
 }
 
+// The conditionals of an included file that are open, the innermost first.
+void Scanner::LogIfStack(const FileFrame& frame) {
+  for (size_t i = frame.Ifs.size(); i-- > 0;) {
+    const IfEntry& entry = frame.Ifs[i];
+    slot_.Display.Log(Format("IfTop=%d,Token='%s', eval_state=%d", static_cast<int>(i),
+                             std::string(TokenName(entry.Token)).c_str(), entry.Value ? 1 : 0));
+  }
+}
+
 void Scanner::ReportOpenIfs(FileFrame* frame) {
   if (frame->Ifs.empty() || frame->Reported || slot_.Muted > 0) return;
   frame->Reported = true;
+  if (frame->Parent != nullptr) LogIfStack(*frame);
   slot_.Error(0, "Missing '#endif' or preprocessor statement mismatch.");
   slot_.Error(0, "Unexpected End-of-File...");
   slot_.NoteOpening(frame->Ifs.back().Line, "The conditional");

@@ -38,6 +38,7 @@ Parser::ExprContext Parser::ContextOf(STATEMENT_BLOCK* statement) const {
 }
 
 bool Parser::ParseProcBody(FUNCPROTO_REC* proto) {
+  const Nesting nesting(*this);
   const Scope scope = ProcScope(proto);
   while (!At(Tok::RSECONDBRACKET)) {
     if (At(Tok::END_OF_FILE)) return Fail(38, "Unexpected end-of-file..");

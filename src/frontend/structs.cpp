@@ -37,7 +37,7 @@ bool Parser::ParseStructDecl(const Scope& scope, TypeSpec* type) {
       const FoundName found = FindVisible(slot_, scope.proc, nullptr, scope.block, tag);
       type->Struct = found.Struct();
       if (found.Typedef() != nullptr) type->Struct = found.Typedef()->Struct;
-      if (type->Struct == nullptr && At(Tok::SEMICOLON) && IsNoFunction(found)) {
+      if (type->Struct == nullptr && At(Tok::SEMICOLON) && found) {
         return Fail(0, Format("Duplicate definition of symbol '%s'", tag->c_str()));
       }
       if (type->Struct == nullptr)
@@ -79,7 +79,7 @@ STRUCT_REC* Parser::StructForDefinition(const Scope& scope, Name* tag, Tok kind)
     slot_.Error(0, Format("Duplicate definition of class/struct/union '%s'", tag->c_str()));
     return nullptr;
   }
-  if (IsNoFunction(found)) {
+  if (found) {
     slot_.Error(0, Format("Duplicate definition of symbol '%s'", tag->c_str()));
     return nullptr;
   }

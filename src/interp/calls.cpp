@@ -4,9 +4,9 @@
 #include "base/format.h"
 #include "base/host_stack.h"
 #include "base/trace.h"
+#include "base/truncate.h"
 #include "interp/frame.h"
 #include "interp/interpreter.h"
-#include "interp/numbers.h"
 #include "program/overloads.h"
 #include "program/statement_tree.h"
 

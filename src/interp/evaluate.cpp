@@ -3,6 +3,7 @@
 
 #include "base/host_stack.h"
 #include "base/trace.h"
+#include "base/truncate.h"
 #include "interp/interpreter.h"
 #include "interp/numbers.h"
 
@@ -209,7 +210,7 @@ bool Interpreter::Step(const Op& op, Mode mode, Entry* top) {
     case OpCode::kStar: return StarRef(op.node, top);
     case OpCode::kAddressOf: return AddressOf(op.node, top);
     case OpCode::kCast: Cast(op.node, top); return true;
-    case OpCode::kNegate: Negate(top); return true;
+    case OpCode::kNegate: return Negate(op.node, top);
     case OpCode::kUnaryPlus: return true;
     case OpCode::kNotInvert: NotInvert(op.token, top); return true;
     case OpCode::kChoose: return Choose(op, mode, top);
@@ -341,13 +342,15 @@ void Interpreter::AndOr(Tok token, Entry* left, Entry* right) {
   left->SetInt(token == Tok::AND ? a && b : a || b);
 }
 
-void Interpreter::Negate(Entry* entry) {
-  if (entry->indexed) return;
+bool Interpreter::Negate(const EXPR_NODE* node, Entry* entry) {
+  if (entry->indexed) return true;
+  if (entry->IsVariable() && entry->kind == 1) return Fail(node, "Address Constant cannot be changed.");
   Materialize(entry);
   if (entry->IsDouble())
     entry->SetDouble(-entry->real);
   else
     entry->SetInt(static_cast<int32_t>(0U - static_cast<uint32_t>(entry->value)));
+  return true;
 }
 
 void Interpreter::NotInvert(Tok token, Entry* entry) {

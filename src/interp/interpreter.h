@@ -48,6 +48,10 @@ struct Entry {
 
   bool IsDouble() const { return number_type == Tok::double_; }
   bool IsVariable() const { return token == Tok::IDENTIFIER || token == Tok::DOLLAR_IDENTIFIER; }
+  /// A variable, or the number of one that stood in parentheses: what an assignment can store in.
+  bool IsPlace() const {
+    return (IsVariable() || token == Tok::NUMBER) && symbol != nullptr && address != nullptr;
+  }
   bool IsDollar() const { return type == Tok::dollar && depth == 0 && dimensions == 0; }
   int32_t Low() const { return static_cast<int32_t>(value); }
 
@@ -126,7 +130,7 @@ class Interpreter final : public ParseServices {
   bool Arithmetic(const Op& op, Entry* left, Entry* right);
   void Compare(Tok token, Entry* left, Entry* right);
   void AndOr(Tok token, Entry* left, Entry* right);
-  void Negate(Entry* entry);
+  bool Negate(const EXPR_NODE* node, Entry* entry);
   void NotInvert(Tok token, Entry* entry);
   bool ConditionHolds(const Entry& entry) const;
   bool Choose(const Op& op, Mode mode, Entry* entry);

@@ -6,14 +6,6 @@
 
 namespace vorc {
 
-/// A double as a 64-bit integer, cut towards zero. What doesn't fit gives the smallest integer, as
-/// on the host.
-inline int64_t TruncatedToInteger(double value) {
-  constexpr double kLimit = 9223372036854775808.0;
-  if (!(value >= -kLimit && value < kLimit)) return INT64_MIN;
-  return static_cast<int64_t>(value);
-}
-
 /// What an arithmetic operator makes of two integers, in 64 bits that wrap. `plain` is the operator itself,
 /// or what a compound assignment does before it assigns. Shifts see 32 bits and a count modulo 32. A divisor
 /// is not zero.

@@ -190,6 +190,10 @@ STRUCT_REC* Interpreter::ClassOf(const EXPR_NODE* node, const Entry& object) {
     }
     return object.record;
   }
+  if (!object.IsVariable()) {
+    Fail(node, "Invalid expression");
+    return nullptr;
+  }
   if (object.record == nullptr) {
     const char* name = object.symbol == nullptr
                            ? node->OwnerObject == nullptr ? "?" : node->OwnerObject->name->c_str()
@@ -225,7 +229,7 @@ bool Interpreter::ObjectAddress(const Op& op, Entry* object, const char* member,
                   Format("'%s' is a struct/union/class variable. Use '.' instead of '->' at the left of '%s'",
                          name, member));
     case 3: {
-      if (!arrow) {
+      if (!arrow && !object->indexed) {
         return Fail(node, Format("'%s' is a pointer to struct/union/class variable. Use '->' instead of '.' "
                                  "at the left of '%s'",
                                  name, member));

@@ -3,6 +3,7 @@
 
 #include "base/format.h"
 #include "base/trace.h"
+#include "base/truncate.h"
 #include "interp/interpreter.h"
 #include "interp/numbers.h"
 #include "program/layout.h"
@@ -329,8 +330,7 @@ void Interpreter::StoreNumber(const Entry& target, const Entry& source) {
 }
 
 void Interpreter::Assign(Entry* left, Entry* right, bool last) {
-  const bool storable = left->IsVariable() && left->address != nullptr && left->symbol != nullptr;
-  if (storable) {
+  if (left->IsPlace()) {
     const bool dollar = left->IsDollar();
     bool from_dollar = false;
     const char* text = dollar || left->kind == 3 ? OperandText(*right, &from_dollar) : nullptr;
@@ -425,9 +425,7 @@ bool RealResult(Tok plain, double a, double b, double* result) {
 }  // namespace
 
 bool Interpreter::CompoundAssign(const Op& op, Entry* left, Entry* right) {
-  const bool storable =
-      left->IsVariable() && left->symbol != nullptr && left->address != nullptr && left->kind == 2;
-  if (!storable) return true;
+  if (!left->IsPlace() || left->kind != 2) return true;
   bool done = false;
   if (!CompoundText(op, left, right, &done)) return false;
   if (done) return true;

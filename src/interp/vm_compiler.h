@@ -45,6 +45,7 @@ struct Item {
   bool typeless = false;
   bool in_data = false;  ///< of an element: the array lies in the script's data
   bool parameter_array = false;
+  bool grouped = false;  ///< a variable in parentheses
   int32_t place = 0;
   int32_t offset = 0;
   int32_t index = 0;  ///< of an element: where its index lies

@@ -107,6 +107,7 @@ bool VmCompiler::Step(const Code& code, const Op& op, bool argument) {
     case OpCode::kGroup:
       if (op.sub == nullptr || !Level(*op.sub, argument) || !Numeric(items_.back())) return false;
       items_.back().indexed = false;
+      items_.back().grouped = true;
       return Capture(&items_.back());
     case OpCode::kGroupObject:
       if (op.sub == nullptr || !Level(*op.sub, argument)) return false;
@@ -131,7 +132,7 @@ bool VmCompiler::Step(const Code& code, const Op& op, bool argument) {
       if (items_.size() <= level_base_) return false;
       const int step = op.token == Tok::PLUS_PLUS || op.token == Tok::POST_PLUS_PLUS ? 1 : -1;
       const Item& item = items_.back();
-      if (!item.IsVariable() || item.kind != 2 || !Numeric(item)) return false;
+      if (!item.IsVariable() || item.kind != 2 || item.grouped || !Numeric(item)) return false;
       if (op.code == OpCode::kStepBefore) return StepVariable(item, step);
       pending_.push_back({item, step});
       return true;

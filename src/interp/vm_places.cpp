@@ -190,7 +190,7 @@ bool VmCompiler::IndexArray(const Op& op, Code** indices, int count, Item* item)
       continue;
     }
     const int32_t last_index = item->index;
-    if (item->where == Item::Where::kElement) item->index = first_index;
+    item->index = first_index;
     if (!ToAddress(item)) return false;
     const int number = CheckSite(op, 0);
     Site& site = code_.sites[static_cast<size_t>(number)];
@@ -210,6 +210,7 @@ bool VmCompiler::IndexArray(const Op& op, Code** indices, int count, Item* item)
 bool VmCompiler::FollowPointer(const Op& op, Code* index, Item* item) {
   int32_t pointer = kNoPlace;
   const bool array = item->parameter_array;
+  const int32_t first_index = item->index;
   if (!IndexPlace(index, item)) return false;
   const int32_t at = item->index;
   const int64_t number = item->number;
@@ -218,6 +219,7 @@ bool VmCompiler::FollowPointer(const Op& op, Code* index, Item* item) {
     --item->dimensions;
   } else {
     item->form = Form::kWord;
+    item->index = first_index;
     Item word = *item;
     word.typeless = false;
     items_.push_back(*item);
@@ -362,7 +364,7 @@ bool VmCompiler::Star(const Op& op) {
   item.place = pointer;
   item.offset = 0;
   item.site = number;
-  item.indexed = false;
+  item.indexed = item.grouped = false;
   Classify(&item);
   if (order_ == Order::kOrdered && !ToAddress(&item)) return false;
   items_.push_back(item);

@@ -1,7 +1,7 @@
 #include <cstring>
 
+#include "base/truncate.h"
 #include "interp/interpreter.h"
-#include "interp/numbers.h"
 #include "interp/vm_loop.h"
 
 // The register machine's loop. With compilers that can jump to a label's address every instruction

@@ -66,12 +66,6 @@ const CalledFunctions& CallGraph::CalledBy(FUNCPROTO_REC* function) {
   return known_[function] = std::move(called);
 }
 
-bool CallGraph::AnyCall(const Code* code) {
-  CalledFunctions called;
-  Collect(code, &called);
-  return called.unknown || !called.functions.empty();
-}
-
 bool CallGraph::Reaches(EXPR_NODE* expression, const FUNCPROTO_REC* function) {
   CalledFunctions reached;
   Collect(decoder_.Decode(expression), &reached);

@@ -21,7 +21,6 @@ class CallGraph {
 
   /// True if evaluating the expression may run `function`.
   bool Reaches(EXPR_NODE* expression, const FUNCPROTO_REC* function);
-  bool AnyCall(const Code* code);
 
  private:
   void Collect(const Code* code, CalledFunctions* called);

@@ -205,7 +205,7 @@ bool VmCompiler::Assign(const Op& op) {
   if (items_.size() < level_base_ + 2) return false;
   Item right = Pop();
   const Item left = Pop();
-  if (!left.IsVariable()) return false;
+  if (!left.IsVariable() || (left.grouped && left.typeless)) return false;
   // A struct is copied as a whole, and an array's name is no number: the general road knows how.
   if (right.where == Item::Where::kNowhere || (left.kind == 2 && left.form == Form::kNone)) return false;
   const bool unused = op.last && depth_ == 1 && dropped_;
@@ -272,6 +272,7 @@ bool VmCompiler::Compound(const Op& op) {
   const Item right = Pop();
   Item left = Pop();
   if (!left.IsVariable() || left.kind != 2 || !Numeric(left) || !Numeric(right)) return false;
+  if (left.grouped && left.typeless) return false;
   if (right.is_unsigned || right.kind == 3) return false;
   if (right.IsVariable() && right.typeless && !right.is_real) return false;
   Tok token = Tok::NOTOKEN;

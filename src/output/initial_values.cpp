@@ -5,6 +5,7 @@
 #include <cmath>
 #include <utility>
 
+#include "base/truncate.h"
 #include "program/constants.h"
 #include "program/initializer_walk.h"
 #include "program/layout.h"
@@ -73,7 +74,7 @@ InitialCell CellCollector::CellOf(const InitializerLeaf& leaf, const ValueType& 
         value.kind == ConstantValue::Kind::kReal ? value.real : static_cast<double>(value.integer);
     cell.number = cell.high = 0;
     if (!real_target)
-      SetInteger(cell, static_cast<int64_t>(real));
+      SetInteger(cell, TruncatedToInteger(real));
     else if (cell.bytes > static_cast<int64_t>(sizeof(double)))
       SetLongDouble(cell, real);
     else if (cell.bytes == sizeof(float))

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "base/format.h"
+#include "base/truncate.h"
 #include "program/layout.h"
 #include "program/members.h"
 
@@ -218,7 +219,7 @@ bool Evaluator::Unary(const EXPR_NODE* node) {
     value = value.kind == Kind::kReal ? Real(-value.real)
                                       : Integer(Wrap(0 - static_cast<uint64_t>(value.integer)));
   } else if (node->Token == Tok::TILDA) {
-    value = Integer(~(value.kind == Kind::kReal ? static_cast<int64_t>(value.real) : value.integer));
+    value = Integer(~(value.kind == Kind::kReal ? TruncatedToInteger(value.real) : value.integer));
   }
   return true;
 }

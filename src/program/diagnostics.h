@@ -26,12 +26,13 @@ class Diagnostics {
   /// Logged with its place; shown bare, unless quiet.
   void DisplayPrintf(std::string_view file, long line, std::string_view text);
   void DisplayCompilerErrorWarningCount();
+  /// A line for the log alone.
+  void Log(std::string_view line);
 
   long ErrorCount = 0;
   long WarningCount = 0;
 
  private:
-  void Log(std::string_view line);
   void Show(std::string line);
   void EndLog(int error);
 

@@ -32,8 +32,6 @@ struct OperatorInfo {
   OperatorKind kind = OperatorKind::kNone;
 };
 
-inline constexpr int kTightestLevel = 7;
-
 namespace detail {
 
 constexpr std::array<OperatorInfo, kTokenCount> MakeOperators() {

@@ -24,6 +24,7 @@ Head: int fuel = 400;
  struct Node { int n; char c; double d; int v[4]; struct Node *next; };
  int gi; int gj; char gc; double gd; int ga[8]; char gb[8]; double ge[6]; int gm[3][4];
  double gf[2][3]; struct Node gs; struct Node gn[3]; struct Node *gp; int *gq;
+ char *gw[2]; char **gv; int pad1[32]; struct Node *nn[2]; int *rows[2]; int **rr; int pad2[64];
  long gl; unsigned int gu; short gh; float gr;
  class Box { public: int v; long w; unsigned char u; int b : 3; int z : 5;
  int get() { return v; }
@@ -41,6 +42,7 @@ E: void f4(int m, int o) { <Locals> <Burn>; <Statement4*6/VP> }
 Burn: fuel = fuel - 5; if (fuel < 0) return
 Last: 4*return <Int2>;~
 Main: int main() { <Locals> op = &oa[1]; gp = &gs; gq = ga; p = &gn[1]; gn[1].next = &gs; gs.next = p;
+ nn[0] = gn; nn[1] = &gs; rows[0] = ga; rows[1] = a; rr = rows; gw[0] = "ab"; gw[1] = "cd"; gv = gw;
  <Statement5*10>
  printf("%d %d %d %d %g %g\n", i, j, k, c, d, gd);
  printf("%d %d %d %d %d\n", gi, gj, gc, s.n, gs.n);
@@ -50,7 +52,7 @@ Main: int main() { <Locals> op = &oa[1]; gp = &gs; gq = ga; p = &gn[1]; gn[1].ne
  printf("%d %d %d %d %d %d %d\n", gl, gu, gh, ob.v, ob.w, ob.b, oa[1].z);
  return 0; }
 
-Statement: 3*<Place> = <Int2>;~<Place> <Compound> <Int2>;~<Place>++;~--<Name>;~<RealPlace> = <Real2>;
+Statement: 3*<Place> = <Int2>;~<Place> <Compound> <Int2>;~(<Place>) = <Int2>;~(<Place>) <Compound> <Int1>;~<Place>++;~--<Name>;~<RealPlace> = <Real2>;
  ~<RealPlace> += <Real1>;~<RealPlace> *= <Real1>;~printf("%d %d %g\n", <Int2>, <Int1>, <Real1>);~<Typeless>~<Pointers>
  ~<Call>;~<Place> = <Call>;~<Texts>~~<Objects>~2*if (<Int2>) <Arm> <Else>~while (<Fuel> && <Condition>) <Arm/LK>
  ~do <Arm/LK> while (<Fuel> && <Condition>);~2*for (i = <#3>; i < <#8> && <Fuel>; i++) <Arm/LK>
@@ -65,9 +67,11 @@ Fuel: (fuel = fuel - 1) > 0
 Typeless: $x = <Int1>;~$y = <Real1>;~$x = $y;~$x += <Int1>;~$x++;~$y = "t" + "u";~$y = $x * 2 - $y;
 Texts: $t = "ab";~$t = $t + "c"; if (morv_strlen($t) > 40) $t = "";~$t += <Int1>; if (morv_strlen($t) > 40) $t = "z";
  ~if ($t == "ab") <Place> = 1;~<Place> = morv_strlen($t);~$t = morv_upper($t);~$t = $x + "-" + $y;~$y = $t;
+ ~$t = morv_concat(morv_substr($t, <Int1>, 3), <Int1>, morv_upper($x + "q"), <Real1>, morv_hex(<Place>, 2));
+ ~<Place> = morv_strcmp(morv_upper($t), morv_substr("TX", <Int0>, <Int1>));
 Objects: ob.put(<Int1>);~op->put(<Int1>);~op = &oa[<#2>];~op = &ob;~oa[<Index2>] = ob;~ob.w = <Int2>;~oa[1].put(<Int1>);
  ~<Lost>
-Pointers: p = &s;~p = &gn[<#3>];~p = p->next;~q = a;~q = ga;~p->next = &gs;~gs = s;~gn[1].next = p;~q = &ga[2];~<Lost>
+Pointers: p = &s;~p = &gn[<#3>];~p = p->next;~q = a;~q = ga;~p->next = &gs;~gs = s;~gn[1].next = p;~q = &ga[2];~rr[<Index2>] = q;~nn[<Index2>] = p;~<Lost>
 Lost: 6*op = &ob;~op = 0;~p = 0;
 
 Name: i~j~k~gi~gj
@@ -75,14 +79,15 @@ Index2: 4*<#2>~8*(<Int1> & 1)~<Wild>
 Index4: 4*<#4>~8*(<Int1> & 3)~<Wild>
 Wild: 9~-1
 Place: 6*<Name>~a[<Index4>]~ga[<Index4>]~gm[<Index2>][<Index4>]~s.n~p->n~s.v[<Index4>]~p->v[<Index4>]~gn[<Index2>].n
- ~q[<Index4>]~c~gb[<Index4>]~*q~p->next->n~ob.v~ob.b~op->z~op->v~gl~gu~gh~ob.u
+ ~q[<Index4>]~c~gb[<Index4>]~*q~p->next->n~p[<Index2>].v[<Index4>]~nn[<Index2>][<Index2>].n~nn[<Index2>]->v[<Index4>]~rr[<Index2>][<Index4>]
+ ~rows[<Index2>][<Index4>]~gp[<Index2>].v[<Index4>]~ob.v~ob.b~op->z~op->v~gl~gu~gh~ob.u
 RealPlace: 2*d~e[<Index4>]~ge[<Index4>]~gf[<Index2>][<Index2>]~s.d~p->d~gr~gd
 Compound: +=~-=~*=~&=~|=~^=~<<=~>>=
 Compare: <~>~==~!=~<=~>=
 Condition: 3*<Int1> <Compare> <Int1>~<Real1> <Compare> <Real1>
 Int: 2*<Name>~<#9>~-<#3>~P?m~P?o~<Place>~~<Int> + <Int>~<Int> - (<Int>)~(<Int>) * <Int>~(<Int>) / <Divisor>~(<Int>) & <Int>
  ~(<Condition>)~(<Int> < <Int> && <Int>)~(<Int> < <Int> || <Int>)~!<Name>~-<Place>~2*<Call>~$x~<Name>++~(<Name> = <Int>)
- ~(<Condition> ? <Int> : <Int>)~<Cast>(<Int>)~ob.get()~op->sum(<Int0>, <Int1>)~(<Int>) << <#9>~(<Int>) >> <#9>
+ ~(<Condition> ? <Int> : <Int>)~<Cast>(<Int>)~gv[<Index2>][<Int0> & 1]~gw[<Index2>][<#2>]~ob.get()~op->sum(<Int0>, <Int1>)~(<Int>) << <#9>~(<Int>) >> <#9>
 Divisor: 2*2~2*3~2*5~2*7~<Name>
 Cast: (char)~(short)~(long)~(unsigned int)~(int)
 Real: 2*d~<#20>.5~<RealPlace>~~<Real> + <Int>~<Real> - <Real>~<Real> * <Real>~(<Real>) / 4~$y~2*-<RealPlace>~<Call>

@@ -102,6 +102,27 @@ uint64_t DivideAs(Operation operation, uint64_t a, uint64_t b, int shift) {
   }
 }
 
+// The widths are told apart so that each copy is one instruction.
+[[gnu::always_inline]] inline uint64_t ReadMemory(const uint8_t* place, int width) {
+  uint64_t value = 0;
+  switch (width) {
+    case 1: value = *place; break;
+    case 2: std::memcpy(&value, place, 2); break;
+    case 4: std::memcpy(&value, place, 4); break;
+    default: std::memcpy(&value, place, 8); break;
+  }
+  return value;
+}
+
+[[gnu::always_inline]] inline void WriteMemory(uint8_t* place, int width, uint64_t value) {
+  switch (width) {
+    case 1: std::memcpy(place, &value, 1); break;
+    case 2: std::memcpy(place, &value, 2); break;
+    case 4: std::memcpy(place, &value, 4); break;
+    default: std::memcpy(place, &value, 8); break;
+  }
+}
+
 template <class Number>
 uint8_t Compare(Number a, Number b) {
   return a < b ? kLess : a == b ? kEqual : kGreater;
@@ -245,13 +266,7 @@ Machine::Stop Machine::Run(uint64_t index) {
           stop(&i);
           return MemoryFault(i, address);
         }
-        uint64_t value = 0;
-        switch (i.width) {
-          case 1: value = *place; break;
-          case 2: std::memcpy(&value, place, 2); break;
-          case 4: std::memcpy(&value, place, 4); break;
-          default: std::memcpy(&value, place, 8); break;
-        }
+        const uint64_t value = ReadMemory(place, i.width);
         if (i.operation == Operation::kPop) r[kStackPtr] += i.width;
         r[i.d] = i.operation == Operation::kLoadU ? Unsigned(value, shift) : Extend(value, shift);
         break;
@@ -267,12 +282,7 @@ Machine::Stop Machine::Run(uint64_t index) {
           stop(&i);
           return MemoryFault(i, address);
         }
-        switch (i.width) {
-          case 1: std::memcpy(place, &value, 1); break;
-          case 2: std::memcpy(place, &value, 2); break;
-          case 4: std::memcpy(place, &value, 4); break;
-          default: std::memcpy(place, &value, 8); break;
-        }
+        WriteMemory(place, i.width, value);
         break;
       }
       case Operation::kJump:

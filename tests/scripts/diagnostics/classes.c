@@ -8,7 +8,7 @@ class C1 { public int a; };
 class C2 { private int a; };
 class C3 { protected int a; };
 struct T { typedef int T1; int b; };
-class C4 { C4(); C4(int a); ~C4(); ~C4(); };
+class C4 { C4(); C4(int a); ~C4(); ~C4(); ~C5; };
 class C5 { C5(int *p); ~C5(int a); };
 class C6 { int a : ; int b; };
 struct S5 { struct S5 s; };

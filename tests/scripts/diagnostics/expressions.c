@@ -16,6 +16,8 @@ int f()
   x = 'ab';
   x = 'a;
   x = ''';
+  x = (int)/2;
+  return ];
   x = g(1)
 }
 // args: -morvquiet

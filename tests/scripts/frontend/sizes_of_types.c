@@ -3,7 +3,7 @@ long long b1; float b2; double b3; longdouble b4; INT16 b5; UINT16 b6; INT32 b7;
 INT64 b9; UINT64 c1; INT128 c2; UINT128 c3; INT256 c4; UINT256 c5; wchar_t c6; unsigned c7;
 unsigned short c8; unsigned char c9; unsigned long d1; unsigned int d2; unsigned short int d3;
 unsigned long long d4; long int d5; long long int d6;
-const int e1; static const char e2; volatile unsigned e3; char *e4; void *e5; int **e6;
+const int e1; static const char e2; volatile unsigned e3; char *e4; void *e5; int **e6; INT4 f1[3];
 int main()
 {
   unsigned short l1; longdouble l2; register int l3; static const unsigned char l4;
@@ -20,5 +20,6 @@ int main()
   printf("%d %d %d %d %d", sizeof(INT8), sizeof(UINT256), sizeof(unsigned short int), sizeof(unsigned long long),
          sizeof(long int));
   printf("%d %d %d %d", sizeof(int *), sizeof(char **), sizeof(unsigned int *), sizeof(void *));
+  printf("%d %d %d %d %d", sizeof(BIT), sizeof(INT4), sizeof(UINT4), sizeof(f1), sizeof(INT4 *));
   return 0;
 }

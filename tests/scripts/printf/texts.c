@@ -16,5 +16,6 @@ int main()
   printf("%600d|\n", 5);
   printf("%.600d|\n", 5);
   printf("%600s|\n", 5);
+  printf("%600s|\n");
   return 0;
 }
