@@ -47,6 +47,7 @@ struct Operand {
   bool IsConstant() const { return kind == Kind::kNumber || kind == Kind::kReal; }
 };
 
+/// An integer constant of a basic type, and what a temporary holds.
 Operand NumberValue(int64_t number, Tok basic = Tok::int_);
 Operand TempValue(int32_t temp, const ValueType& type);
 
@@ -83,14 +84,17 @@ AccessWidth AccessOf(const Walk& walk, const ValueType& type);
 
 /// The type in which two arithmetic operands are worked on: at least an int, unsigned where the wider one is.
 ValueType WorkType(const Walk& walk, const ValueType& left, const ValueType& right);
+/// Constants are worked out at once; anything else goes to a temporary.
 Operand BinaryOperation(Walk& walk, Tok op, const Operand& left, const Operand& right);
 Operand UnaryOperation(Walk& walk, Tok op, const Operand& operand);
+/// `=` and the compound assignments. Answers the place.
 Operand Assignment(Walk& walk, Tok op, const Operand& left, const Operand& right);
 /// `++` and `--`. The old value of the postfix forms is only kept where it is wanted.
 Operand StepOperation(Walk& walk, Tok op, const Operand& operand, bool old_value_wanted);
 
 // --- walk_places.cpp
 
+/// What a name, an index, stars and `&` lead to; an error is reported.
 Operand ResolveIdentifier(Walk& walk, const EXPR_NODE* node);
 Operand ResolveIndirection(Walk& walk, Operand base, const EXPR_NODE* indices);
 Operand ResolveStarRef(Walk& walk, const Operand& operand, int stars);

@@ -112,20 +112,22 @@ bool ReadHalf(Runs runs, size_t& at, double& module, std::string* parity, std::s
 
 // The value whose widths the six runs have, or -1.
 int SymbolValue(const std::array<int, kSymbolRuns>& widths) {
+  constexpr int kWidths = 4;  // a run is one to four modules wide
+  constexpr size_t kKeys = size_t{1} << 2 * kSymbolRuns;
   static const std::vector<int8_t> values = [] {
-    std::vector<int8_t> by_key(4096, -1);
+    std::vector<int8_t> by_key(kKeys, -1);
     for (int value = 0; value < kCode128Symbols; ++value) {
       size_t key = 0;
       for (size_t i = 0; i < kSymbolRuns; ++i)
-        key = key * 4 + static_cast<size_t>(code128_widths[value][i] - '1');
+        key = key * kWidths + static_cast<size_t>(code128_widths[value][i] - '1');
       by_key[key] = static_cast<int8_t>(value);
     }
     return by_key;
   }();
   size_t key = 0;
   for (const int width : widths) {
-    if (width > 4) return -1;
-    key = key * 4 + static_cast<size_t>(width - 1);
+    if (width > kWidths) return -1;
+    key = key * kWidths + static_cast<size_t>(width - 1);
   }
   return values[key];
 }

@@ -105,8 +105,10 @@ struct DiskFormat {
 inline constexpr DiskFormat kObjectFormat{3, 1568, 952};
 inline constexpr DiskFormat kSymbolFormat{1, 1504, 1168};
 
+/// The low `width` bytes of a number, at most 8, low byte first; they lie within `bytes`.
 void PutNumber(std::span<uint8_t> bytes, size_t offset, size_t width, uint64_t value);
 uint64_t GetUnsigned(std::span<const uint8_t> bytes, size_t offset, size_t width);
+/// The signed number of a field within `bytes`.
 int64_t GetNumber(std::span<const uint8_t> bytes, const DiskField& field);
 /// Up to the first zero.
 std::string_view GetText(std::span<const uint8_t> bytes, size_t offset, size_t room);

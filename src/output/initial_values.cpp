@@ -40,10 +40,18 @@ void SetInteger(InitialCell& cell, int64_t value) {
 // Ten bytes: 64 bits of fraction with their leading one, then sign and exponent.
 void SetLongDouble(InitialCell& cell, double real) {
   constexpr int kBias = 16382;
+  cell.high = std::signbit(real) ? 0x8000 : 0;
   if (real == 0) return;
+  if (!std::isfinite(real)) {
+    constexpr uint64_t kInfinity = uint64_t{1} << 63;
+    constexpr uint64_t kNotANumber = kInfinity | uint64_t{1} << 62;
+    cell.number = std::isnan(real) ? kNotANumber : kInfinity;
+    cell.high |= 0x7fff;
+    return;
+  }
   int exponent = 0;
   cell.number = static_cast<uint64_t>(std::ldexp(std::frexp(std::fabs(real), &exponent), 64));
-  cell.high = static_cast<uint64_t>(exponent + kBias) | (real < 0 ? 0x8000U : 0U);
+  cell.high |= static_cast<uint64_t>(exponent + kBias);
 }
 
 class CellCollector {

@@ -29,6 +29,7 @@ enum class Reach : uint8_t { kAllowed, kPrivate, kProtected };
 /// Whether code of function `from` (null at file level) may use a member that was found in `record`.
 Reach MemberReach(const MemberResult& member, const STRUCT_REC* record, const FUNCPROTO_REC* from);
 
+/// True if `function` (null at file level) is itself a friend of `owner`.
 bool FriendOfClass(const FUNCPROTO_REC* function, const STRUCT_REC* owner);
 /// True if all member functions of `home` are friends of `owner`.
 bool FriendOfClass(const STRUCT_REC* home, const STRUCT_REC* owner);
