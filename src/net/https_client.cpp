@@ -29,6 +29,21 @@ std::string ChatPath(std::string path) {
   return path.find("/chat/completions") != std::string::npos ? path : path + "/v1/chat/completions";
 }
 
+// The lines of a header text that hold a name, a colon and no control character, in wire form.
+std::string FilterHeaders(std::string_view headers) {
+  std::string kept;
+  while (!headers.empty()) {
+    const size_t end = std::min(headers.find('\n'), headers.size());
+    std::string_view line = headers.substr(0, end);
+    headers.remove_prefix(std::min(end + 1, headers.size()));
+    while (line.ends_with('\r')) line.remove_suffix(1);
+    const size_t colon = line.find(':', std::min<size_t>(1, line.size()));
+    if (colon == std::string_view::npos || std::ranges::any_of(line, IsControl)) continue;
+    kept.append(line).append(kLineEnd);
+  }
+  return kept;
+}
+
 }  // namespace
 
 bool PrivateAddressesAllowed() {
@@ -58,20 +73,6 @@ std::optional<HttpUrl> ParseHttpUrl(std::string_view url) {
   if (parsed.port == 0) parsed.port = parsed.use_tls ? kHttpsPort : kHttpPort;
   parsed.rest = url.substr(path);
   return parsed;
-}
-
-std::string FilterHeaders(std::string_view headers) {
-  std::string kept;
-  while (!headers.empty()) {
-    const size_t end = std::min(headers.find('\n'), headers.size());
-    std::string_view line = headers.substr(0, end);
-    headers.remove_prefix(std::min(end + 1, headers.size()));
-    while (line.ends_with('\r')) line.remove_suffix(1);
-    const size_t colon = line.find(':', std::min<size_t>(1, line.size()));
-    if (colon == std::string_view::npos || std::ranges::any_of(line, IsControl)) continue;
-    kept.append(line).append(kLineEnd);
-  }
-  return kept;
 }
 
 HttpBody HttpsClient::morv_https_do(const char* method, std::string_view url, std::string_view headers,

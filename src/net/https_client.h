@@ -22,9 +22,6 @@ struct HttpUrl {
 /// control characters, for hosts beyond 255 bytes and ports above 65535.
 std::optional<HttpUrl> ParseHttpUrl(std::string_view url);
 
-/// The lines of a header text that hold a name, a colon and no control character, in wire form.
-std::string FilterHeaders(std::string_view headers);
-
 /// True if MORV_HTTPS_ALLOW_PRIVATE is "1". It is looked at once, at the first call.
 bool PrivateAddressesAllowed();
 
