@@ -9,6 +9,8 @@
 #include <utility>
 #include <vector>
 
+#include "base/reserved_memory.h"
+
 namespace vorc {
 
 /// Memory that is only given back as a whole. Blocks grow, so small runs stay small.
@@ -24,6 +26,8 @@ class Arena {
       start = 0;
     }
     used_ = start + size;
+    if (used_ > backed_) [[unlikely]]
+      Back();
     return blocks_.back().get() + start;
   }
 
@@ -45,18 +49,46 @@ class Arena {
  private:
   static constexpr size_t kFirstBlock = size_t{16} * 1024;
   static constexpr size_t kLargestBlock = size_t{1024} * 1024;
+  static constexpr size_t kStretch = size_t{64} * 1024;  ///< of a large block, backed at a time
 
   void Grow(size_t size) {
     capacity_ = size > next_block_ ? size : next_block_;
     next_block_ = next_block_ < kLargestBlock / 2 ? next_block_ * 2 : kLargestBlock;
     blocks_.push_back(std::make_unique_for_overwrite<char[]>(capacity_));
     used_ = 0;
+    backed_ = capacity_ < 2 * kStretch ? capacity_ : 0;
+  }
+
+  void Back() {
+    const size_t end = used_ + kStretch < capacity_ ? used_ + kStretch : capacity_;
+    BackPages(blocks_.back().get() + backed_, end - backed_);
+    backed_ = end;
   }
 
   std::vector<std::unique_ptr<char[]>> blocks_;
   size_t used_ = 0;
   size_t capacity_ = 0;
+  size_t backed_ = 0;  ///< bytes of the last block that cost no further call
   size_t next_block_;
+};
+
+/// Lets a container of the standard library take its memory from an arena.
+template <typename T>
+class ArenaAllocator {
+ public:
+  using value_type = T;
+
+  explicit ArenaAllocator(Arena& arena) : arena_(&arena) {}
+  template <typename Other>
+  explicit ArenaAllocator(const ArenaAllocator<Other>& other) : arena_(other.arena()) {}
+
+  T* allocate(size_t count) { return static_cast<T*>(arena_->Allocate(count * sizeof(T), alignof(T))); }
+  void deallocate(T*, size_t) {}
+  Arena* arena() const { return arena_; }
+  bool operator==(const ArenaAllocator&) const = default;
+
+ private:
+  Arena* arena_;
 };
 
 }  // namespace vorc

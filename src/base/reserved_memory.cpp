@@ -9,6 +9,7 @@ namespace vorc {
 namespace {
 
 constexpr size_t kLargePage = size_t{2} << 20;
+constexpr size_t kPage = 4096;
 
 char* Reserve(size_t size, void* wanted_address) {
   constexpr int kProtection = PROT_READ | PROT_WRITE;
@@ -39,6 +40,12 @@ void UseLargePages(char* memory, size_t size) {
   const size_t before = -reinterpret_cast<uintptr_t>(memory) % kLargePage;
   if (size < before + kLargePage) return;
   madvise(memory + before, (size - before) / kLargePage * kLargePage, MADV_HUGEPAGE);
+}
+
+void BackPages(char* memory, size_t size) {
+  const size_t before = reinterpret_cast<uintptr_t>(memory) % kPage;
+  // A host that knows no such call backs them when they are written.
+  madvise(memory - before, (size + before) / kPage * kPage, MADV_POPULATE_WRITE);
 }
 
 }  // namespace vorc

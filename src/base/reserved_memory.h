@@ -58,4 +58,7 @@ class ReservedPieces {
 /// less time. Worth while from some megabytes, and does nothing below.
 void UseLargePages(char* memory, size_t size);
 
+/// Has the host back memory that is about to be written in one go, and not page by page as it is touched.
+void BackPages(char* memory, size_t size);
+
 }  // namespace vorc

@@ -48,7 +48,7 @@ void BuiltinCall::ReturnText(std::string_view text, size_t limit) {
   result_.kind = BuiltinValue::Kind::kText;
   if (limit != kNoLimit && limit > 0) text = text.substr(0, limit - 1);
   if (loan_ != nullptr && text.size() < sizeof loan_->bytes) {
-    std::memcpy(loan_->bytes, text.data(), text.size());
+    if (!text.empty()) std::memcpy(loan_->bytes, text.data(), text.size());
     loan_->bytes[text.size()] = '\0';
     result_.text = loan_->bytes;
     return;

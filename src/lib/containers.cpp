@@ -33,10 +33,11 @@ bool LooksNumeric(std::string_view text) {
 
 /// Moves the items into the order of their keys.
 template <typename Key>
-void Reorder(std::deque<std::string_view>& items, const std::vector<Key>& keys) {
-  std::deque<std::string_view> sorted;
+void Reorder(TextList::Items& items, const std::vector<Key>& keys) {
+  std::vector<std::string_view> sorted;
+  sorted.reserve(keys.size());
   for (const Key& key : keys) sorted.push_back(items[key.item]);
-  items = std::move(sorted);
+  std::copy(sorted.begin(), sorted.end(), items.begin());
 }
 
 struct NumberKey {
@@ -44,7 +45,7 @@ struct NumberKey {
   size_t item;
 };
 
-void SortByValue(std::deque<std::string_view>& items) {
+void SortByValue(TextList::Items& items) {
   std::vector<NumberKey> keys(items.size());
   for (size_t i = 0; i < items.size(); ++i) keys[i] = {std::strtod(items[i].data(), nullptr), i};
   std::stable_sort(keys.begin(), keys.end(),
@@ -67,7 +68,7 @@ uint64_t Head(std::string_view text) {
   return head;
 }
 
-void SortByBytes(std::deque<std::string_view>& items) {
+void SortByBytes(TextList::Items& items) {
   std::vector<BytesKey> keys(items.size());
   for (size_t i = 0; i < items.size(); ++i) keys[i] = {Head(items[i]), i};
   std::stable_sort(keys.begin(), keys.end(), [&items](const BytesKey& a, const BytesKey& b) {
@@ -107,7 +108,7 @@ T ReadAt(std::string_view bytes, int64_t offset) {
 }  // namespace
 
 size_t TextList::Add(std::string_view text) {
-  items_.emplace_back(texts_.Copy(text), text.size());
+  items_.emplace_back(arena_.Copy(text), text.size());
   return items_.size();
 }
 

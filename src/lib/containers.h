@@ -17,8 +17,11 @@ namespace vorc {
 class TextList {
  public:
   static constexpr const char* kKind = "list";
+  using Items = std::deque<std::string_view, ArenaAllocator<std::string_view>>;
 
   TextList() = default;
+  TextList(const TextList&) = delete;
+  TextList& operator=(const TextList&) = delete;
   explicit TextList(const std::vector<std::string>& items) {
     for (const std::string& item : items) Add(item);
   }
@@ -40,9 +43,9 @@ class TextList {
  private:
   static constexpr size_t kFewTexts = 240;
 
-  Arena texts_{kFewTexts};
+  Arena arena_{kFewTexts};
   /// NUL-terminated texts. Growing moves nothing.
-  std::deque<std::string_view> items_;
+  Items items_{ArenaAllocator<std::string_view>(arena_)};
 };
 
 /// All parts of `text` between separators, empty ones included. An empty separator gives the
