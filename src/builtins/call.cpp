@@ -11,7 +11,7 @@ constexpr size_t kLongestResult = size_t{1} << 30;
 
 }  // namespace
 
-const BuiltinValue BuiltinCall::kMissing;
+const BuiltinValue BuiltinCall::kMissing{};
 
 std::optional<int64_t> BuiltinCall::Int64(size_t i) const {
   const std::optional<int32_t> low = Int(i);
