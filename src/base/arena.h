@@ -1,9 +1,12 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
 #include <memory>
 #include <new>
+#include <span>
 #include <string_view>
 #include <type_traits>
 #include <utility>
@@ -13,22 +16,22 @@
 
 namespace vorc {
 
-/// Memory that is only given back as a whole. Blocks grow, so small runs stay small.
+/// Memory that is only given back as a whole. Blocks grow, so small runs stay small; from some hundred
+/// kilobytes on they are stretches of large pages, which cost the host a fraction of as many small ones.
 class Arena {
  public:
   explicit Arena(size_t first_block = kFirstBlock) : next_block_(first_block) {}
 
+  Arena(const Arena&) = delete;
+  Arena& operator=(const Arena&) = delete;
+
   /// `size` bytes aligned to `alignment`, a power of two of at most 16.
   void* Allocate(size_t size, size_t alignment = alignof(std::max_align_t)) {
-    size_t start = (used_ + alignment - 1) & ~(alignment - 1);
-    if (blocks_.empty() || start + size > capacity_) {
-      Grow(size);
-      start = 0;
-    }
-    used_ = start + size;
-    if (used_ > backed_) [[unlikely]]
-      Back();
-    return blocks_.back().get() + start;
+    char* start = Aligned(alignment);
+    if (Remaining(start, ready_) < size) [[unlikely]]
+      start = MakeRoom(size, alignment);
+    next_ = start + size;
+    return start;
   }
 
   /// An object that is never destroyed.
@@ -48,47 +51,53 @@ class Arena {
 
  private:
   static constexpr size_t kFirstBlock = size_t{16} * 1024;
-  static constexpr size_t kLargestBlock = size_t{1024} * 1024;
-  static constexpr size_t kStretch = size_t{64} * 1024;  ///< of a large block, backed at a time
+  static constexpr size_t kLargestBlock = size_t{256} * 1024;  ///< of small pages
+  static constexpr size_t kStretch = size_t{64} * 1024;        ///< of a block, backed at a time
+
+  char* Aligned(size_t alignment) const {
+    return next_ + (-reinterpret_cast<uintptr_t>(next_) & (alignment - 1));
+  }
+  static size_t Remaining(const char* from, const char* to) {
+    return from < to ? static_cast<size_t>(to - from) : 0;
+  }
+
+  [[gnu::noinline]] char* MakeRoom(size_t size, size_t alignment) {
+    char* start = Aligned(alignment);
+    if (Remaining(start, end_) < size) {
+      Grow(size);
+      start = next_;
+    }
+    if (Remaining(start, ready_) < size) {
+      const size_t more = std::min(size + kStretch, Remaining(start, end_));
+      BackPages(ready_, static_cast<size_t>(start + more - ready_));
+      ready_ = start + more;
+    }
+    return start;
+  }
 
   void Grow(size_t size) {
-    capacity_ = size > next_block_ ? size : next_block_;
-    next_block_ = next_block_ < kLargestBlock / 2 ? next_block_ * 2 : kLargestBlock;
-    blocks_.push_back(std::make_unique_for_overwrite<char[]>(capacity_));
-    used_ = 0;
-    backed_ = capacity_ < 2 * kStretch ? capacity_ : 0;
+    const size_t capacity = std::max(size, next_block_);
+    if (capacity > kLargestBlock) {
+      const std::span<char> pages =
+          large_blocks_.emplace_back(std::make_unique<LargePages>(capacity))->memory();
+      next_ = ready_ = pages.data();
+      end_ = next_ + pages.size();
+      return;
+    }
+    next_block_ *= 2;
+    next_ = blocks_.emplace_back(std::make_unique_for_overwrite<char[]>(capacity)).get();
+    end_ = next_ + capacity;
+    ready_ = capacity < 2 * kStretch ? end_ : next_;
   }
 
-  void Back() {
-    const size_t end = used_ + kStretch < capacity_ ? used_ + kStretch : capacity_;
-    BackPages(blocks_.back().get() + backed_, end - backed_);
-    backed_ = end;
-  }
+  alignas(std::max_align_t) static inline char nothing_;
 
   std::vector<std::unique_ptr<char[]>> blocks_;
-  size_t used_ = 0;
-  size_t capacity_ = 0;
-  size_t backed_ = 0;  ///< bytes of the last block that cost no further call
+  std::vector<std::unique_ptr<LargePages>> large_blocks_;
+  char* next_ = &nothing_;
+  char* ready_ = &nothing_;  ///< behind what costs no further call
+  char* end_ = &nothing_;    ///< behind the last block
   size_t next_block_;
-};
-
-/// Lets a container of the standard library take its memory from an arena.
-template <typename T>
-class ArenaAllocator {
- public:
-  using value_type = T;
-
-  explicit ArenaAllocator(Arena& arena) : arena_(&arena) {}
-  template <typename Other>
-  explicit ArenaAllocator(const ArenaAllocator<Other>& other) : arena_(other.arena()) {}
-
-  T* allocate(size_t count) { return static_cast<T*>(arena_->Allocate(count * sizeof(T), alignof(T))); }
-  void deallocate(T*, size_t) {}
-  Arena* arena() const { return arena_; }
-  bool operator==(const ArenaAllocator&) const = default;
-
- private:
-  Arena* arena_;
 };
 
 }  // namespace vorc

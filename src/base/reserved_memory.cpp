@@ -3,6 +3,7 @@
 #include <sys/mman.h>
 
 #include <cstdint>
+#include <new>
 
 namespace vorc {
 
@@ -34,6 +35,13 @@ ReservedMemory::ReservedMemory(std::initializer_list<size_t> sizes, void* wanted
 
 ReservedMemory::~ReservedMemory() {
   if (data_ != nullptr) munmap(data_, size_);
+}
+
+LargePages::LargePages(size_t size) : reserved_((size + 2 * kLargePage - 1) / kLargePage * kLargePage) {
+  if (reserved_.data() == nullptr) throw std::bad_alloc();
+  const size_t before = -reinterpret_cast<uintptr_t>(reserved_.data()) % kLargePage;
+  memory_ = std::span(reserved_.data() + before, reserved_.size() - kLargePage);
+  UseLargePages(memory_.data(), memory_.size());
 }
 
 void UseLargePages(char* memory, size_t size) {

@@ -54,6 +54,18 @@ class ReservedPieces {
   size_t used_ = 0;
 };
 
+/// Memory of whole large pages, where the host has such.
+class LargePages {
+ public:
+  /// At least `size` bytes. Throws std::bad_alloc if the host refuses.
+  explicit LargePages(size_t size);
+  std::span<char> memory() const { return memory_; }
+
+ private:
+  ReservedMemory reserved_;
+  std::span<char> memory_;
+};
+
 /// Has the host back memory that is about to be written as a whole by large pages, which takes it much
 /// less time. Worth while from some megabytes, and does nothing below.
 void UseLargePages(char* memory, size_t size);

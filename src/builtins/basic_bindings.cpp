@@ -1,5 +1,7 @@
 #include <charconv>
 #include <cstdlib>
+#include <cstring>
+#include <span>
 #include <string>
 
 #include "base/console.h"
@@ -13,25 +15,54 @@ namespace vorc {
 
 namespace {
 
-void AppendInteger(std::string& text, int32_t number) {
-  char digits[12];
-  text.append(digits, std::to_chars(digits, digits + sizeof digits, number).ptr);
-}
-
-/// All arguments of a call from number `first` on, written one behind the other.
-std::string RenderArguments(const BuiltinCall& call, size_t first) {
-  std::string text;
-  for (size_t i = first; i < call.Count(); ++i) {
-    const BuiltinValue& value = call.Argument(i);
-    switch (value.kind) {
-      case BuiltinValue::Kind::kText: text += value.text; break;
-      case BuiltinValue::Kind::kDouble: text += Format("%g", value.real); break;
-      case BuiltinValue::Kind::kNone:
-      case BuiltinValue::Kind::kInteger: AppendInteger(text, static_cast<int32_t>(value.integer)); break;
+/// Arguments of a call, written one behind the other, and as long as there is room for it where the text is
+/// wanted.
+class RenderedArguments {
+ public:
+  /// Those from number `first` on.
+  RenderedArguments(BuiltinCall& call, size_t first) : room_(call.RoomForText(own_room_)) {
+    for (size_t i = first; i < call.Count(); ++i) {
+      const BuiltinValue& value = call.Argument(i);
+      switch (value.kind) {
+        case BuiltinValue::Kind::kText: Put(value.View()); break;
+        case BuiltinValue::Kind::kDouble: Put(Format("%g", value.real)); break;
+        case BuiltinValue::Kind::kNone:
+        case BuiltinValue::Kind::kInteger: Put(static_cast<int32_t>(value.integer)); break;
+      }
     }
   }
-  return text;
-}
+
+  std::string_view View() const { return long_.empty() ? std::string_view(room_.data(), used_) : long_; }
+
+ private:
+  static constexpr size_t kLongestInteger = 11;
+
+  void Put(std::string_view text) {
+    if (!long_.empty() || text.size() > room_.size() - used_) {
+      if (long_.empty()) long_.assign(room_.data(), used_);
+      long_ += text;
+    } else if (!text.empty()) {
+      std::memcpy(room_.data() + used_, text.data(), text.size());
+      used_ += text.size();
+    }
+  }
+  void Put(int32_t number) {
+    char digits[kLongestInteger];
+    const bool in_place = long_.empty() && room_.size() - used_ >= kLongestInteger;
+    char* start = in_place ? room_.data() + used_ : digits;
+    const auto length =
+        static_cast<size_t>(std::to_chars(start, start + kLongestInteger, number).ptr - start);
+    if (in_place)
+      used_ += length;
+    else
+      Put(std::string_view(digits, length));
+  }
+
+  char own_room_[TextLoan::kRoom];
+  std::span<char> room_;
+  size_t used_ = 0;
+  std::string long_;  ///< all of it, where it outgrew the room
+};
 
 void PrintfBuiltin(BuiltinCall& call) {
   const auto format = call.Text(0);
@@ -45,17 +76,17 @@ void MallocBuiltin(BuiltinCall& call) {
 }
 
 void IprintBuiltin(BuiltinCall& call) {
-  const std::string text = RenderArguments(call, 0);
-  if (!text.empty()) SendOutput(text);
+  const RenderedArguments text(call, 0);
+  if (!text.View().empty()) SendOutput(text.View());
 }
 
 void IfprintBuiltin(BuiltinCall& call) {
   const auto path = call.Text(0);
-  if (path) MorvFileAppendLine(std::string(*path), RenderArguments(call, 1));
+  if (path) MorvFileAppendLine(std::string(*path), RenderedArguments(call, 1).View());
 }
 
 void IsprintBuiltin(BuiltinCall& call) {
-  call.ReturnText(RenderArguments(call, 0), BuiltinCall::kNoLimit);
+  call.ReturnText(RenderedArguments(call, 0).View(), BuiltinCall::kNoLimit);
 }
 
 void MorvGetparamBuiltin(BuiltinCall& call) {

@@ -43,13 +43,23 @@ void BuiltinCall::ReturnDouble(double value) {
   result_.real = value;
 }
 
+void BuiltinCall::ReturnStoredText(std::string_view text) {
+  if (loan_ == nullptr || !loan_->at_once || text.size() >= kTextLimit) return ReturnText(text);
+  loan_->stored = text.data();
+  loan_->length = static_cast<uint32_t>(text.size());
+  result_ = {};
+  result_.kind = BuiltinValue::Kind::kText;
+  result_.text = text.data();
+}
+
 void BuiltinCall::ReturnText(std::string_view text, size_t limit) {
   result_ = {};
   result_.kind = BuiltinValue::Kind::kText;
   if (limit != kNoLimit && limit > 0) text = text.substr(0, limit - 1);
-  if (loan_ != nullptr && text.size() < sizeof loan_->bytes) {
-    if (!text.empty()) std::memcpy(loan_->bytes, text.data(), text.size());
+  if (loan_ != nullptr && text.size() <= TextLoan::kRoom) {
+    if (!text.empty() && text.data() != loan_->bytes) std::memcpy(loan_->bytes, text.data(), text.size());
     loan_->bytes[text.size()] = '\0';
+    loan_->stored = nullptr;
     result_.text = loan_->bytes;
     return;
   }

@@ -35,9 +35,14 @@ struct BuiltinValue {
   }
 };
 
-/// Room for a short text that is used up before the same call is made again.
+/// A short text that is used up before the same call is made again.
 struct TextLoan {
-  char bytes[256];
+  static constexpr size_t kRoom = 255;
+
+  bool at_once = false;          ///< even before any other built-in is called
+  uint32_t length = 0;           ///< of `stored`
+  const char* stored = nullptr;  ///< a text that was answered where it is stored
+  char bytes[kRoom + 1];         ///< room for any other
 };
 
 /// One call of a built-in: typed access to its arguments, and the place for its result.
@@ -84,6 +89,19 @@ class BuiltinCall {
   void ReturnDouble(double value);
   /// The text, cut to `limit` - 1 bytes. Copied into storage that lives as long as the script can see it.
   void ReturnText(std::string_view text, size_t limit = kTextLimit);
+  /// Where a short text is best made: where it would be copied to, else in `own`.
+  std::span<char> RoomForText(std::span<char> own) {
+    return loan_ == nullptr ? own : std::span(loan_->bytes, TextLoan::kRoom);
+  }
+  /// The same for a NUL-terminated text that stays where it is at least until the next built-in is called.
+  void ReturnStoredText(std::string_view text);
+
+  /// Makes the same call ready for its next run.
+  void Begin() {
+    result_.kind = BuiltinValue::Kind::kNone;
+    out_of_memory_ = false;
+  }
+  void set_loan(TextLoan* loan) { loan_ = loan; }
 
   const BuiltinValue& result() const { return result_; }
   bool out_of_memory() const { return out_of_memory_; }

@@ -43,7 +43,7 @@ template <typename T>
 void ReturnElement(BuiltinCall& call) {
   T* object = Object<T>(call);
   const std::optional<int32_t> index = call.Int(1);
-  call.ReturnText(object != nullptr && index ? object->Get(*index).value_or("") : "");
+  call.ReturnStoredText(object != nullptr && index ? object->Get(*index).value_or("") : "");
 }
 
 template <typename T>

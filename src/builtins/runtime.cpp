@@ -2,9 +2,9 @@
 
 namespace vorc {
 
-size_t ScriptRuntime::NextIndex() {
-  static size_t next = 0;
-  return next++;
+size_t& ScriptRuntime::Count() {
+  static size_t count = 0;
+  return count;
 }
 
 }  // namespace vorc

@@ -20,17 +20,17 @@ class ScriptTexts {
 /// What the built-ins of one run of a script keep between their calls.
 class ScriptRuntime {
  public:
-  explicit ScriptRuntime(ScriptTexts& texts) : texts_(texts) {}
+  explicit ScriptRuntime(ScriptTexts& texts) : texts_(texts), states_(Count()) {}
 
   ScriptTexts& texts() { return texts_; }
 
   /// This run's one object of type T, made at its first use: a library's handles, counters or tables.
   template <typename T>
   T& State() {
-    const size_t index = kIndex<T>;
-    if (index >= states_.size() || states_[index] == nullptr) [[unlikely]]
-      MakeState<T>(index);
-    return static_cast<Holder<T>*>(states_[index].get())->value;
+    std::unique_ptr<AnyHolder>& state = states_[kIndex<T>];
+    if (state == nullptr) [[unlikely]]
+      MakeState<T>(state);
+    return static_cast<Holder<T>*>(state.get())->value;
   }
 
  private:
@@ -43,14 +43,14 @@ class ScriptRuntime {
   };
 
   template <typename T>
-  [[gnu::noinline]] void MakeState(size_t index) {
-    if (index >= states_.size()) states_.resize(index + 1);
-    states_[index] = std::make_unique<Holder<T>>();
+  [[gnu::noinline]] static void MakeState(std::unique_ptr<AnyHolder>& state) {
+    state = std::make_unique<Holder<T>>();
   }
 
-  static size_t NextIndex();
+  /// Every type of state is numbered as the program starts.
+  static size_t& Count();
   template <typename T>
-  inline static const size_t kIndex = NextIndex();
+  inline static const size_t kIndex = Count()++;
 
   ScriptTexts& texts_;
   std::vector<std::unique_ptr<AnyHolder>> states_;

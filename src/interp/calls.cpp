@@ -183,6 +183,10 @@ bool Interpreter::CallBuiltin(const Op& op, Entry* result) {
   return RunBuiltin(op, at_hand, static_cast<size_t>(op.argument_count), result);
 }
 
+bool Interpreter::FailForMemory(const Op& op) {
+  return Fail(op.node, "ExecSystemFunction: Not enough system memory");
+}
+
 bool Interpreter::RunBuiltin(const Op& op, const BuiltinValue* arguments, size_t count, Entry* result) {
   const SysFunc& row = *op.builtin;
   if (!row.any_count && count != static_cast<size_t>(row.argument_count)) {

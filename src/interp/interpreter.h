@@ -180,16 +180,14 @@ class Interpreter final : public ParseServices {
   bool CallBuiltin(const Op& op, Entry* result);
   bool RunBuiltin(const Op& op, const BuiltinValue* arguments, size_t count, Entry* result);
   bool RunHandler(const Op& op, BuiltinCall& call) {
-    bool enough_memory = true;
     try {
       op.builtin->handler(call);
     } catch (const std::bad_alloc&) {
-      enough_memory = false;
+      return FailForMemory(op);
     }
-    if (enough_memory && !call.out_of_memory()) [[likely]]
-      return true;
-    return Fail(op.node, "ExecSystemFunction: Not enough system memory");
+    return !call.out_of_memory() || FailForMemory(op);
   }
+  bool FailForMemory(const Op& op);
   bool AsmCall(const Op& op, Entry* result);
   bool EvaluateArguments(const Op& op, Mode mode, Entry* arguments);
   FUNCPROTO_REC* ChooseOverload(FUNCPROTO_REC* function, int count, const EXPR_NODE* node);
@@ -255,15 +253,19 @@ class Interpreter final : public ParseServices {
   bool ReportElement(const Site& site, int32_t index, char* address);
   void ReportPointer(const Site& site, const char* pointer);
   void ReportPointed(const Site& site, const char* pointer, int32_t index);
-  void StoreText(SYM_REC* symbol, char* address, const char* text);
+  void StoreText(const Site& site, char* address, const char* text);
   void StartGeneral(const Site& site);
   bool RunGeneral(const Site& site);
   bool RunGeneralLow(const Site& site, int32_t* low);
   bool RunGeneralReturn(const Site& site);
-  bool RunBuiltinSite(const Site& site, char* fp, char* result);
-  bool RunTakenName(const Site& site, char* result);
-  bool FetchArgument(const BuiltinArgument& argument, const char* place, BuiltinValue* value);
-  bool TextOfVariable(const SYM_REC* symbol, const char* place, BuiltinValue* value) const;
+  enum class Called : uint8_t { kDone, kFailed, kNotYet };
+  Called RunBuiltinSite(BuiltinSite& site, const char* fp, char* result);
+  bool RunBuiltinSlowly(BuiltinSite& site, const char* fp, char* result);
+  bool Invoke(BuiltinSite& site, char* result);
+  bool RunTakenName(const Op& op, char* result);
+  bool FetchReady(const BuiltinArgument& argument, const char* fp) const;
+  bool FetchArgument(const BuiltinArgument& argument, const char* fp);
+  bool TextOfVariable(const BuiltinArgument& argument, const char* fp) const;
 
   // --- sweep.cpp
   void SweepTexts();

@@ -91,7 +91,7 @@ class TextHeap {
   std::vector<Run> free_runs_;            ///< pages that were used and are free again, ascending
   std::vector<size_t> partly_[kClasses];  ///< pages of a class with free slots, as the last sweep found them
   size_t current_[kClasses];
-  size_t cursor_[kClasses];   ///< word of the current page from which to look for free slots
+  size_t cursor_[kClasses];  ///< word of the current page from which to look for free slots
   Slots slots_[kClasses];
   std::vector<Run> to_scan_;  ///< kept texts that may hold addresses themselves: offset and size
   size_t since_sweep_ = 0;

@@ -205,6 +205,15 @@ bool VmCompiler::Argument(SYM_REC* parameter, const Item& item, int32_t place) {
 
 namespace {
 
+// What a result of this type is as it comes from most calls.
+BuiltinValue::Kind KindOf(BuiltinResult result) {
+  switch (result) {
+    case BuiltinResult::kText: return BuiltinValue::Kind::kText;
+    case BuiltinResult::kDouble: return BuiltinValue::Kind::kDouble;
+    default: return BuiltinValue::Kind::kInteger;
+  }
+}
+
 bool IsPlainVariable(const Code& code) {
   return code.count == 1 && code.ops->symbol != nullptr && !code.ops->indexed;
 }
@@ -225,9 +234,9 @@ bool VmCompiler::BuiltinCall(const Op& op) {
   for (int i = 0; i < op.argument_count; ++i) {
     const size_t sites = code_.sites.size();
     BuiltinArgument argument;
-    argument.position = static_cast<uint8_t>(i);
+    argument.value = &values[static_cast<size_t>(i)];
     bool constant = false;
-    if (!BuiltinArgumentOf(op, &argument, &values[static_cast<size_t>(i)], &constant)) return false;
+    if (!BuiltinArgumentOf(op, i, &argument, &constant)) return false;
     // What is checked here would be told ahead of what the general road finds wrong further left.
     if (may_fail_later && code_.sites.size() > sites) return false;
     may_fail_later |= argument.code != nullptr && !IsPlainVariable(*argument.code);
@@ -237,11 +246,10 @@ bool VmCompiler::BuiltinCall(const Op& op) {
   ReleaseTemps();
   const int32_t result = NewTemp();
   int number = 0;
-  Site& site = NewSite(&number);
-  site.op = &op;
-  site.values = std::move(values);
-  site.arguments = std::move(arguments);
-  site.length = static_cast<int64_t>(slot_.FuncPrototypes.count());
+  const std::span<const BuiltinValue> all(values.get(), static_cast<size_t>(op.argument_count));
+  NewSite(&number).builtin = std::make_unique<BuiltinSite>(
+      BuiltinSite{op, slot_.FuncPrototypes.count(), KindOf(op.builtin->result), std::move(values),
+                  std::move(arguments), nullptr, vorc::BuiltinCall(host_.runtime_, all)});
   Emit(VmOp::kBuiltin, result, 0, 0, number);
   switch (op.builtin->result) {
     case BuiltinResult::kInt:
@@ -262,9 +270,8 @@ bool VmCompiler::BuiltinCall(const Op& op) {
   }
 }
 
-bool VmCompiler::BuiltinArgumentOf(const Op& op, BuiltinArgument* argument, BuiltinValue* value,
-                                   bool* constant) {
-  const int position = argument->position;
+bool VmCompiler::BuiltinArgumentOf(const Op& op, int position, BuiltinArgument* argument, bool* constant) {
+  BuiltinValue* value = argument->value;
   Code* code = op.list[position];
   if (code == nullptr) return false;
   const Mark mark = Here();
@@ -283,14 +290,15 @@ bool VmCompiler::BuiltinArgumentOf(const Op& op, BuiltinArgument* argument, Buil
       return true;
     }
     if (item.where == Item::Where::kTextValue) {
-      if (!RunsFunctions(op, position + 1)) Lend(item);
+      if (!RunsFunctions(op, position + 1)) argument->loan = Lend(item, !MayChange(op, position + 1));
       argument->from = BuiltinArgument::From::kTextAt;
       argument->place = item.place;
       return true;
     }
     const bool holds_text = item.typeless || (item.kind == 3 && item.depth == 1 && item.type == Tok::char_);
     if (item.where == Item::Where::kFrame && holds_text) {
-      argument->symbol = item.symbol;
+      argument->often_text = true;
+      if (item.typeless) argument->state = &host_.StateOf(item.symbol);
       argument->place = item.place;
     }
     const bool plain = !item.IsVariable() || (item.kind == 2 && !item.typeless);
@@ -307,7 +315,7 @@ bool VmCompiler::BuiltinArgumentOf(const Op& op, BuiltinArgument* argument, Buil
         Emit(item.is_real ? VmOp::kMoveReal : VmOp::kMoveInt, held.place, place);
       }
       items_.push_back(held);
-      argument->from = BuiltinArgument::From::kNumber;
+      argument->from = item.is_real ? BuiltinArgument::From::kReal : BuiltinArgument::From::kInt;
       value->kind = item.is_real ? BuiltinValue::Kind::kDouble : BuiltinValue::Kind::kInteger;
       argument->place = held.place;
       return true;
@@ -322,9 +330,13 @@ bool VmCompiler::BuiltinArgumentOf(const Op& op, BuiltinArgument* argument, Buil
   return true;
 }
 
-// What takes this text of a built-in copies it, before the same call can be made again.
-void VmCompiler::Lend(const Item& text) {
-  code_.sites[static_cast<size_t>(text.site)].loan = std::make_unique<TextLoan>();
+// What takes this text of a built-in copies it, before the same call can be made again or, `at_once`, any.
+const TextLoan* VmCompiler::Lend(const Item& text, bool at_once) {
+  BuiltinSite& site = *code_.sites[static_cast<size_t>(text.site)].builtin;
+  site.loan = std::make_unique<TextLoan>();
+  site.loan->at_once = at_once;
+  site.call.set_loan(site.loan.get());
+  return site.loan.get();
 }
 
 // True if an argument from this position on may call a function of the script.

@@ -30,12 +30,25 @@ struct FunctionCode;
 /// An argument of a built-in that is no constant: a value that lies in the frame, or an expression for the
 /// general road.
 struct BuiltinArgument {
-  enum class From : uint8_t { kNumber, kTextAt, kGeneral };
+  enum class From : uint8_t { kInt, kReal, kTextAt, kGeneral };
   From from = From::kGeneral;
-  uint8_t position = 0;
+  bool often_text = false;  ///< for the general road, but a variable at `place` may hold a text
   int32_t place = 0;
-  Code* code = nullptr;             ///< for the general road
-  const SYM_REC* symbol = nullptr;  ///< of a variable at `place` that often holds a text
+  BuiltinValue* value = nullptr;       ///< what it fills in
+  Code* code = nullptr;                ///< for the general road
+  const SymbolState* state = nullptr;  ///< of a typeless variable at `place`
+  const TextLoan* loan = nullptr;      ///< of a text at `place` that is lent
+};
+
+/// A call of a built-in that is made again and again.
+struct BuiltinSite {
+  const Op& op;
+  size_t functions;                        ///< of the program, as the call was compiled
+  BuiltinValue::Kind wanted;               ///< of a result that stays as it is
+  std::unique_ptr<BuiltinValue[]> values;  ///< all arguments, constants ready
+  std::vector<BuiltinArgument> arguments;  ///< the others
+  std::unique_ptr<TextLoan> loan;          ///< of a text that is used up at once: where it lies
+  BuiltinCall call;
 };
 
 /// What an instruction refers to beside its operands.
@@ -56,9 +69,8 @@ struct Site {
   SYM_REC* symbol = nullptr;
   SymbolState* state = nullptr;  ///< of a typeless variable that is guarded or stored to
   FunctionCode* callee = nullptr;
-  std::unique_ptr<BuiltinValue[]> values;  ///< all arguments of a built-in, constants ready
-  std::vector<BuiltinArgument> arguments;  ///< the others
-  std::unique_ptr<TextLoan> loan;  ///< of a built-in whose text is used up at once: where it lies
+  const TextLoan* loan = nullptr;  ///< of a text that is stored and may be lent
+  std::unique_ptr<BuiltinSite> builtin;
 };
 
 /// Where the cases of a `switch` are, by value: dense where that wastes little.

@@ -187,11 +187,11 @@ class VmCompiler {
   bool Argument(SYM_REC* parameter, const Item& item, int32_t place);
   int32_t PointerPlace(const Item& item);
   bool BuiltinCall(const Op& op);
-  bool BuiltinArgumentOf(const Op& op, BuiltinArgument* argument, BuiltinValue* value, bool* constant);
+  bool BuiltinArgumentOf(const Op& op, int position, BuiltinArgument* argument, bool* constant);
   static bool MayChange(const Op& op, int position);
   static bool RunsFunctions(const Op& op, int position);
   static bool CallsFunction(const Code* code);
-  void Lend(const Item& text);
+  const TextLoan* Lend(const Item& text, bool at_once);
   bool QuietTree(const Code* code) const;
 
   static constexpr int kMostTemps = 900;

@@ -74,12 +74,12 @@ inline int32_t Remainder(int32_t a, int32_t b) {
     DISPATCH;                              \
   } while (false)
 // What the general road needs to know of this one.
-#define SYNC                                    \
-  do {                                          \
-    frame_.base = (fp - data) / kWord;          \
-    frame_.stack_pointer = (sp - data) / kWord; \
-    frame_.return_reg = ret;                    \
-    record_top_ = record;                       \
+#define SYNC                                          \
+  do {                                                \
+    frame_.base = (fp - data) >> kWordShift;          \
+    frame_.stack_pointer = (sp - data) >> kWordShift; \
+    frame_.return_reg = ret;                          \
+    record_top_ = record;                             \
   } while (false)
 
 #define INT_OP(name, value) \

@@ -1,3 +1,4 @@
+#include <bit>
 #include <cstring>
 
 #include "base/truncate.h"
@@ -20,7 +21,7 @@ bool Interpreter::RunCode(const FunctionCode& first) {
 #undef X
   };
 #endif
-  constexpr int64_t kWord = ScriptMemory::kWordSize;
+  constexpr int kWordShift = std::countr_zero(ScriptMemory::kWordSize);
   const volatile long* errors = &slot_.Display.ErrorCount;
   char* const data = memory_.stack();
   char* fp = Word(frame_.base);
@@ -197,7 +198,7 @@ dispatch:
     NEXT;
   }
   OP(StoreTypelessText) {
-    StoreText(SITE.symbol, fp + pc->a, reinterpret_cast<const char*>(WORD(pc->b)));
+    StoreText(SITE, fp + pc->a, reinterpret_cast<const char*>(WORD(pc->b)));
     if (*errors > 0) goto stop;
     NEXT;
   }
@@ -432,8 +433,13 @@ leave:
     NEXT;
   }
   OP(Builtin) {
-    SYNC;
-    if (!RunBuiltinSite(SITE, fp, fp + pc->a)) goto stop;
+    BuiltinSite& site = *SITE.builtin;
+    const Called called = RunBuiltinSite(site, fp, fp + pc->a);
+    if (called == Called::kFailed) goto stop;
+    if (called == Called::kNotYet) {
+      SYNC;
+      if (!RunBuiltinSlowly(site, fp, fp + pc->a)) goto stop;
+    }
     NEXT;
   }
   OP(SetState) {

@@ -99,10 +99,15 @@ bool Interpreter::RunGeneralReturn(const Site& site) {
   return SetReturnValue(site.statement) && !failed();
 }
 
+// How long a text is, if that was told with it.
+static uint32_t LentLength(const TextLoan* loan, const char* text) {
+  return loan != nullptr && loan->stored == text ? loan->length : BuiltinValue::kUnmeasured;
+}
+
 // The result of a built-in as the machine keeps it: a text's address, a real number or an integer.
-static void PlaceResult(BuiltinResult wanted, const BuiltinValue& value, char* place) {
+[[gnu::noinline]] static void PlaceResult(BuiltinResult wanted, const BuiltinValue& value, char* place) {
   const bool text = value.kind == BuiltinValue::Kind::kText;
-  int64_t bits = value.integer;
+  int64_t bits = value.kind == BuiltinValue::Kind::kNone ? 0 : value.integer;
   if (wanted == BuiltinResult::kText || text) {
     if (wanted != BuiltinResult::kText || !text) bits = 0;
   } else if (value.kind != BuiltinValue::Kind::kDouble) {
@@ -114,66 +119,105 @@ static void PlaceResult(BuiltinResult wanted, const BuiltinValue& value, char* p
 }
 
 // Since the call was compiled, a function of the script has taken the name.
-bool Interpreter::RunTakenName(const Site& site, char* result) {
+bool Interpreter::RunTakenName(const Op& op, char* result) {
   Entry* at = operands_;
-  if (!NameCall(*site.op, Mode::kNormal, at)) return false;
+  if (!NameCall(op, Mode::kNormal, at)) return false;
   BuiltinValue value = ToBuiltinValue(*at);
   value.wide = true;
   value.integer = at->value;
-  PlaceResult(site.op->builtin->result, value, result);
+  PlaceResult(op.builtin->result, value, result);
   return !failed();
 }
 
-// A call of a built-in whose arguments lie in the frame, but for those that only the general road gives.
-bool Interpreter::RunBuiltinSite(const Site& site, char* fp, char* result) {
-  const bool functions_added = static_cast<int64_t>(slot_.FuncPrototypes.count()) != site.length;
-  if (functions_added && FindFunction(slot_, &slot_.Globals, site.op->node->name) != nullptr)
-    return RunTakenName(site, result);
+// False if only the general road gives this argument.
+inline bool Interpreter::FetchReady(const BuiltinArgument& argument, const char* fp) const {
+  BuiltinValue& value = *argument.value;
+  const char* place = fp + argument.place;
+  if (argument.from == BuiltinArgument::From::kInt) {
+    // Read as it was written: a wider read would have to wait until that has reached the cache.
+    int32_t number = 0;
+    std::memcpy(&number, place, sizeof number);
+    value.integer = number;
+    return true;
+  }
+  if (argument.from == BuiltinArgument::From::kReal) {
+    std::memcpy(&value.real, place, sizeof value.real);
+    return true;
+  }
+  const char* text = nullptr;
+  std::memcpy(&text, place, sizeof text);
+  if (argument.from == BuiltinArgument::From::kTextAt) {
+    value.kind = text == nullptr ? BuiltinValue::Kind::kInteger : BuiltinValue::Kind::kText;
+    value.text = text;
+    value.length = LentLength(argument.loan, text);
+    return true;
+  }
+  const SymbolState* state = argument.state;
+  if (state == nullptr || state->holds != Tok::STRING || !Holds(state->known, text)) return false;
+  value.SetText({text, state->known.length});
+  return true;
+}
+
+inline bool Interpreter::Invoke(BuiltinSite& site, char* result) {
+  site.call.Begin();
+  if (!RunHandler(site.op, site.call)) return false;
+  const BuiltinValue& answer = site.call.result();
+  std::memcpy(result, &answer.integer, sizeof answer.integer);
+  if (answer.kind != site.wanted) PlaceResult(site.op.builtin->result, answer, result);
+  return !failed();
+}
+
+// A call of a built-in whose arguments lie in the frame. It needs nothing of the general road.
+Interpreter::Called Interpreter::RunBuiltinSite(BuiltinSite& site, const char* fp, char* result) {
+  if (slot_.FuncPrototypes.count() != site.functions || memory_.WantsSweep()) return Called::kNotYet;
+  for (const BuiltinArgument& argument : site.arguments) {
+    if (!FetchReady(argument, fp)) return Called::kNotYet;
+  }
+  return Invoke(site, result) ? Called::kDone : Called::kFailed;
+}
+
+// Any such call.
+bool Interpreter::RunBuiltinSlowly(BuiltinSite& site, const char* fp, char* result) {
+  if (slot_.FuncPrototypes.count() != site.functions) {
+    if (FindFunction(slot_, &slot_.Globals, site.op.node->name) != nullptr)
+      return RunTakenName(site.op, result);
+    // An added function could run this call again, ahead of the first text's use.
+    site.call.set_loan(nullptr);
+  }
   SweepIfDue();
   for (const BuiltinArgument& argument : site.arguments) {
-    const char* place = fp + argument.place;
-    BuiltinValue& value = site.values[argument.position];
-    if (argument.from == BuiltinArgument::From::kNumber) {
-      std::memcpy(&value.integer, place, sizeof value.integer);
-    } else if (argument.from == BuiltinArgument::From::kTextAt) {
-      std::memcpy(&value.text, place, sizeof value.text);
-      value.kind = value.text == nullptr ? BuiltinValue::Kind::kInteger : BuiltinValue::Kind::kText;
-    } else if (!FetchArgument(argument, place, &value)) {
-      return false;
-    }
+    if (!FetchReady(argument, fp) && !FetchArgument(argument, fp)) return false;
   }
-  // An added function could run this call again, ahead of the first text's use.
-  TextLoan* loan = functions_added ? nullptr : site.loan.get();
-  BuiltinCall call(runtime_, {site.values.get(), static_cast<size_t>(site.op->argument_count)}, loan);
-  if (!RunHandler(*site.op, call)) return false;
-  PlaceResult(site.op->builtin->result, call.result(), result);
-  return !failed();
+  return Invoke(site, result);
 }
 
-bool Interpreter::FetchArgument(const BuiltinArgument& argument, const char* place, BuiltinValue* value) {
-  if (argument.symbol != nullptr && TextOfVariable(argument.symbol, place, value)) return true;
+bool Interpreter::FetchArgument(const BuiltinArgument& argument, const char* fp) {
+  if (argument.often_text && TextOfVariable(argument, fp)) return true;
   Entry entry;
   if (!Evaluate(argument.code, Mode::kNormal, &entry)) return false;
-  *value = ToBuiltinValue(entry);
+  *argument.value = ToBuiltinValue(entry);
   return true;
 }
 
 // False if the variable holds none.
-bool Interpreter::TextOfVariable(const SYM_REC* symbol, const char* place, BuiltinValue* value) const {
-  const bool typeless = symbol->ValueType == Tok::dollar;
-  if (typeless && StateOf(symbol).holds != Tok::STRING) return false;
+bool Interpreter::TextOfVariable(const BuiltinArgument& argument, const char* fp) const {
+  if (argument.state != nullptr && argument.state->holds != Tok::STRING) return false;
   const char* text = nullptr;
-  std::memcpy(&text, place, sizeof text);
+  std::memcpy(&text, fp + argument.place, sizeof text);
   if (text == nullptr || !memory_.Contains(text, 1)) return false;
-  const KnownText& known = StateOf(symbol).known;
-  value->SetText(typeless && Holds(known, text) ? std::string_view(text, known.length) : text);
+  argument.value->SetText(text);
   return true;
 }
 
-void Interpreter::StoreText(SYM_REC* symbol, char* address, const char* text) {
-  if (text != nullptr) return StoreDollarText(symbol, address, text);
+void Interpreter::StoreText(const Site& site, char* address, const char* text) {
+  if (text != nullptr) {
+    BuiltinValue value;
+    value.text = text;
+    value.length = LentLength(site.loan, text);
+    return StoreDollarText(site.symbol, address, value.View());
+  }
   std::memset(address, 0, ScriptMemory::kWordSize);
-  StateOf(symbol).holds = Tok::int_;
+  StateOf(site.symbol).holds = Tok::int_;
 }
 
 std::string Disassemble(const FunctionCode& code) {

@@ -146,10 +146,12 @@ int32_t VmCompiler::WordPlace(const Item& item) {
 
 bool VmCompiler::StoreTypeless(const Item& target, const Item& value) {
   if (target.where == Item::Where::kFrame && value.where == Item::Where::kTextValue) {
-    int site = 0;
-    Lend(value);
-    NewSite(&site).symbol = target.symbol;
-    Emit(VmOp::kStoreTypelessText, target.place, value.place, 0, site);
+    int number = 0;
+    const TextLoan* loan = Lend(value, true);
+    Site& site = NewSite(&number);
+    site.symbol = target.symbol;
+    site.loan = loan;
+    Emit(VmOp::kStoreTypelessText, target.place, value.place, 0, number);
     return true;
   }
   if (target.where != Item::Where::kFrame || !Numeric(value) || value.kind == 3) return false;

@@ -37,7 +37,7 @@ void Reorder(TextList::Items& items, const std::vector<Key>& keys) {
   std::vector<std::string_view> sorted;
   sorted.reserve(keys.size());
   for (const Key& key : keys) sorted.push_back(items[key.item]);
-  std::copy(sorted.begin(), sorted.end(), items.begin());
+  for (size_t i = 0; i < sorted.size(); ++i) items[i] = sorted[i];
 }
 
 struct NumberKey {
@@ -107,13 +107,10 @@ T ReadAt(std::string_view bytes, int64_t offset) {
 
 }  // namespace
 
-size_t TextList::Add(std::string_view text) {
-  items_.emplace_back(arena_.Copy(text), text.size());
-  return items_.size();
-}
-
 void TextList::Sort() {
-  if (std::all_of(items_.begin(), items_.end(), LooksNumeric)) {
+  bool numbers = true;
+  for (size_t i = 0; i < items_.size() && numbers; ++i) numbers = LooksNumeric(items_[i]);
+  if (numbers) {
     SortByValue(items_);
   } else {
     SortByBytes(items_);

@@ -2,13 +2,13 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <deque>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "base/arena.h"
+#include "base/steady_vector.h"
 #include "lib/ordered_table.h"
 
 namespace vorc {
@@ -17,17 +17,21 @@ namespace vorc {
 class TextList {
  public:
   static constexpr const char* kKind = "list";
-  using Items = std::deque<std::string_view, ArenaAllocator<std::string_view>>;
+  using Items = SteadyVector<std::string_view>;
 
   TextList() = default;
   TextList(const TextList&) = delete;
   TextList& operator=(const TextList&) = delete;
+  /// Of texts that end at their first NUL, like all that a script sees.
   explicit TextList(const std::vector<std::string>& items) {
-    for (const std::string& item : items) Add(item);
+    for (const std::string& item : items) Add(item.c_str());
   }
 
-  /// Appends, and answers the new count.
-  size_t Add(std::string_view text);
+  /// Appends, and answers the new count. The text holds no NUL.
+  size_t Add(std::string_view text) {
+    items_.Add({arena_.Copy(text), text.size()});
+    return items_.size();
+  }
   /// The element at `index` from 0, or nothing out of range.
   std::optional<std::string_view> Get(int64_t index) const {
     if (static_cast<uint64_t>(index) >= items_.size()) return std::nullopt;
@@ -44,8 +48,7 @@ class TextList {
   static constexpr size_t kFewTexts = 240;
 
   Arena arena_{kFewTexts};
-  /// NUL-terminated texts. Growing moves nothing.
-  Items items_{ArenaAllocator<std::string_view>(arena_)};
+  Items items_{arena_};  ///< NUL-terminated texts
 };
 
 /// All parts of `text` between separators, empty ones included. An empty separator gives the

@@ -4,11 +4,12 @@
 #include <bit>
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
+
+#include "base/text_hash.h"
 
 namespace vorc {
 
@@ -81,9 +82,7 @@ class OrderedTable {
   static constexpr size_t kFewGaps = 16;
   static constexpr size_t kFewestSlots = 16;
 
-  static uint32_t Hash(std::string_view key) {
-    return static_cast<uint32_t>(std::hash<std::string_view>{}(key));
-  }
+  static uint32_t Hash(std::string_view key) { return static_cast<uint32_t>(HashOf(key)); }
 
   /// The slot that leads to `key`, or the empty one that ends the search for it. An empty one
   /// exists, as each slot ever taken since the last rebuild has its place, gap or not.

@@ -1,8 +1,9 @@
 #include "program/name_table.h"
 
-#include <functional>
 #include <new>
 #include <utility>
+
+#include "base/text_hash.h"
 
 namespace vorc {
 
@@ -24,7 +25,7 @@ NameTable::NameTable() : slots_(kFirstNameCapacity) {
 
 Name* NameTable::Intern(std::string_view text) {
   const size_t mask = slots_.size() - 1;
-  size_t i = std::hash<std::string_view>{}(text)&mask;
+  size_t i = HashOf(text) & mask;
   while (slots_[i] != nullptr) {
     if (slots_[i]->Text == text) return slots_[i];
     i = (i + 1) & mask;
@@ -42,7 +43,7 @@ void NameTable::Grow() {
   const size_t mask = slots_.size() - 1;
   for (Name* name : old) {
     if (name == nullptr) continue;
-    size_t i = std::hash<std::string_view>{}(name->Text) & mask;
+    size_t i = HashOf(name->Text) & mask;
     while (slots_[i] != nullptr) i = (i + 1) & mask;
     slots_[i] = name;
   }

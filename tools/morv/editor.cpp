@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <ctime>
 #include <string_view>
 #include <utility>
 
@@ -19,13 +20,47 @@ namespace vorc {
 namespace {
 
 volatile std::sig_atomic_t interrupted = 0;
+volatile std::sig_atomic_t reading = 0;
+timer_t reminder;
 
-// The default would end the program; a signal that is only noted ends the line in hand.
+void Remind(long milliseconds) {
+  const timespec interval = {0, milliseconds * 1'000'000};
+  const itimerspec times = {interval, interval};
+  timer_settime(reminder, 0, &times, nullptr);
+}
+
+// The default would end the program; a signal that is only noted ends the line in hand. One that comes
+// just ahead of the wait for a key does not end that, so the reminders behind it do.
 void NoteInterrupts() {
+  constexpr long kUntilReminded = 20;
+  sigevent event{};
+  event.sigev_notify = SIGEV_SIGNAL;
+  event.sigev_signo = SIGALRM;
+  timer_create(CLOCK_MONOTONIC, &event, &reminder);
   struct sigaction action {};
-  action.sa_handler = [](int) { interrupted = 1; };
+  action.sa_handler = [](int) {};
+  sigaction(SIGALRM, &action, nullptr);
+  action.sa_handler = [](int) {
+    interrupted = 1;
+    if (reading != 0) Remind(kUntilReminded);
+  };
   sigaction(SIGINT, &action, nullptr);
 }
+
+/// While a line is read.
+class Reading {
+ public:
+  Reading() {
+    interrupted = 0;
+    reading = 1;
+  }
+  ~Reading() {
+    reading = 0;
+    Remind(0);
+  }
+  Reading(const Reading&) = delete;
+  Reading& operator=(const Reading&) = delete;
+};
 
 #ifdef MORV_LINE_EDITING
 std::vector<std::string> completed_words;
@@ -84,7 +119,7 @@ Editor::~Editor() {
 }
 
 Editor::End Editor::Read(const char* prompt, std::string* line) {
-  interrupted = 0;
+  const Reading reading_now;
   char* typed = readline(prompt);
   if (typed == nullptr) return interrupted != 0 ? End::kInterrupted : End::kOver;
   *line = typed;
@@ -105,7 +140,7 @@ Editor::Editor(std::vector<std::string>) {
 Editor::~Editor() = default;
 
 Editor::End Editor::Read(const char* prompt, std::string* line) {
-  interrupted = 0;
+  const Reading reading_now;
   std::fputs(prompt, stdout);
   line->clear();
   for (;;) {
