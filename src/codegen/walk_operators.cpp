@@ -242,8 +242,11 @@ void CheckAssignmentTypeCompatibility(Walk& walk, const Operand& left, const Ope
 }  // namespace
 
 ValueType WorkType(const Walk& walk, const ValueType& left, const ValueType& right) {
-  const AccessWidth a = AccessOf(walk, left);
-  const AccessWidth b = AccessOf(walk, right);
+  const auto promoted = [&](const ValueType& type) {
+    return AccessOf(walk, type.IsNarrowField() ? ValueType::Basic(Tok::int_) : type);
+  };
+  const AccessWidth a = promoted(left);
+  const AccessWidth b = promoted(right);
   const bool wide = a.bytes > 4 || b.bytes > 4;
   const int rank = wide ? 8 : 4;
   const bool is_unsigned = (a.is_unsigned && a.bytes == rank) || (b.is_unsigned && b.bytes == rank);

@@ -285,7 +285,8 @@ Operand Converted(Walk& walk, const Operand& operand, const ValueType& type) {
     Operand cut = Narrowed(walk, operand, source, operand.type);
     return Converted(walk, cut, type);
   }
-  if (whole_register || Fits(source, target)) {
+  const bool small = operand.type.IsNarrowField() && target.bytes >= 4;
+  if (whole_register || small || Fits(source, target)) {
     Operand same = operand;
     if (same.kind == Operand::Kind::kTemp) same.type = type;
     return same;

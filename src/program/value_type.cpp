@@ -19,6 +19,7 @@ ValueType ValueType::OfSymbol(const SYM_REC& symbol) {
   type.depth = symbol.TotalDepth;
   type.dimensions = {symbol.Shape.Dimensions, static_cast<size_t>(symbol.Shape.DimensionCount)};
   type.is_unsigned = (symbol.StorageType & UNSIGNED_VAR) != 0 || kUnsignedTypes.Has(symbol.ValueType);
+  type.field_bits = symbol.BitFieldWidth;
   return type;
 }
 
@@ -111,6 +112,8 @@ int64_t ValueType::Size(const C_SLOT& slot) const {
 }
 
 ValueType CommonType(const C_SLOT& slot, const ValueType& left, const ValueType& right) {
+  if (left.IsNarrowField()) return CommonType(slot, ValueType::Basic(Tok::int_), right);
+  if (right.IsNarrowField()) return CommonType(slot, left, ValueType::Basic(Tok::int_));
   const ValueType& wider = right.Size(slot) > left.Size(slot) && !left.IsArray() ? right : left;
   if (wider.IsArray()) return wider.Element().Pointer();
   const ValueType plain = ValueType::Basic(Tok::int_);

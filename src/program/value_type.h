@@ -19,6 +19,7 @@ struct ValueType {
   std::span<const int64_t> dimensions;  ///< 0 in front for an open one
   int64_t text_bytes = 0;               ///< of a text in quotes: its characters and its end
   bool is_unsigned = false;
+  int field_bits = 0;  ///< width of a bit field
 
   static ValueType OfSymbol(const SYM_REC& symbol);
   /// A declared type such as a function's result.
@@ -32,6 +33,8 @@ struct ValueType {
   bool IsPointer() const { return depth > 0 || function != nullptr; }
   bool IsStruct() const { return record != nullptr && !IsPointer() && !IsArray(); }
   bool IsReal() const;
+  /// A bit field all of whose values an int can hold, so that operators take it for one.
+  bool IsNarrowField() const { return field_bits > 0 && field_bits < 32; }
 
   /// What an index, or a `*`, selects: of an array its element, of a pointer what it points to. Of
   /// anything else the type itself.
