@@ -206,12 +206,7 @@ const EXPR_NODE* ChainWalk::Step(const EXPR_NODE* node) {
   switch (node->Token) {
     case Tok::NUMBER:
     case Tok::HEXNUMBER:
-      Push(NumberValue(node->NumberValue, node->NumberSize == 8 ? Tok::INT64 : Tok::int_));
-      if (node->NumberValue > INT32_MAX || node->NumberValue < INT32_MIN)
-        stack_.back().type = ValueType::Basic(node->Token == Tok::HEXNUMBER &&
-                                                      node->NumberValue <= UINT32_MAX && node->NumberValue > 0
-                                                  ? Tok::UINT32
-                                                  : Tok::INT64);
+      Push(NumberValue(node->NumberValue, ValueType::OfNumber(*node).basic));
       // A hexadecimal constant stands in the code as the source spells it.
       if (node->Token == Tok::HEXNUMBER && node->NumberValue >= 0 && node->LiteralLength <= kLongestHex &&
           walk_.procedure.context.hook == nullptr)

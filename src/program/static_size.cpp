@@ -40,8 +40,7 @@ void TypeWalk::Step(const EXPR_NODE* node) {
     case Tok::STRING: return stack_.push_back(ValueType::OfText(node->Literal));
     case Tok::REAL_NUMBER: return stack_.push_back(ValueType::Basic(Tok::double_));
     case Tok::NUMBER:
-    case Tok::HEXNUMBER:
-      return stack_.push_back(ValueType::Basic(node->NumberSize == 8 ? Tok::INT64 : Tok::int_));
+    case Tok::HEXNUMBER: return stack_.push_back(ValueType::OfNumber(*node));
     case Tok::FUNCTION_CALL: return PushCall(node);
     case Tok::LPAREN: return stack_.push_back(TypeWalk(slot_).Run(node->SubExpression));
     default: break;

@@ -27,6 +27,9 @@ struct ValueType {
   static ValueType OfCast(const CAST& cast);
   static ValueType OfFunction(const FUNCPROTO_REC& function);
   static ValueType OfText(std::string_view text);
+  /// Of a whole number in the source: the narrowest of int and INT64 that holds it, of a hexadecimal one UINT32 as well;
+  /// UINT64 beyond them.
+  static ValueType OfNumber(const EXPR_NODE& node);
   static ValueType Basic(Tok basic);
 
   bool IsArray() const { return !dimensions.empty() || text_bytes > 0; }
