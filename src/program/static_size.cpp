@@ -9,6 +9,10 @@ namespace vorc {
 
 namespace {
 
+bool IsAddress(const ValueType& type) {
+  return type.IsPointer() || type.IsArray();
+}
+
 /// Works out the type of an expression without evaluating it.
 class TypeWalk {
  public:
@@ -25,7 +29,7 @@ class TypeWalk {
   void PushName(const EXPR_NODE* node);
   void PushCall(const EXPR_NODE* node);
   void Choose(const EXPR_NODE* node);
-  void Binary(OperatorKind kind);
+  void Binary(const EXPR_NODE* node);
   ValueType Left() const { return stack_.empty() ? ValueType() : stack_.back(); }
 
   const C_SLOT& slot_;
@@ -71,17 +75,20 @@ void TypeWalk::StepOperator(const EXPR_NODE* node) {
   if (kind == OperatorKind::kUnary)
     top = CommonType(slot_, top, top);
   else if (OperatorOf(node->Token).level > 0 || IsAssignment(node->Token))
-    Binary(kind);
+    Binary(node);
 }
 
-void TypeWalk::Binary(OperatorKind kind) {
+void TypeWalk::Binary(const EXPR_NODE* node) {
   if (stack_.size() < 2) return;
+  const OperatorKind kind = OperatorOf(node->Token).kind;
   const ValueType right = stack_.back();
   stack_.pop_back();
   ValueType& left = stack_.back();
   if (kind == OperatorKind::kAssign || kind == OperatorKind::kCompound) return;
   if (kind == OperatorKind::kCompare || kind == OperatorKind::kLogic)
     left = ValueType::Basic(Tok::int_);
+  else if (node->Token == Tok::MINUS && IsAddress(left) && IsAddress(right))
+    left = ValueType::Basic(slot_.Target.cpu_size == 32 ? Tok::int_ : Tok::INT64);
   else
     left = CommonType(slot_, left, kind == OperatorKind::kShift ? left : right);
 }
