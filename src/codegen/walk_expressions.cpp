@@ -30,8 +30,9 @@ Operand TextValue(const EXPR_NODE* node) {
 
 // What `?:` gives: the arithmetic type of both arms, or the pointer or struct that one of them is.
 ValueType TypeOfArms(const Walk& walk, const EXPR_NODE* node) {
-  ValueType then_type = StaticType(walk.slot, node->ThenExpression);
-  ValueType else_type = StaticType(walk.slot, node->ElseExpression);
+  const int register_bytes = walk.procedure.RegisterBytes();
+  ValueType then_type = StaticType(walk.slot, node->ThenExpression, register_bytes);
+  ValueType else_type = StaticType(walk.slot, node->ElseExpression, register_bytes);
   if (then_type.IsArray()) then_type = then_type.Element().Pointer();
   if (else_type.IsArray()) else_type = else_type.Element().Pointer();
   if (then_type.IsPointer() || then_type.IsStruct() || then_type.IsReal()) return then_type;

@@ -16,7 +16,7 @@ bool IsAddress(const ValueType& type) {
 /// Works out the type of an expression without evaluating it.
 class TypeWalk {
  public:
-  explicit TypeWalk(const C_SLOT& slot) : slot_(slot) {}
+  TypeWalk(const C_SLOT& slot, Tok difference) : slot_(slot), difference_(difference) {}
 
   ValueType Run(const EXPR_NODE* head) {
     for (const EXPR_NODE* node = head; node != nullptr; node = node->Next) Step(node);
@@ -33,6 +33,7 @@ class TypeWalk {
   ValueType Left() const { return stack_.empty() ? ValueType() : stack_.back(); }
 
   const C_SLOT& slot_;
+  Tok difference_;  // what two pointers are apart
   std::vector<ValueType> stack_;
 };
 
@@ -46,7 +47,7 @@ void TypeWalk::Step(const EXPR_NODE* node) {
     case Tok::NUMBER:
     case Tok::HEXNUMBER: return stack_.push_back(ValueType::OfNumber(*node));
     case Tok::FUNCTION_CALL: return PushCall(node);
-    case Tok::LPAREN: return stack_.push_back(TypeWalk(slot_).Run(node->SubExpression));
+    case Tok::LPAREN: return stack_.push_back(TypeWalk(slot_, difference_).Run(node->SubExpression));
     default: break;
   }
   if (!stack_.empty()) StepOperator(node);
@@ -88,14 +89,14 @@ void TypeWalk::Binary(const EXPR_NODE* node) {
   if (kind == OperatorKind::kCompare || kind == OperatorKind::kLogic)
     left = ValueType::Basic(Tok::int_);
   else if (node->Token == Tok::MINUS && IsAddress(left) && IsAddress(right))
-    left = ValueType::Basic(slot_.Target.cpu_size == 32 ? Tok::int_ : Tok::INT64);
+    left = ValueType::Basic(difference_);
   else
     left = CommonType(slot_, left, kind == OperatorKind::kShift ? left : right);
 }
 
 void TypeWalk::Choose(const EXPR_NODE* node) {
-  const ValueType left = TypeWalk(slot_).Run(node->ThenExpression);
-  const ValueType right = TypeWalk(slot_).Run(node->ElseExpression);
+  const ValueType left = TypeWalk(slot_, difference_).Run(node->ThenExpression);
+  const ValueType right = TypeWalk(slot_, difference_).Run(node->ElseExpression);
   stack_.back() = left.IsStruct() ? left : CommonType(slot_, left, right);
 }
 
@@ -123,8 +124,9 @@ void TypeWalk::PushCall(const EXPR_NODE* node) {
 
 }  // namespace
 
-ValueType StaticType(const C_SLOT& slot, const EXPR_NODE* head) {
-  return TypeWalk(slot).Run(head);
+ValueType StaticType(const C_SLOT& slot, const EXPR_NODE* head, int register_bytes) {
+  if (register_bytes == 0) register_bytes = slot.Target.cpu_size / 8;
+  return TypeWalk(slot, register_bytes == 4 ? Tok::int_ : Tok::INT64).Run(head);
 }
 
 int64_t StaticSize(const C_SLOT& slot, const EXPR_NODE* head) {

@@ -26,6 +26,7 @@ INT = Type("int", 32, True)
 UINT = Type("unsigned int", 32, False)
 LONG = Type("INT64", 64, True)
 ULONG = Type("UINT64", 64, False)
+FIELDS = [Type("unsigned int", 5, False), Type("unsigned int", 11, False)]   # of bits
 NARROW = [Type("char", 8, True), Type("UCHAR", 8, False), Type("short", 16, True), Type("UINT16", 16, False)]
 
 
@@ -89,7 +90,7 @@ class Program:
         self.rng, self.prefix, self.level = rng, prefix, level
         self.wide = wide and level >= 3
         self.functions = []
-        self.parts = []
+        self.parts = [f"enum {{ {prefix}LOW = -3, {prefix}NEXT }};"]
         self.globals = Scope()
         self.calls = []
         if level >= 2:
@@ -130,6 +131,8 @@ class Program:
             return self.variable_expression(rng.choice(choices))
         if scope.arrays and rng.random() < 0.6:
             return self.variable_expression(self.element(scope, 1))
+        if self.level >= 3 and rng.random() < 0.2:
+            return Expression(*rng.choice([(f"{self.prefix}LOW", INT, -3, -3), (f"{self.prefix}NEXT", INT, -2, -2)]))
         return self.constant()
 
     def element(self, scope, depth):
@@ -478,7 +481,7 @@ class Program:
         self.parts.append(f"{type_.name} {name}[{size}] = {{{values}}};")
         self.globals.arrays.append((name, type_, [size]))
         if self.level >= 4:
-            self.parts.append(f"struct {self.prefix}S {{ char a; int b; short c[4]; UCHAR d; }};")
+            self.parts.append(f"struct {self.prefix}S {{ char a; int b; unsigned int e : 5; unsigned int f : 11; short c[4]; UCHAR d; }};")
             self.parts.append(f"struct {self.prefix}S {self.prefix}s;")
 
     def make_locals(self, scope, pure):
@@ -515,7 +518,7 @@ class Program:
         name = self.name(scope, "s") if local else self.prefix + "s"
         if local:
             scope.lines.append(f"  struct {self.prefix}S {name};")
-            scope.lines += [f"  {name}.a = 1;", f"  {name}.b = -70000;", f"  {name}.d = 200;"]
+            scope.lines += [f"  {name}.a = 1;", f"  {name}.b = -70000;", f"  {name}.d = 200;", f"  {name}.e = 9;", f"  {name}.f = 0;"]
             scope.lines += [f"  {name}.c[{i}] = {i * 300};" for i in range(4)]
         dot = f"{name}."
         if self.rng.random() < 0.5:
@@ -524,6 +527,7 @@ class Program:
             dot = f"{pointer}->"
         char, uchar, short = NARROW[0], NARROW[1], NARROW[2]
         scope.variables += [Variable(dot + "a", char, char.low, char.high), Variable(dot + "d", uchar, 0, 255),
+                            *(Variable(dot + name, type_, 0, type_.high) for name, type_ in zip("ef", FIELDS)),
                             Variable(dot + "b", INT, -1000000, 1000000)]
         scope.arrays.append((dot + "c", short, [4]))
 

@@ -7,4 +7,4 @@ int neighbours() { struct Flags f; f.a = 7; f.b = 15; f.c = 511; f.b = 0; return
 int pointer(int n) { struct Flags f; struct Flags *p; p = &f; p->a = 1; p->b = 2; p->c = n; p->c += 5; return p->a * 10000 + f.b * 1000 + f.c; }
 int condition(int n) { struct Flags f; f.a = n; f.b = 0; if (f.a == 2) return 50; if (f.b) return 60; return 70; }
 struct Bits { unsigned int a : 5; unsigned int b : 9; };
-int signed_work(int n) { struct Bits s; s.a = n; s.b = n; return (-1 < s.a) + (s.b - 4 > 0) * 2 + (s.b - 512) / 2 * 4 + (-s.a > 0) + (n ? s.a : 1) - 9 >> 1; }
+int signed_work(int n) { struct Bits s; s.a = n; s.b = n; return (-1 < s.a) + (s.b - 4 > 0) * 2 + (s.b - 512) / 2 * 4 + (0 - s.a > 0) + (n ? s.a : 1) - 9 >> 1; }
