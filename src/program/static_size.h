@@ -7,8 +7,8 @@
 
 namespace vorc {
 
-/// The type of an expression, told without evaluating it: `sizeof`, and whoever chooses code by it. Two pointers
-/// are a number of `register_bytes` apart; 0 stands for the width that the command line asks for.
+/// The type of an expression, told without evaluating it: `sizeof`, and whoever chooses code by it. Two
+/// pointers are a number of `register_bytes` apart; 0 stands for the width that the command line asks for.
 ValueType StaticType(const C_SLOT& slot, const EXPR_NODE* head, int register_bytes = 0);
 
 /// Bytes that the value of an expression takes; those of an address where nothing is known of it.

@@ -69,7 +69,7 @@ ValueType ValueType::OfText(std::string_view text) {
 ValueType ValueType::OfNumber(const EXPR_NODE& node) {
   const int64_t value = node.NumberValue;
   const bool has_sign = node.LiteralLength > 0 && node.Literal[0] == '-';  // that of an enumerated value
-  if (value < 0 && !has_sign) return Basic(Tok::UINT64);
+  if (value < 0 && !has_sign) return Basic(node.Token == Tok::HEXNUMBER ? Tok::UINT64 : Tok::INT64);
   if (value >= INT32_MIN && value <= INT32_MAX) return Basic(Tok::int_);
   return Basic(node.Token == Tok::HEXNUMBER && value <= UINT32_MAX ? Tok::UINT32 : Tok::INT64);
 }

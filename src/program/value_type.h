@@ -27,8 +27,8 @@ struct ValueType {
   static ValueType OfCast(const CAST& cast);
   static ValueType OfFunction(const FUNCPROTO_REC& function);
   static ValueType OfText(std::string_view text);
-  /// Of a whole number in the source: the narrowest of int and INT64 that holds it, of a hexadecimal one UINT32 as well;
-  /// UINT64 beyond them.
+  /// Of a whole number in the source: the narrowest of int and INT64 that holds it, of a hexadecimal one
+  /// UINT32 and UINT64 as well.
   static ValueType OfNumber(const EXPR_NODE& node);
   static ValueType Basic(Tok basic);
 
