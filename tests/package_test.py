@@ -16,16 +16,9 @@ import sys
 import time
 
 import program
-from program import check_true as check
+from program import check_true as check, missing
 
 BUILD, TREE = pathlib.Path(sys.argv[1]).resolve(), pathlib.Path(sys.argv[2]).resolve()
-
-
-def missing(*tools):
-    absent = [tool for tool in tools if shutil.which(tool) is None]
-    for tool in absent:
-        print(f"passed over: no {tool} here")
-    return bool(absent)
 
 
 def run(command, **options):

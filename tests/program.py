@@ -81,6 +81,21 @@ def run(command, folder, timeout=60, stdout=None, given=b"", env=None):
                       usage.ru_utime + usage.ru_stime, usage.ru_maxrss / 1024, expired.is_set())
 
 
+def missing(*tools):
+    """True, with a line for each, if some of these programs aren't there."""
+    absent = [tool for tool in tools if shutil.which(tool) is None]
+    for tool in absent:
+        print(f"passed over: no {tool} here")
+    return bool(absent)
+
+
+def chromium(*words):
+    """What a browser without a window prints."""
+    with Folder() as profile:
+        return subprocess.run(["chromium", "--headless=new", "--no-sandbox", "--disable-gpu", f"--user-data-dir={profile.path}", *words],
+                              stdin=subprocess.DEVNULL, capture_output=True, text=True, timeout=120, check=False).stdout
+
+
 def limit_file_size(size):
     """For Popen's preexec_fn: no file of the program grows beyond so many bytes, as on a full disk."""
     def apply():
