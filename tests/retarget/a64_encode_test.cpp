@@ -40,7 +40,7 @@ TEST(A64Encode, FirstFaultIsKept) {
       {[](E e) { return va64_place_label(e, va64_new_label(e)) + va64_place_label(e, 0); },
        "label 0 placed twice"},
       {[](E e) { return va64_b(e, va64_new_label(e)) + va64_resolve(e); }, "label 0 never placed"},
-      {[](E e) { return va64_bl(e, 5) + va64_resolve(e); }, "fixup names bad label 5"},
+      {[](E e) { return va64_bl(e, 0) + va64_resolve(e); }, "fixup names bad label 0"},
       {[](E e) { return Reach(e, va64_b, 1); }, "branch target at 5 is not 4-aligned"},
       {[](E e) { return Reach(e, va64_b, (1 << 27) - 4); },
        "branch out of +-128MB range (33554432 instructions)"},

@@ -21,11 +21,12 @@ int S::size(void) { return sizeof(*this); }
 C global;
 int main()
 {
-  C c; C *p; S s; int kept[2];
-  kept[0] = 8; kept[1] = 9;
+  C c; C *p; S s; int k; int sum; int kept[40];
+  for (k = 0; k < 40; k++) kept[k] = 1;
   c.set(); printf("%d %d", c.get(), c.k);
-  printf("%d %s %g %d %d", c.add(3, 4, 5, 6, 7, 8), c.name(), c.half(), kept[0], kept[1]);
+  printf("%d %s %g", c.add(3, 4, 5, 6, 7, 8), c.name(), c.half());
+  sum = 0; for (k = 0; k < 40; k++) sum += kept[k];
   p = &global; p->set(); printf("%d %d", p->get(), global.k);
-  s.a = 21; printf("%d %d", s.twice(), s.size());
+  s.a = 21; printf("%d %d %d", s.twice(), s.size(), sum);
   return 0;
 }

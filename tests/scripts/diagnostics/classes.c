@@ -14,5 +14,5 @@ class C6 { int a : ; int b; };
 struct S5 { struct S5 s; };
 struct S6 : S6 { int a; };
 class
-int f8; struct F1; struct F1 { int a; }; struct F1 { int b; };
+int f8;
 // args: -morvquiet
