@@ -36,7 +36,7 @@ TEST(A64Encode, FirstFaultIsKept) {
       {[](E e) { return va64_ldrb(e, 1, 2, -1); }, "offset -1 does not fit the scaled 12-bit field"},
       {[](E e) { return va64_svc(e, 65536); }, "svc immediate 65536 exceeds 16 bits"},
       {[](E e) { return va64_adrp(e, 1, uint64_t{1} << 32); }, "adrp target is more than +-4GB away"},
-      {[](E e) { return va64_place_label(e, 3); }, "bad label 3"},
+      {[](E e) { return va64_place_label(e, 0); }, "bad label 0"},
       {[](E e) { return va64_place_label(e, va64_new_label(e)) + va64_place_label(e, 0); },
        "label 0 placed twice"},
       {[](E e) { return va64_b(e, va64_new_label(e)) + va64_resolve(e); }, "label 0 never placed"},
