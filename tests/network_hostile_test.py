@@ -105,13 +105,13 @@ def test_slowness():
         peer.sendall(head)
         for byte in b"slowly":
             peer.sendall(bytes([byte]))
-            time.sleep(3)
+            time.sleep(1.8)
 
     for head, answer in ((b"", "[] 0"), (HEAD, "[s] 200")):
         with loopback.Server(slow) as server:
             begin = time.monotonic()
-            check("a byte now and then", fetch(server, MORV_HTTPS_TIMEOUT_MS="1000"), [answer])
-            check("a byte now and then, the time", time.monotonic() - begin < 12, True)
+            check("a byte now and then", fetch(server, MORV_HTTPS_TIMEOUT_MS="600"), [answer])
+            check("a byte now and then, the time", time.monotonic() - begin < 8, True)
 
     def late(peer, _):
         time.sleep(0.4)
