@@ -33,7 +33,7 @@ test: build ## all tests
 
 sanitize: ## the same tests with addresses, leaks and undefined behaviour checked
 	@scripts/install_dependencies.sh build test
-	@$(call configure,build-sanitize,$(release) -DVORC_SANITIZE=ON)
+	@$(call configure,build-sanitize,$(release) -DVORC_SANITIZE=ON -DVORC_PRECOMPILED_HEADERS=ON)
 	@scripts/install_tool_server.sh build-sanitize/tool-server
 	@scripts/run_tests.sh build-sanitize
 

@@ -19,20 +19,10 @@ EXAMPLE = re.compile(rf"^```c\n{LINES}```\n+(?:```input\n{LINES}```\n+)?```outpu
 def check(vorc, page, text, match):
     place = f"{page}:{text.count(chr(10), 0, match.start()) + 1}"
     script, given, expected = match.group(1), match.group(2) or "", match.group(3).encode()
-    first = script.split("\n", 1)[0]
-    arguments = first.removeprefix("// args:").split() if first.startswith("// args:") else []
     with program.Folder() as folder:
         folder.write("script.c", script)
-        result = program.run([vorc, "-morv", "-morvquiet", "script.c", *arguments], folder.path, given=given.encode())
-    if fault := result.fault():
-        print(f"FAIL {place}: {fault}\n{result.errors.decode('utf-8', 'replace')[-1500:]}")
-        return False
-    # A block always ends at a line end; a script's last line may lack it.
-    if result.output != expected and result.output + b"\n" != expected:
-        print(f"FAIL {place}")
-        program.show_difference(expected, result.output)
-        return False
-    return True
+        # A block always ends at a line end; a script's last line may lack it.
+        return program.script_prints(place, vorc, folder, "script.c", [expected, expected[:-1]], range(256), given.encode())
 
 
 def main():

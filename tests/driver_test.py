@@ -203,6 +203,9 @@ def test_defines():
     run = Run(["-DX", "no/such/s.c"])
     check("define: no place for the prelude", (run.status, run.err),
           (1, "vorc: could not create temporary -D prelude file for 'no/such/s.c'\n"))
+    run = Run(["-DX", "s.c"], {"s.c": PLAIN, "s.c.vorc_dtmp.c/x": ""})
+    check("define: a folder in the prelude's place", (run.status, run.err),
+          (1, "vorc: could not create temporary -D prelude file for 's.c'\n"))
     run = Run(["-morv", "-morvquiet", "-DX=4", "sub/s.c"],
               {"sub/s.c": '#include "h.h"\nint main() { printf("%d", X + H); return 0; }\n', "sub/h.h": "#define H 1\n"})
     check("define: includes of a source in a folder", (run.out, run.status), ("5\n", 0))
@@ -238,6 +241,9 @@ def test_source_and_words():
     run = Run(["missing.c"])
     check("source: missing", (run.status, run.err, run.files.get("missing.asm"), "missing.error" in run.files),
           (1, "vorc: failed (cannot open source or output files)\n", b"", True))
+    run = Run(["-morv", "", "s.c"], {"s.c": HELLO})
+    check("source: an empty word", (run.status, run.out, run.err),
+          (1, "vorc: interpreting ''\n", "vorc: failed (cannot open source or output files)\n"))
     run = Run(["folder"], {"folder/x": ""})
     check("source: a folder", (run.status, run.err), (1, "vorc: failed (cannot open source or output files)\n"))
     check("source: no folder for the files", Run(["no/such/s.c"]).status, 1)

@@ -8,7 +8,6 @@ import json
 import os
 import pathlib
 import re
-import shutil
 import subprocess
 import sys
 
@@ -57,8 +56,8 @@ def scope_at(patterns, line, place):
 
 
 def check_vim():
-    if shutil.which("vim") is None:
-        return print("passed over: no vim here")
+    if program.missing("vim"):
+        return
     with program.Folder() as folder:
         folder.write("sample.morv", "\n".join(line for line, *_ in SAMPLES) + "\n")
         asked = [f"call add(seen, synIDattr(synID({row + 1}, {line.index(piece) + 1}, 0), 'name'))"
@@ -86,9 +85,7 @@ manifest = json.loads((EDITORS / "vscode/package.json").read_text())
 for part in (*manifest["contributes"]["languages"], *manifest["contributes"]["grammars"]):
     check("the extension's files", (EDITORS / "vscode" / part.get("path", part.get("configuration"))).exists(), True)
 check_vim()
-if shutil.which("npm") is None:
-    print("passed over: no npm here")
-else:
+if not program.missing("npm"):
     packed = subprocess.run(["npm", "pack", "--dry-run"], cwd=EDITORS / "vscode", capture_output=True, text=True, timeout=60)
     check("npm packs it", (packed.returncode, "morv.tmLanguage.json" in packed.stderr), (0, True))
 sys.exit(program.close(program.outcomes))

@@ -10,13 +10,9 @@ import sys
 import time
 
 import program
-from program import check
+from program import check, quoted
 
 VORC, COUNTER, BUILT = os.path.realpath(sys.argv[1]), os.path.realpath(sys.argv[2]), sys.argv[3:]
-
-
-def quoted(text):
-    return '"' + text.replace("\\", "\\\\").replace('"', '\\"').replace("\n", "\\n") + '"'
 
 
 def run(body, vorc=VORC, files=(), **variables):

@@ -6,7 +6,6 @@ import pathlib
 import pty
 import re
 import select
-import signal
 import subprocess
 import sys
 import time

@@ -150,6 +150,8 @@ def test_chat():
         check("chat " + path, (out, request.split()[1], request.endswith(b"\r\n\r\n" + body),
                                b"Authorization: Bearer k\r\nContent" in request, b"X:" in request),
               ("[hi] 200", asked, True, key != "", False))
+    check("a key's tab", b"Bearer a\tb\r\nContent" in fetch(chat % ("", "a\tb"), reply)[1], True)
+    check("an answer beyond 64 KiB", fetch(chat % ("", ""), reply.replace(b"hi", b"h" * 70000))[0], "[" + "h" * 4095 + "] 200")
     check("a service's error", fetch(chat % ("", ""), b"HTTP/1.1 500 x\r\n\r\n{}")[0], "[{}] 500")
 
 

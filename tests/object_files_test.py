@@ -6,8 +6,6 @@
 
 import os
 import re
-import resource
-import signal
 import struct
 import subprocess
 import sys
@@ -115,13 +113,6 @@ def test_stamps():
     check("deflated", (plain.deflated, other.deflated, other.stored < other.length // 10), (0, 1, True))
 
 
-def limit_file_size(size):
-    def apply():
-        signal.signal(signal.SIGXFSZ, signal.SIG_DFL)
-        resource.setrlimit(resource.RLIMIT_FSIZE, (size, size))
-    return apply
-
-
 def test_failures():
     with program.Folder() as folder:
         os.mkdir(os.path.join(folder.path, "x.obj"))
@@ -137,7 +128,7 @@ def test_failures():
     for options in ((), ("-compress",)):
         with program.Folder() as folder:
             size = 3_000 if options else 20_000
-            run = compile_in(folder, *options, preexec_fn=limit_file_size(size))
+            run = compile_in(folder, *options, preexec_fn=program.limit_file_size(size))
             told = (b"vorc: symbol file not written: read/write failed on the symbol block\n"
                     b"vorc: symbol table not written: read/write failed on the symbol block\n")
             check(f"full disk {options}", (run.returncode, run.stdout, read(folder, "x.asm")), (0, told, b""))

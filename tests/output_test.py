@@ -6,14 +6,12 @@
 
 import fcntl
 import os
-import resource
-import signal
 import subprocess
 import sys
 import time
 
 import program
-from program import check
+from program import check, limit_file_size
 
 VORC = os.path.realpath(sys.argv[1]) if len(sys.argv) > 1 else sys.exit(__doc__)
 LINES = ('int main() { int i; i = 0; while (i < 30000) { printf("line %d", i); i = i + 1; } '
@@ -39,14 +37,6 @@ def finish(process):
 
 def has(folder, name):
     return os.path.exists(os.path.join(folder.path, name))
-
-
-def limit_file_size(size):
-    def apply():
-        # The interpreter that starts the program ignores this signal; others don't.
-        signal.signal(signal.SIGXFSZ, signal.SIG_DFL)
-        resource.setrlimit(resource.RLIMIT_FSIZE, (size, size))
-    return apply
 
 
 def test_failing_output():

@@ -2,7 +2,9 @@
 
 import os
 import re
+import resource
 import shutil
+import signal
 import subprocess
 import tempfile
 import threading
@@ -77,6 +79,49 @@ def run(command, folder, timeout=60, stdout=None, given=b"", env=None):
         errors.seek(0)
         return Result(process.returncode, captured.read(), errors.read(),
                       usage.ru_utime + usage.ru_stime, usage.ru_maxrss / 1024, expired.is_set())
+
+
+def missing(*tools):
+    """True, with a line for each, if some of these programs aren't there."""
+    absent = [tool for tool in tools if shutil.which(tool) is None]
+    for tool in absent:
+        print(f"passed over: no {tool} here")
+    return bool(absent)
+
+
+def chromium(*words):
+    """What a browser without a window prints."""
+    with Folder() as profile:
+        return subprocess.run(["chromium", "--headless=new", "--no-sandbox", "--disable-gpu", f"--user-data-dir={profile.path}", *words],
+                              stdin=subprocess.DEVNULL, capture_output=True, text=True, timeout=120, check=False).stdout
+
+
+def limit_file_size(size):
+    """For Popen's preexec_fn: no file of the program grows beyond so many bytes, as on a full disk."""
+    def apply():
+        # The interpreter that starts the program ignores this signal; others don't.
+        signal.signal(signal.SIGXFSZ, signal.SIG_DFL)
+        resource.setrlimit(resource.RLIMIT_FSIZE, (size, size))
+    return apply
+
+
+def quoted(text):
+    """A literal of a script."""
+    return '"' + text.replace("\\", "\\\\").replace('"', '\\"').replace("\n", "\\n") + '"'
+
+
+def script_prints(place, vorc, folder, name, accepted, statuses=(0, 1), given=b""):
+    """Whether the script NAME of a folder prints one of the accepted texts; a first line `// args: a b` holds its arguments."""
+    with open(os.path.join(folder.path, name), encoding="utf-8") as file:
+        first = file.readline()
+    arguments = first.removeprefix("// args:").split() if first.startswith("// args:") else []
+    result = run([vorc, "-morv", "-morvquiet", name, *arguments], folder.path, given=given)
+    fault = result.fault() or (f"exit status {result.status}" if result.status not in statuses else None)
+    if fault is None and result.output in accepted:
+        return True
+    print(f"FAIL {place}: {fault or 'output'}\n{result.errors.decode('utf-8', 'replace')[-1500:]}")
+    show_difference(accepted[0], result.output)
+    return False
 
 
 outcomes = []

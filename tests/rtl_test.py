@@ -156,7 +156,7 @@ def compare(what, source, synthesis=None):
                 fault = synthesized(folder, synthesis, wanted)
                 good &= report(f"{what}, synthesized", fault == "", fault)
         for tool in (["verilator", "--lint-only", "-Wno-MULTITOP", "-Wno-WIDTH", "-Wno-DECLFILENAME", "x.v"],
-                     ["yosys", "-q", "-p", "read_verilog x.v; proc; opt; check -assert"]):
+                     ["yosys", "-q", "-p", "read_verilog x.v; proc; check -assert"]):
             if shutil.which(tool[0]):
                 checked = program.run(tool, folder.path, 300)
                 good &= report(f"{what}: {tool[0]}", checked.status == 0, checked.errors.decode())

@@ -10,7 +10,6 @@ import json
 import os
 import pathlib
 import re
-import shutil
 import subprocess
 import sys
 import threading
@@ -108,8 +107,7 @@ def browse(site):
     check("the search finds", Handler.seen.get("search", 0) > 0)
 
 
-if shutil.which("mkdocs") is None:
-    print("passed over: no mkdocs here")
+if program.missing("mkdocs"):
     sys.exit(0)
 with program.Folder() as place:
     folder = pathlib.Path(place.path, "site")
@@ -118,8 +116,6 @@ with program.Folder() as place:
     check("the site is built", built.returncode == 0, built.stderr[-1500:])
     if built.returncode == 0:
         check_links(folder)
-        if shutil.which("chromium") is None:
-            print("passed over: no chromium here")
-        else:
+        if not program.missing("chromium"):
             browse(folder)
 sys.exit(program.close(program.outcomes))

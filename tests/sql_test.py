@@ -7,7 +7,6 @@
 import contextlib
 import os
 import re
-import resource
 import signal
 import subprocess
 import sys
@@ -15,7 +14,7 @@ import time
 
 import postgres_server
 import program
-from program import check
+from program import check, quoted
 
 VORC, PAGE = os.path.realpath(sys.argv[1]), os.path.realpath(sys.argv[2])
 # A statement, how it ended, and its rows as "name=value" lines.
@@ -41,11 +40,7 @@ REMOTE = SHOW + """int main()
 
 
 def shown(statements):
-    return "".join(f"  show({program_text(sql)});\n" for sql in statements)
-
-
-def program_text(text):
-    return '"' + text.replace("\\", "\\\\").replace('"', '\\"').replace("\n", "\\n") + '"'
+    return "".join(f"  show({quoted(sql)});\n" for sql in statements)
 
 
 @contextlib.contextmanager
@@ -53,10 +48,9 @@ def script(folder, body, limit=None, **variables):
     """A script that runs."""
     with open(os.path.join(folder, "s.c"), "w") as file:
         file.write(body)
-    bound = (lambda: resource.setrlimit(resource.RLIMIT_FSIZE, (limit, limit))) if limit else None
     with subprocess.Popen([VORC, "-morv", "-morvquiet", "s.c"], cwd=folder, env={**os.environ, **variables},
                           stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.PIPE,
-                          preexec_fn=bound, text=True) as process:
+                          preexec_fn=program.limit_file_size(limit) if limit else None, text=True) as process:
         try:
             yield process
         finally:

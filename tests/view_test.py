@@ -58,15 +58,14 @@ def check_program(source):
 
 
 def check_browser(page):
-    if shutil.which("chromium") is None:
-        return print("passed over: no chromium here")
+    if program.missing("chromium"):
+        return
     with program.Folder() as folder:
         probe = ("<script>document.title = [...document.querySelectorAll('svg.flow')].every(svg => svg.getBBox().width > 50 && "
                  "svg.getBoundingClientRect().height > 50) && document.querySelectorAll('td').length > 20 ? 'drawn' : 'not drawn'</script>")
         folder.write("page.html", page.replace("</body>", probe + "</body>"))
-        seen = run("chromium", "--headless=new", "--no-sandbox", "--disable-gpu", f"--user-data-dir={folder.path}/profile",
-                   "--dump-dom", f"file://{folder.path}/page.html", folder=folder)
-    check("a browser draws the page", "<title>drawn</title>" in seen.stdout, True)
+        seen = program.chromium("--dump-dom", f"file://{folder.path}/page.html")
+    check("a browser draws the page", "<title>drawn</title>" in seen, True)
 
 
 def check_attention():

@@ -106,20 +106,16 @@ def visit_at_once(server):
 
 
 def browse(server):
-    if shutil.which("chromium") is None:
-        return print("passed over: no chromium here")
+    if program.missing("chromium"):
+        return
     (server.root / "probe.html").write_text(PROBE)
-    with program.Folder() as profile:
-        seen = subprocess.run(["chromium", "--headless=new", "--no-sandbox", "--disable-gpu", f"--user-data-dir={profile.path}",
-                               "--virtual-time-budget=20000", "--dump-dom", f"http://127.0.0.1:{server.port}/probe.html"],
-                              stdin=subprocess.DEVNULL, capture_output=True, text=True, timeout=120).stdout
+    seen = program.chromium("--virtual-time-budget=20000", "--dump-dom", f"http://127.0.0.1:{server.port}/probe.html")
     (server.root / "probe.html").unlink()
     title = html.unescape(re.search(r"<title>(.*?)</title>", seen).group(1)) if "<title>" in seen else seen[:300]
     check("in a browser", title, "1|1|Moby-Dick; or, The Whale|true|a <b>|640px")
 
 
-if shutil.which("lighttpd") is None:
-    print("passed over: no lighttpd here")
+if program.missing("lighttpd"):
     sys.exit(0)
 with program.Folder() as place:
     site = Server(place)

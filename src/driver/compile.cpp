@@ -49,7 +49,8 @@ std::string FullPath(const std::string& path) {
 // True if a file may stand there. One that stands there already is left alone.
 bool CanCreate(const std::string& path) {
   const Descriptor file(open(path.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, 0666));
-  if (!file) return errno == EEXIST;
+  if (!file && errno == EEXIST) return Descriptor(open(path.c_str(), O_RDWR | O_CLOEXEC)) || errno == ENOENT;
+  if (!file) return false;
   std::remove(path.c_str());
   return true;
 }
@@ -174,8 +175,8 @@ bool Compilation::OpenTemporaryFiles() {
 }
 
 bool Compilation::ParseDiskFile(const std::string& name) {
-  VORC_TRACE("DIAG: ParseDiskFile before GetComboTokenSkipEol\n");
   if (!scanner_.OpenSourceCodeFile(name)) return false;
+  VORC_TRACE("DIAG: ParseDiskFile before GetComboTokenSkipEol\n");
   VORC_TRACE("DIAG: ParseDiskFile before ParseCsyntax, ScriptInterpretor=%d\n", slot_->IsScript() ? 1 : 0);
   Parser(*slot_, scanner_).ParseCsyntax();
   slot_->Display.FlushLog();

@@ -27,7 +27,7 @@ int RunProgram(const std::vector<std::string>& arguments) {
   if (!options.script_arguments.empty()) {
     setenv("QUERY_STRING", vorc::BuildQueryString(options.script_arguments).c_str(), 0);
   }
-  if (options.source.empty()) {
+  if (!options.has_source) {
     vorc::PrintUsage();
     return vorc::kExitFailure;
   }

@@ -149,10 +149,12 @@ void SetOptimization(const std::string& argument, Options* options) {
 }
 
 void AddPositional(const std::string& argument, Options* options) {
-  if (options->source.empty())
+  if (!options->has_source) {
+    options->has_source = true;
     options->source = argument;
-  else if (options->script_arguments.size() < kMostScriptArguments)
+  } else if (options->script_arguments.size() < kMostScriptArguments) {
     options->script_arguments.push_back(argument);
+  }
 }
 
 bool ApplyWordOption(std::string_view argument, Options* options) {

@@ -15,7 +15,8 @@ struct Options {
   bool llmtrace = false;
   int address_override = 0;  ///< 0 for none
   TargetOptions target;
-  std::string source;
+  bool has_source = false;
+  std::string source;  ///< may be an empty text
   std::vector<std::string> script_arguments;
   std::vector<std::string> defines;
   std::optional<std::string> source_text;  ///< what the source holds, instead of the file of its name

@@ -58,9 +58,9 @@ char TakeEscape(std::string_view& text) {
 std::string Unescape(std::string_view text, size_t capacity) {
   std::string plain;
   while (!text.empty() && plain.size() + 1 < capacity) {
-    if (text.front() == '\\' && text.size() > 1) {
+    if (text.front() == '\\') {
       text.remove_prefix(1);
-      plain += TakeEscape(text);
+      if (!text.empty()) plain += TakeEscape(text);
       continue;
     }
     const size_t run = std::min({text.find('\\', 1), text.size(), capacity - 1 - plain.size()});
@@ -83,6 +83,12 @@ class JsonCursor {
     ++at_;
     SkipBlanks();
     return true;
+  }
+
+  /// What begins at the cursor, behind blanks.
+  std::string_view Rest() {
+    SkipBlanks();
+    return text_.substr(at_);
   }
 
   bool AtEndOr(char c) const { return at_ >= text_.size() || text_[at_] == c; }
@@ -217,10 +223,12 @@ std::string MorvJsonGet(std::string_view json, std::string_view path, size_t cap
   while (!path.empty()) {
     if (!Enter(cursor, TakeSegment(path))) return {};
   }
+  const std::string_view rest = cursor.Rest();
   const std::optional<std::string_view> value = cursor.TakeValue();
-  if (!value || capacity == 0) return {};
-  if (value->starts_with('"')) return Unescape(WithoutQuotes(*value), capacity);
-  return std::string(value->substr(0, capacity - 1));
+  if (capacity == 0) return {};
+  // A string that is cut short, as the end of a long answer is, gives what there is of it.
+  if (rest.starts_with('"')) return Unescape(value ? WithoutQuotes(*value) : rest.substr(1), capacity);
+  return value ? std::string(value->substr(0, capacity - 1)) : std::string();
 }
 
 std::string MorvJsonEscape(std::string_view text, size_t capacity) {

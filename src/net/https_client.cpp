@@ -107,11 +107,10 @@ std::string HttpsClient::MorvOpenAIChat(std::string_view base_url, std::string_v
   request.method = "POST";
   request.path = ChatPath(parsed->rest);
   request.url = std::move(*parsed);
-  std::string headers = "Content-Type: application/json\n";
+  request.extra_headers = "Content-Type: application/json\r\n";
   // A key often comes from a file, with the end of its line; what stands behind that is no header.
   const std::string_view key = api_key.substr(0, api_key.find_first_of("\r\n"));
-  if (!key.empty()) headers.append("Authorization: Bearer ").append(key);
-  request.extra_headers = FilterHeaders(headers);
+  if (!key.empty()) request.extra_headers.append("Authorization: Bearer ").append(key).append(kLineEnd);
   request.body = "{\"model\":\"" + MorvJsonEscape(model, 2 * model.size() + 8) +
                  "\",\"messages\":[{\"role\":\"user\",\"content\":\"" +
                  MorvJsonEscape(prompt, 6 * prompt.size() + 8) + "\"}]}";

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <chrono>
+#include <ctime>
 #include <random>
 #include <string>
 #include <vector>
@@ -212,7 +212,7 @@ TEST(RegexTest, ForesightChangesNoAnswer) {
 }
 
 TEST(RegexTest, LongTextsAnswerQuickly) {
-  const auto begin = std::chrono::steady_clock::now();
+  const std::clock_t begin = std::clock();
   const std::string text(100'000, 'a');
   for (const char* pattern : {"(a*)*b", "(a|a)*b", "(a|b)*c", "(a+)+(a+)+b", "(a?a?)*b", "a*a*a*a*b"}) {
     EXPECT_EQ(Search(Regex(pattern), text), "none") << pattern;
@@ -221,7 +221,7 @@ TEST(RegexTest, LongTextsAnswerQuickly) {
   std::string nested = "a";
   for (int i = 0; i < 80; ++i) nested = "(" + nested + ")*";
   EXPECT_EQ(Search(Regex(nested + "b", 0), text.substr(0, 1000)), "none");
-  EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(20));
+  EXPECT_LT(std::clock() - begin, 20 * CLOCKS_PER_SEC);
 }
 
 }  // namespace

@@ -133,16 +133,5 @@ TEST_F(SedFileTest, UnusableFiles) {
   EXPECT_EQ(MorvSedFile("", "s/a/b/"), -1);
 }
 
-TEST_F(SedFileTest, FailedWriteLeavesTheOldFileAlone) {
-  const std::string content(10'000, 'a');
-  Put("file", content);
-  {
-    const FileSizeLimit full_disk(12'000);
-    EXPECT_EQ(MorvSedFile(path_, "s/a/bb/g"), -1);
-  }
-  EXPECT_EQ(Get(path_), content);
-  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder_), {}), 1);
-}
-
 }  // namespace
 }  // namespace vorc

@@ -91,7 +91,7 @@ TEST(RvEncode, WhatSetsTheError) {
       {"register 32", [](VrvEncoder& e) { return vrv_add(e, 32, 1, 1); }},
       {"branch 4096", [](VrvEncoder& e) { return vrv_b_type(e, kOpBranch, 0, 1, 1, 4096); }},
       {"jump 1048575", [](VrvEncoder& e) { return vrv_j_type(e, kOpJal, 1, 1048575); }},
-      {"jump to no label", [](VrvEncoder& e) { return vrv_j(e, 7) + vrv_resolve(e); }},
+      {"jump to no label", [](VrvEncoder& e) { return vrv_j(e, 0) + vrv_resolve(e); }},
       {"label never placed", [](VrvEncoder& e) { return vrv_j(e, vrv_new_label(e)) + vrv_resolve(e); }},
       {"poke beyond", [](VrvEncoder& e) { return vrv_nop(e) + vrv_poke_word(e, 1, 0); }},
   };

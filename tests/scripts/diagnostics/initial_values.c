@@ -18,5 +18,5 @@ int l[3] = {
 int m[3] = {1, 2;
 int n = ;
 int o; int o; char *r[2] = "x";
-int p[3] = 5; struct Q { }; struct Q q = {1};
+int p[3] = 5; struct Q { }; struct Q q[] = {1};
 // args: -morvquiet

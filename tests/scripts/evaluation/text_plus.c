@@ -1,7 +1,7 @@
 // A number joins a text only beside the text of a typeless variable.
 int main()
 {
-  int z; int i; double d; char *p; char b[4]; char c;
+  int z; int i; int k; double d; char *p; char b[4]; char c;
   i = 5; d = 2.5; p = "ptr"; b[0] = 'b'; b[1] = 0; c = 200;
   for (z = 0; z < 3; z++) {
     $s = "s"; $e = "";
@@ -16,6 +16,7 @@ int main()
     $s = "ab"; $s += $s; $s = $s + $s; printf("%s\n", $s);
     i += "text"; d += "text"; printf("%d %g\n", i, d);
     $s = "x"; $t = $s; $s += "y"; printf("%s %s\n", $s, $t);
+    $g = "grows"; $h = "stays"; for (k = 0; k < 40; k++) $g += "0123456789"; printf("%s %s\n", morv_substr($g, 0, 20), $h);
   }
   return 0;
 }

@@ -10,6 +10,8 @@ struct { int k; char *n; } tab[] = {{1, "one"}, {2, "two"}, {0, 0}};
 class K { public: int z; int w; }; K kk = {1, 2};
 struct Neg { char c; long l; float f; short s; } neg = {-1, -5000000000, -1.5, -2};
 struct Row { int id; struct In cells[2]; } rows[2] = {{1, {{11, 'a'}, {12, 'b'}}}, {2, {{21, 'c'}, {22, 'd'}}}};
+struct A { int a; }; struct B { char b; short c; }; struct D : A, B { int d; };
+struct D whole = {1, 2, 3, 4}; struct D begun = {5, 6}; struct D both[2] = {{1, 2, 3, 4}, {5, 6, 7, 8}};
 int main()
 {
   struct In l = {5, 'c'}; struct In ls[2] = {{6, 'd'}, {7, 'e'}}; PT lp = {8, 9};
@@ -21,5 +23,6 @@ int main()
   printf("%d %d|%lld %g %d", kk.z, kk.w, neg.l, neg.f, neg.c == 255);
   printf("%d %d %c %d %c", rows[0].id, rows[0].cells[1].x, rows[0].cells[1].y, rows[1].cells[0].x, rows[1].cells[1].y);
   printf("%d %c %d %c %d %d", l.x, l.y, ls[1].x, ls[1].y, lp.p, lp.q);
+  printf("%d %d %d %d|%d %d %d %d|%d %d", whole.a, whole.b, whole.c, whole.d, begun.a, begun.b, begun.c, begun.d, both[1].a, both[1].d);
   return 0;
 }
