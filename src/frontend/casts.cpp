@@ -39,7 +39,7 @@ bool Parser::ParseCastType(const ExprContext& context, CAST* cast) {
     Next();
     if (!AtName()) return Fail(0, "Missing: struct/class/union name");
     type.Struct =
-        FindVisible(slot_, context.proc, context.statement, context.block, scan_.WordName()).Struct();
+        FindVisible(slot_, context.proc, context.statement, context.block, scan_.WordName()).Tagged();
     if (type.Struct == nullptr) {
       return Fail(54, Format("'%s' is not a struct/class/union", scan_.ClipTok().c_str()));
     }

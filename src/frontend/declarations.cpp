@@ -287,8 +287,11 @@ bool Parser::ParseNamedDeclarator(const Scope& scope, Declarator* declarator, co
 
 bool Parser::DeclareTypedef(const Scope& scope, const Declarator& declarator, FUNCPROTO_REC* function) {
   if (At(Tok::ASSIGN)) return Fail(0, "Can't initialize a typedef");
-  if (auto hit = FindInScope(slot_, scope.header, declarator.name)) {
-    if (!(hit.Symbol() != nullptr && hit.Symbol()->ImplicitExtern)) ShowConflict(hit, declarator.name, false);
+  if (const FoundName hit = FindInScope(slot_, scope.header, declarator.name)) {
+    const bool implicit = hit.Symbol() != nullptr && hit.Symbol()->ImplicitExtern;
+    const bool own_tag = (hit.Struct() != nullptr && hit.Struct() == declarator.type.Struct) ||
+                         (hit.Enum() != nullptr && hit.Enum() == declarator.type.Enum);
+    if (!implicit && !own_tag) ShowConflict(hit, declarator.name, false);
   }
   TYPEDEF_REC* record = CreateTypeDef(slot_, scope.header, declarator.name, declarator.type);
   if (function != nullptr) {

@@ -74,7 +74,7 @@ bool Parser::ParseStructDecl(const Scope& scope, TypeSpec* type) {
 STRUCT_REC* Parser::StructForDefinition(const Scope& scope, Name* tag, Tok kind) {
   SYMBOLS_HEADER* header = scope.TagHeader();
   const FoundName found = tag->Text.empty() ? FoundName() : FindInScope(slot_, header, tag);
-  if (STRUCT_REC* known = found.Struct()) {
+  if (STRUCT_REC* known = found.Tagged()) {
     if (known->IsForwardDeclared && known->This == nullptr) return known;
     slot_.Error(0, Format("Duplicate definition of class/struct/union '%s'", tag->c_str()));
     return nullptr;

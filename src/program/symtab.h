@@ -26,6 +26,11 @@ struct FoundName {
   STRUCT_REC* Struct() const {
     return Kind == BindingKind::kStruct ? static_cast<STRUCT_REC*>(Record) : nullptr;
   }
+  /// The struct with this tag, even where a typedef has taken the tag for its name.
+  STRUCT_REC* Tagged() const {
+    const bool named = Typedef() != nullptr && Typedef()->Struct != nullptr;
+    return named && Typedef()->Struct->name == Typedef()->name ? Typedef()->Struct : Struct();
+  }
   ENUM_REC* Enum() const { return Kind == BindingKind::kEnum ? static_cast<ENUM_REC*>(Record) : nullptr; }
   bool IsType() const { return Typedef() != nullptr || Struct() != nullptr || Enum() != nullptr; }
 };

@@ -5,6 +5,7 @@ typedef unsigned char BYTE; typedef unsigned short WORD; typedef unsigned UN; ty
 typedef char *STR; typedef STR STRS[2]; typedef void *PV; typedef int (*OP)(int, int);
 typedef struct node { int v; struct node *next; } Node; typedef Node *PNode;
 typedef int first, *second, third[4];
+typedef struct Later Later; struct Later { int v; Later *next; }; typedef enum Tint { RED, GREEN = 4 } Tint;
 T text; M matrix; STRS names = {"a", "b"};
 int add(int a, int b) { return a + b; }
 int use(PQ q, B b, STR s) { printf("%d %d %s", q->b, b, s); return 0; }
@@ -22,6 +23,8 @@ int main()
   n1.v = 1; n2.v = 2; n1.next = &n2; n2.next = 0;
   for (p = &n1; p != 0; p = p->next) printf("%d", p->v);
   f = 10; g = &f; h[3] = 11; printf("%d %d %d", *g, h[3], sizeof(h));
+  { Later a; struct Later later; Tint t; a.v = 13; a.next = &later; later.v = 14; t = GREEN;
+    printf("%d %d %d %d", a.next->v, sizeof(Later), sizeof(struct Later), t); }
   { typedef char Local2; Local2 c; c = 12; printf("%d %d", c, sizeof(c)); }
   return 0;
 }
